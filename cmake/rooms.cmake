@@ -1,0 +1,32 @@
+# What every target of this project is built with, and vantor_room(), which makes one room of src/ a library.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+find_package(PkgConfig REQUIRED)
+
+add_library(vantor_options INTERFACE)
+target_include_directories(vantor_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(vantor_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wold-style-cast -Wimplicit-fallthrough
+    $<$<BOOL:${VANTOR_WARNINGS_AS_ERRORS}>:-Werror>)
+if(VANTOR_SANITIZE)
+    target_compile_options(vantor_options INTERFACE -fsanitize=${VANTOR_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    target_link_options(vantor_options INTERFACE -fsanitize=${VANTOR_SANITIZE})
+endif()
+if(VANTOR_FUZZ)
+    target_compile_options(vantor_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# vantor_room(<name> SOURCES … [PUBLIC <targets>] [PRIVATE <targets>])
+# The library vantor_<name>. PUBLIC are rooms whose headers stand in this room's headers; PRIVATE is the rest.
+function(vantor_room name)
+    cmake_parse_arguments(ROOM "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    string(REPLACE "/" "_" target "vantor_${name}")
+    add_library(${target} STATIC ${ROOM_SOURCES})
+    target_link_libraries(${target} PUBLIC ${ROOM_PUBLIC} PRIVATE vantor_options ${ROOM_PRIVATE})
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+endfunction()

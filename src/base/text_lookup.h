@@ -1,0 +1,21 @@
+// The text lookup: every text a user can see passes through it, with its Dutch wording as the key.
+//
+// - Without a lookup installed the text stands as written.
+// - Installed once, before the first window or output is made, by the program that wants another language;
+//   not to be changed while other threads run.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vantor {
+
+using TextLookup = std::function<std::string(std::string_view dutch)>;
+
+// An empty lookup takes the installed one away.
+void setTextLookup(TextLookup lookup);
+
+[[nodiscard]] std::string lookUp(std::string_view dutch);
+
+} // namespace vantor

@@ -1,0 +1,25 @@
+// The CSV form of a shoot's sets.
+//
+// Reading: the first line that is not blank is the header. Columns are found by words in it, so their order is
+// free and further columns are ignored; nothing in the text is an error, unusable lines are passed over.
+// Writing: "Set;Merk;Items;Model;Locatie;Email;Getagd" and a line a set, in the shoot's order, joined by line
+// feeds. What is written reads back, but for taggedCount, ids, times, quote characters, line breaks, and what
+// reading trims.
+#pragma once
+
+#include "base/timestamp.h"
+#include "model/shoot.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vantor {
+
+// Calls `onSet` with every usable line's set, in the order of the lines; each has a fresh id and `now` as its
+// timestamp. Needs no more memory than one line's worth. False when there is no line behind the header.
+bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet);
+
+[[nodiscard]] std::string writeSetCSV(const Shoot& shoot);
+
+} // namespace vantor

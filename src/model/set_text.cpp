@@ -1,0 +1,87 @@
+// The texts of a set: its card's text in both directions, and the two lines that name it on screen.
+
+#include "base/text.h"
+#include "model/shoot.h"
+
+namespace vantor {
+namespace {
+
+void addLine(std::string& text, std::string_view tag, std::string_view value) {
+    if (!text.empty())
+        text += '\n';
+    text += tag;
+    text += ':';
+    text += onOneLine(value);
+}
+
+void addField(std::string& text, std::string_view tag, std::string_view value) {
+    if (!value.empty())
+        addLine(text, tag, value);
+}
+
+void readLine(SetData& set, std::string_view line) {
+    const auto parts = splitOnce(line, ':');
+    if (!parts.second)
+        return;
+    const auto key = upperCased(*parts.first);
+    const auto value = *parts.second;
+    if (key == "SET") {
+        set.setNumber = value;
+    } else if (key == "BRAND") {
+        set.brand = value;
+    } else if (key == "MODEL") {
+        set.model = value;
+    } else if (key == "LOCATION") {
+        set.location = value;
+    } else if (key == "EMAIL") {
+        set.email = value;
+    } else if (key == "ITEM") {
+        if (auto item = parseSlashedItem(value))
+            set.items.push_back(*std::move(item));
+    }
+}
+
+} // namespace
+
+std::optional<SetData> SetData::parse(std::string_view text, Timestamp now) {
+    auto set = SetData::make(now);
+    Lines lines(text);
+    while (const auto line = lines.next())
+        readLine(set, trimmed(*line));
+    if (set.setNumber.empty() && set.brand.empty())
+        return std::nullopt;
+    return set;
+}
+
+std::string SetData::toQRText() const {
+    std::string text;
+    addField(text, "SET", setNumber);
+    addField(text, "BRAND", brand);
+    for (const auto& item : items)
+        addLine(text, "ITEM", slashed(item));
+    addField(text, "MODEL", model);
+    addField(text, "LOCATION", location);
+    addField(text, "EMAIL", email);
+    return text;
+}
+
+std::string SetData::headline() const {
+    std::string line = setNumber.empty() ? "" : "Set " + setNumber;
+    if (!setNumber.empty() && !brand.empty())
+        line += " — ";
+    return line + brand;
+}
+
+std::string SetData::description() const {
+    std::string line;
+    for (const auto& item : items) {
+        if (&item != &items.front())
+            line += ", ";
+        line += item.name;
+        if (!item.color.empty())
+            line += " " + item.color;
+    }
+    return line;
+}
+
+} // namespace vantor

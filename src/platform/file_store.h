@@ -1,0 +1,61 @@
+// FileStore: whole files, read and replaced.
+//
+// - A file is replaced whole or not at all: whoever reads it finds the old content or the new one, also after
+//   a crash, a power cut, a full disk or an error in the middle.
+// - Nothing is reported beyond success or failure; nothing throws.
+#pragma once
+
+#include "platform/byte_sink.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vantor {
+
+class FileStore {
+public:
+    enum class ReadFailure {
+        // No file of that name exists.
+        Missing,
+        // More bytes than were asked for at most.
+        TooLarge,
+        // It is no regular file, may not be read, or reading it failed.
+        Unreadable,
+    };
+    struct ReadResult {
+        // The file's content; absent on failure.
+        std::optional<std::string> bytes;
+        // Why there is none.
+        ReadFailure failure = ReadFailure::Unreadable;
+    };
+
+    static constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+
+    virtual ~FileStore() = default;
+
+    // Reads a regular file of at most `mostBytes`. Never waits for another program, as reading a pipe would.
+    [[nodiscard]] virtual ReadResult read(const std::filesystem::path& path,
+                                          std::uint64_t mostBytes = kNoLimit) const = 0;
+
+    // Replaces the file, or makes it, with what `write` puts into the sink. Its permissions are kept, and where
+    // the name is a symbolic link, the link is kept and its target replaced. When `write` returns false or
+    // anything fails the file stays as it was and the result is false. The folder has to exist.
+    virtual bool replace(const std::filesystem::path& path,
+                         const std::function<bool(ByteSink&)>& write) const = 0;
+    bool replace(const std::filesystem::path& path, std::string_view bytes) const {
+        return replace(path, [&](ByteSink& sink) { return sink.write(bytes); });
+    }
+
+    // Makes the folder and every missing one above it; true when it is there afterwards.
+    virtual bool createFolders(const std::filesystem::path& folder) const = 0;
+
+    // Gives a file another name in its folder; false, and nothing changed, when that name is taken.
+    virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const = 0;
+};
+
+} // namespace vantor

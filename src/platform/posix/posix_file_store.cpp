@@ -1,0 +1,222 @@
+#include "platform/posix/posix_file_store.h"
+
+#include "base/uuid.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+namespace vantor {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Repeats a system call for as long as a signal interrupts it.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+
+    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
+    [[nodiscard]] int number() const { return m_number; }
+
+    // Some file systems tell only here that something was not written. An interrupted close has closed.
+    bool close() {
+        const int result = ::close(std::exchange(m_number, -1));
+        return result == 0 || errno == EINTR;
+    }
+
+private:
+    int m_number;
+};
+
+Descriptor open(const fs::path& path, int flags, mode_t mode = 0) {
+    return Descriptor(uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+}
+
+// Collects small pieces, since a PDF writer hands over a few bytes at a time.
+class DescriptorSink final : public ByteSink {
+public:
+    explicit DescriptorSink(int descriptor) : m_descriptor(descriptor) {}
+
+    bool write(std::string_view bytes) override {
+        if (m_pending.size() + bytes.size() < kBufferBytes) {
+            m_pending += bytes;
+            return !m_failed;
+        }
+        return flush() && writeAll(bytes);
+    }
+
+    bool flush() {
+        const bool written = writeAll(m_pending);
+        m_pending.clear();
+        return written;
+    }
+
+private:
+    static constexpr std::size_t kBufferBytes = 64 * 1024;
+
+    bool writeAll(std::string_view bytes) {
+        while (!m_failed && !bytes.empty()) {
+            const auto count =
+                uninterrupted([&] { return ::write(m_descriptor, bytes.data(), bytes.size()); });
+            if (count <= 0)
+                m_failed = true;
+            else
+                bytes.remove_prefix(static_cast<std::size_t>(count));
+        }
+        return !m_failed;
+    }
+
+    int m_descriptor;
+    std::string m_pending;
+    bool m_failed = false;
+};
+
+// Where the name leads to once all symbolic links are followed, also when nothing is there yet.
+std::optional<fs::path> resolved(fs::path path) {
+    static constexpr int kMostLinks = 40;
+    for (int links = 0; links < kMostLinks; ++links) {
+        std::error_code error;
+        const auto status = fs::symlink_status(path, error);
+        if (status.type() != fs::file_type::symlink)
+            return path;
+        const auto target = fs::read_symlink(path, error);
+        if (error)
+            return std::nullopt;
+        path = target.is_absolute() ? target : path.parent_path() / target;
+    }
+    return std::nullopt;
+}
+
+fs::path folderOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+bool syncFolder(const fs::path& folder) {
+    auto descriptor = open(folder, O_RDONLY | O_DIRECTORY);
+    if (!descriptor.isOpen())
+        return false;
+    const int result = uninterrupted([&] { return ::fsync(descriptor.number()); });
+    // File systems that keep no folders on a disk say that there is nothing to sync.
+    return result == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+// Opens the file that is to be replaced, without changing it, to learn whether it may be.
+struct OldFile {
+    bool mayBeReplaced = false;
+    std::optional<mode_t> mode;
+};
+
+OldFile examine(const fs::path& path) {
+    const auto descriptor = open(path, O_WRONLY | O_NONBLOCK);
+    if (!descriptor.isOpen())
+        return {errno == ENOENT, std::nullopt};
+    struct stat status {};
+    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    return {true, status.st_mode & 07777};
+}
+
+bool writeTemporary(const fs::path& path, std::optional<mode_t> mode,
+                    const std::function<bool(ByteSink&)>& write) {
+    auto descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
+    if (!descriptor.isOpen())
+        return false;
+    DescriptorSink sink(descriptor.number());
+    if (!write(sink) || !sink.flush())
+        return false;
+    if (mode && uninterrupted([&] { return ::fchmod(descriptor.number(), *mode); }) != 0)
+        return false;
+    if (uninterrupted([&] { return ::fsync(descriptor.number()); }) != 0)
+        return false;
+    return descriptor.close();
+}
+
+} // namespace
+
+FileStore::ReadResult PosixFileStore::read(const fs::path& path, std::uint64_t mostBytes) const {
+    const auto failed = [](ReadFailure why) { return ReadResult{std::nullopt, why}; };
+    // Without blocking, a named pipe opens at once and is refused below instead of waiting for a writer.
+    const auto descriptor = open(path, O_RDONLY | O_NONBLOCK);
+    if (!descriptor.isOpen())
+        return failed(errno == ENOENT ? ReadFailure::Missing : ReadFailure::Unreadable);
+    struct stat status {};
+    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return failed(ReadFailure::Unreadable);
+    if (static_cast<std::uint64_t>(status.st_size) > mostBytes)
+        return failed(ReadFailure::TooLarge);
+
+    // One byte more than the size tells the end from a file that grew meanwhile.
+    std::string bytes(static_cast<std::size_t>(status.st_size) + 1, '\0');
+    std::size_t length = 0;
+    while (true) {
+        if (length == bytes.size())
+            bytes.resize(bytes.size() * 2);
+        const auto count = uninterrupted(
+            [&] { return ::read(descriptor.number(), bytes.data() + length, bytes.size() - length); });
+        if (count < 0)
+            return failed(ReadFailure::Unreadable);
+        if (count == 0)
+            break;
+        length += static_cast<std::size_t>(count);
+        if (length > mostBytes)
+            return failed(ReadFailure::TooLarge);
+    }
+    bytes.resize(length);
+    return {std::move(bytes), {}};
+}
+
+bool PosixFileStore::replace(const fs::path& path, const std::function<bool(ByteSink&)>& write) const {
+    const auto target = resolved(path);
+    if (!target || !target->has_filename())
+        return false;
+    const auto old = examine(*target);
+    if (!old.mayBeReplaced)
+        return false;
+    const auto folder = folderOf(*target);
+    const auto temporary = folder / (std::string(kTemporaryPrefix) + Uuid::random().text());
+    if (!writeTemporary(temporary, old.mode, write) ||
+        uninterrupted([&] { return ::rename(temporary.c_str(), target->c_str()); }) != 0) {
+        uninterrupted([&] { return ::unlink(temporary.c_str()); });
+        return false;
+    }
+    return syncFolder(folder);
+}
+
+bool PosixFileStore::createFolders(const fs::path& folder) const {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    return fs::is_directory(folder, error);
+}
+
+bool PosixFileStore::rename(const fs::path& from, const fs::path& to) const {
+    // A hard link refuses a name that is taken, which a rename would replace.
+    if (uninterrupted([&] { return ::link(from.c_str(), to.c_str()); }) == 0)
+        return uninterrupted([&] { return ::unlink(from.c_str()); }) == 0;
+    std::error_code error;
+    if (errno == EEXIST || fs::exists(to, error))
+        return false;
+    return uninterrupted([&] { return ::rename(from.c_str(), to.c_str()); }) == 0;
+}
+
+} // namespace vantor

@@ -1,0 +1,24 @@
+// PosixFileStore: FileStore on POSIX files.
+//
+// A file is replaced through a temporary one beside it, named ".vantor-save-" and an identifier: written,
+// synced to disk, given the old file's permissions, renamed over it, and the folder synced. Interrupted calls
+// are repeated; any other failure removes the temporary file. Stateless; may be used from any thread.
+#pragma once
+
+#include "platform/file_store.h"
+
+namespace vantor {
+
+class PosixFileStore final : public FileStore {
+public:
+    static constexpr std::string_view kTemporaryPrefix = ".vantor-save-";
+
+    using FileStore::replace;
+
+    [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override;
+    bool replace(const std::filesystem::path& path, const std::function<bool(ByteSink&)>& write) const override;
+    bool createFolders(const std::filesystem::path& folder) const override;
+    bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const override;
+};
+
+} // namespace vantor

@@ -1,0 +1,45 @@
+#include "platform/qrencode/qrencode_encoder.h"
+
+#include <qrencode.h>
+
+#include <limits>
+#include <memory>
+
+namespace vantor {
+namespace {
+
+struct InputDeleter {
+    void operator()(QRinput* input) const { QRinput_free(input); }
+};
+struct CodeDeleter {
+    void operator()(QRcode* code) const { QRcode_free(code); }
+};
+
+} // namespace
+
+std::optional<Bitmap> QrencodeEncoder::encode(std::string_view bytes) const {
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return std::nullopt;
+    const std::unique_ptr<QRinput, InputDeleter> input(QRinput_new2(0, QR_ECLEVEL_M));
+    if (!input)
+        return std::nullopt;
+    // The library refuses a segment without bytes but makes a code of an input without segments.
+    if (!bytes.empty() && QRinput_append(input.get(), QR_MODE_8, static_cast<int>(bytes.size()),
+                                         reinterpret_cast<const unsigned char*>(bytes.data())) != 0)
+        return std::nullopt;
+    const std::unique_ptr<QRcode, CodeDeleter> code(QRcode_encodeInput(input.get()));
+    if (!code)
+        return std::nullopt;
+
+    Bitmap modules(code->width + 2 * kQuietModules, code->width + 2 * kQuietModules);
+    const unsigned char* module = code->data;
+    for (int y = 0; y < code->width; ++y) {
+        for (int x = 0; x < code->width; ++x, ++module) {
+            if ((*module & 1U) != 0)
+                modules.setBlack(x + kQuietModules, y + kQuietModules);
+        }
+    }
+    return modules;
+}
+
+} // namespace vantor

@@ -1,0 +1,82 @@
+// ProductCatalog: owns the products, the client names and the brand names, and keeps them in their file.
+//
+// - Every change is announced through willChange() before it takes effect; whoever hears of it may read, but
+//   not change, the store. Every adding, updating and deleting operation then saves all three lists.
+// - Names are sorted by Dutch collation, ignoring case; products by name, equal names in their previous order.
+//   Loaded lists stand as they were read until the first sort.
+// - Nothing reports errors: blank names are ignored, and when reading or writing the file fails, what is in
+//   memory holds.
+// - Belongs to the user-interface thread.
+#pragma once
+
+#include "base/signal.h"
+#include "model/product.h"
+#include "store/store_file.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor {
+
+class ProductCatalog {
+public:
+    enum class Change { Products, Clients, Brands };
+
+    // An empty catalogue; without a file nothing is ever read or written.
+    explicit ProductCatalog(std::optional<StoreFile> file = std::nullopt);
+
+    // Tells what is about to change; the new state can be read once the announcing operation has returned.
+    [[nodiscard]] Signal<Change>& willChange() { return m_willChange; }
+
+    [[nodiscard]] const std::vector<Product>& products() const { return m_data.products; }
+    [[nodiscard]] const std::vector<std::string>& clients() const { return m_data.clients; }
+    [[nodiscard]] const std::vector<std::string>& brands() const { return m_data.brands; }
+
+    // Neither sort nor save.
+    void setProducts(std::vector<Product> products);
+    void setClients(std::vector<std::string> clients);
+    void setBrands(std::vector<std::string> brands);
+
+    [[nodiscard]] std::vector<std::string> allClientNames() const;
+    // Also the brands that only products name; each spelling once.
+    [[nodiscard]] std::vector<std::string> allBrandNames() const;
+
+    // The trimmed name, unless it is empty or the list holds it in any case.
+    void addClient(std::string_view name);
+    void addBrand(std::string_view name);
+    // Every entry of exactly that name; products and shoots keep theirs.
+    void deleteClient(std::string_view name);
+    void deleteBrand(std::string_view name);
+
+    // With the trimmed name, unless that is empty; the brand is taken as it stands. Duplicates are allowed.
+    void addProduct(std::string_view name, std::vector<std::string> colors, std::string brand);
+    // Name and brand are trimmed, and may be empty then.
+    void updateProduct(Uuid id, std::string_view name, std::vector<std::string> colors,
+                       std::string_view brand);
+    void deleteProduct(Uuid id);
+
+    // Adds every product of the text whose name the catalogue, or an earlier line, does not hold in any case;
+    // lines without a brand column get `defaultBrand`. Sorts and saves once. The result counts what was added.
+    int importCSV(std::string_view text, std::string_view defaultBrand);
+    [[nodiscard]] std::string exportCSV() const;
+
+    // Replaces the lists by those of the file; one that is missing or unreadable changes nothing.
+    void load();
+    void save();
+
+private:
+    void addName(Change list, std::vector<std::string>& names, std::string_view name);
+    void deleteName(Change list, std::vector<std::string>& names, std::string_view name);
+    void sortAndSave();
+
+    std::optional<StoreFile> m_file;
+    CatalogData m_data;
+    Signal<Change> m_willChange;
+};
+
+// The names once each, compared to the letter, sorted by Dutch collation, ignoring case.
+[[nodiscard]] std::vector<std::string> uniqueSortedNames(std::vector<std::string> names);
+
+} // namespace vantor
