@@ -8,15 +8,28 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <charconv>
 #include <cmath>
+#include <optional>
+#include <system_error>
 
 namespace vantor {
 namespace {
 
-constexpr unsigned kScalarFlags = rapidjson::kParseStopWhenDoneFlag | rapidjson::kParseFullPrecisionFlag |
+// Numbers are checked here but converted by the standard library: exactly, and without the undefined shifts of
+// this one for a zero with an exponent.
+constexpr unsigned kScalarFlags = rapidjson::kParseStopWhenDoneFlag | rapidjson::kParseNumbersAsStringsFlag |
                                   rapidjson::kParseValidateEncodingFlag;
 constexpr unsigned kSkipFlags = kScalarFlags | rapidjson::kParseIterativeFlag;
 
+// The library refuses all else that is not valid UTF-8, but takes the escape of a low surrogate on its own.
+bool holdsSurrogate(std::string_view text) {
+    for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
+        if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0)
+            return true;
+    }
+    return false;
+}
 
 // Takes one text into a string, and refuses everything else.
 struct TextHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TextHandler> {
@@ -26,37 +39,30 @@ struct TextHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TextHandler
     bool Default() { return false; }
     bool String(const char* text, rapidjson::SizeType length, bool) {
         out.assign(text, length);
-        return true;
+        return !holdsSurrogate(out);
     }
 };
 
-
+// Takes one number, as it is written, into a string.
 struct NumberHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, NumberHandler> {
-    double number = 0;
-    std::int64_t integer = 0;
-    bool isInteger = false;
+    std::string& out;
 
-    bool take(std::int64_t value) {
-        integer = value;
-        number = static_cast<double>(value);
-        return isInteger = true;
-    }
+    explicit NumberHandler(std::string& target) : out(target) {}
     bool Default() { return false; }
-    bool Int(int value) { return take(value); }
-    bool Uint(unsigned value) { return take(value); }
-    bool Int64(std::int64_t value) { return take(value); }
-    bool Uint64(std::uint64_t value) {
-        number = static_cast<double>(value);
-        return true;
-    }
-    bool Double(double value) {
-        number = value;
-        // The bounds are the powers of two beside the type's range: the largest integer itself is no double.
-        isInteger = value >= -0x1p63 && value < 0x1p63 && std::trunc(value) == value;
-        integer = isInteger ? static_cast<std::int64_t>(value) : 0;
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+        out.assign(text, length);
         return true;
     }
 };
+
+// Absent when the value is too large, or too close to zero, for the type.
+template <typename Number>
+std::optional<Number> converted(std::string_view text) {
+    Number value = 0;
+    const auto* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    return result.ec == std::errc() && result.ptr == end ? std::optional(value) : std::nullopt;
+}
 
 struct NullHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, NullHandler> {
     bool Default() { return false; }
@@ -69,6 +75,9 @@ struct SkipHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, SkipHandler
 
     bool enter() { return ++depth <= kMaximumJsonDepth; }
     bool leave() { return --depth >= 0; }
+    bool String(const char* text, rapidjson::SizeType length, bool) {
+        return !holdsSurrogate({text, length});
+    }
     bool StartObject() { return enter(); }
     bool EndObject(rapidjson::SizeType) { return leave(); }
     bool StartArray() { return enter(); }
@@ -91,7 +100,8 @@ struct JsonReader::Source {
 };
 
 JsonReader::JsonReader(std::string_view text)
-    : m_source(std::make_unique<Source>(withoutByteOrderMark(text))) {}
+    : m_source(std::make_unique<Source>(withoutByteOrderMark(text))),
+      m_markLength(text.size() - withoutByteOrderMark(text).size()) {}
 
 JsonReader::~JsonReader() = default;
 
@@ -165,18 +175,28 @@ bool JsonReader::readText(std::string_view& out) {
 }
 
 bool JsonReader::readNumber(double& out) {
-    NumberHandler handler;
+    NumberHandler handler(m_source->scratch);
     if (m_failed || !m_source->parse<kScalarFlags>(handler))
         return fail();
-    out = handler.number;
+    const auto value = converted<double>(m_source->scratch);
+    if (!value)
+        return fail();
+    out = *value;
     return true;
 }
 
 bool JsonReader::readInteger(std::int64_t& out) {
-    NumberHandler handler;
-    if (m_failed || !m_source->parse<kScalarFlags>(handler) || !handler.isInteger)
+    double number = 0;
+    if (!readNumber(number))
+        return false;
+    if (const auto whole = converted<std::int64_t>(m_source->scratch)) {
+        out = *whole;
+        return true;
+    }
+    // The bounds are powers of two: the largest integer itself is no double, and the least was read above.
+    if (!(number > -0x1p63 && number < 0x1p63 && std::trunc(number) == number))
         return fail();
-    out = handler.integer;
+    out = static_cast<std::int64_t>(number);
     return true;
 }
 
@@ -198,6 +218,10 @@ bool JsonReader::finished() {
         return false;
     rapidjson::SkipWhitespace(m_source->stream);
     return m_source->stream.Tell() == m_source->stream.size_ || fail();
+}
+
+std::size_t JsonReader::position() const {
+    return m_markLength + m_source->stream.Tell();
 }
 
 struct JsonWriter::Target {

@@ -8,6 +8,7 @@
 // memory than its text. Numbers are written so that they read back to the same bits, whatever the locale.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -61,6 +62,8 @@ public:
     [[nodiscard]] bool failed() const { return m_failed; }
     // True when nothing failed and nothing but white space is left.
     [[nodiscard]] bool finished();
+    // How many bytes have been read, a byte-order mark included; after a failure, about where it was.
+    [[nodiscard]] std::size_t position() const;
 
 private:
     struct Source;
@@ -71,6 +74,7 @@ private:
     bool nextElement(bool first);
 
     std::unique_ptr<Source> m_source;
+    std::size_t m_markLength;
     std::string m_key;
     bool m_failed = false;
 };

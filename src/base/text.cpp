@@ -123,8 +123,7 @@ bool standsAlone(std::string_view text, std::size_t at) {
         if (next == U_GCB_EXTEND || next == U_GCB_ZWJ || next == U_GCB_SPACING_MARK)
             return false;
     }
-    if (at > 0 && !isAscii(text[at - 1]) &&
-        clusterClass(decodeBefore(text, at).character) == U_GCB_PREPEND)
+    if (at > 0 && !isAscii(text[at - 1]) && clusterClass(decodeBefore(text, at).character) == U_GCB_PREPEND)
         return false;
     return true;
 }
@@ -187,7 +186,7 @@ const icu::Collator& collator() {
 
 } // namespace
 
-bool isValidUtf8(std::string_view bytes) {
+std::optional<std::size_t> firstInvalidUtf8(std::string_view bytes) {
     std::size_t at = 0;
     while (at < bytes.size()) {
         if (isAscii(bytes[at])) {
@@ -199,10 +198,45 @@ bool isValidUtf8(std::string_view bytes) {
         UChar32 character = 0;
         U8_NEXT(window.data(), length, static_cast<std::int32_t>(window.size()), character);
         if (character < 0)
-            return false;
+            return at;
         at += static_cast<std::size_t>(length);
     }
-    return true;
+    return std::nullopt;
+}
+
+bool isValidUtf8(std::string_view bytes) {
+    return !firstInvalidUtf8(bytes);
+}
+
+std::u32string characters(std::string_view text) {
+    std::u32string out;
+    out.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto decoded = decodeAt(text, at);
+        out += static_cast<char32_t>(decoded.character);
+        at += decoded.length;
+    }
+    return out;
+}
+
+std::string utf8(std::u32string_view characters) {
+    std::string out;
+    out.reserve(characters.size());
+    for (const char32_t character : characters) {
+        std::array<char, U8_MAX_LENGTH> buffer{};
+        std::int32_t length = 0;
+        UBool failed = false;
+        U8_APPEND(buffer.data(), length, U8_MAX_LENGTH, static_cast<UChar32>(character), failed);
+        out += failed ? std::string_view("\uFFFD")
+                      : std::string_view(buffer.data(), static_cast<std::size_t>(length));
+    }
+    return out;
+}
+
+bool isRightToLeft(char32_t character) {
+    const auto direction = u_charDirection(static_cast<UChar32>(character));
+    return direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC ||
+           direction == U_ARABIC_NUMBER;
 }
 
 std::string_view withoutByteOrderMark(std::string_view text) {
@@ -254,7 +288,8 @@ std::string onOneLine(std::string_view text) {
 }
 
 std::size_t findCharacter(std::string_view text, char separator, std::size_t from) {
-    for (auto at = text.find(separator, from); at != std::string_view::npos; at = text.find(separator, at + 1)) {
+    for (auto at = text.find(separator, from); at != std::string_view::npos;
+         at = text.find(separator, at + 1)) {
         if (standsAlone(text, at))
             return at;
     }

@@ -15,7 +15,17 @@
 
 namespace vantor {
 
+// Where the first byte stands that begins no valid character; absent when all is valid UTF-8.
+[[nodiscard]] std::optional<std::size_t> firstInvalidUtf8(std::string_view bytes);
 [[nodiscard]] bool isValidUtf8(std::string_view bytes);
+
+// The code points of a text, and back.
+[[nodiscard]] std::u32string characters(std::string_view text);
+[[nodiscard]] std::string utf8(std::u32string_view characters);
+
+// Letters that are written from right to left, and the numbers and marks that go with them (bidirectional classes
+// R, AL and AN).
+[[nodiscard]] bool isRightToLeft(char32_t character);
 
 // A byte-order mark at the start of a text file is not part of its text.
 [[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);

@@ -113,9 +113,9 @@ std::string Timestamp::iso8601() const {
     const year_month_day date{kReference + days{dayCount}};
     const auto second = static_cast<int>(whole - std::int64_t{dayCount} * 86400);
     std::array<char, 32> buffer{};
-    const int length =
-        std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", int{date.year()},
-                      unsigned{date.month()}, unsigned{date.day()}, second / 3600, second / 60 % 60, second % 60);
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ",
+                                     int{date.year()}, unsigned{date.month()}, unsigned{date.day()},
+                                     second / 3600, second / 60 % 60, second % 60);
     return {buffer.data(), static_cast<std::size_t>(length)};
 }
 

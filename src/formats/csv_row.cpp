@@ -39,14 +39,18 @@ std::vector<std::string> parseCSVRow(std::string_view line) {
 }
 
 std::string quotedCell(std::string_view cell) {
-    if (cell.find_first_of(";\"\n") == std::string_view::npos)
+    static constexpr auto kNone = std::string_view::npos;
+    auto quote = findCharacter(cell, '"');
+    if (quote == kNone && findCharacter(cell, ';') == kNone && cell.find('\n') == kNone)
         return std::string(cell);
     std::string out = "\"";
-    for (const char c : cell) {
-        if (c == '"')
-            out += c;
-        out += c;
+    std::size_t from = 0;
+    for (; quote != kNone; quote = findCharacter(cell, '"', from)) {
+        out.append(cell, from, quote - from);
+        out += "\"\"";
+        from = quote + 1;
     }
+    out.append(cell, from);
     return out + '"';
 }
 

@@ -120,8 +120,13 @@ std::string writeSetCSV(const Shoot& shoot) {
     std::string text = lookUp("Set;Merk;Items;Model;Locatie;Email;Getagd");
     for (const auto& set : shoot.sets) {
         const std::array<std::string, 7> cells{
-            set.setNumber, set.brand, itemsCell(set.items),            set.model,
-            set.location,  set.email, std::to_string(set.taggedCount),
+            set.setNumber,
+            set.brand,
+            itemsCell(set.items),
+            set.model,
+            set.location,
+            set.email,
+            std::to_string(set.taggedCount),
         };
         text += '\n';
         for (std::size_t i = 0; i < cells.size(); ++i) {

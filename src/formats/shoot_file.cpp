@@ -15,6 +15,12 @@ std::optional<Shoot> readShootFile(std::string_view bytes) {
     return readShoot(bytes, DateForm::Iso8601);
 }
 
+std::size_t whereUnreadable(std::string_view bytes) {
+    std::size_t stoppedAt = 0;
+    static_cast<void>(readShoot(bytes, DateForm::Iso8601, &stoppedAt));
+    return stoppedAt;
+}
+
 std::string writeSetObject(const SetData& set) {
     JsonWriter out(JsonWriter::Layout::Indented);
     writeSet(out, set, DateForm::Iso8601);

@@ -3,6 +3,7 @@
 
 #include "model/shoot.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,9 @@ namespace vantor {
 
 // The shoot as it stands in the file, ids and all. Absent when the bytes are not a shoot file.
 [[nodiscard]] std::optional<Shoot> readShootFile(std::string_view bytes);
+
+// How many bytes of something that is not a shoot file could be read before that showed.
+[[nodiscard]] std::size_t whereUnreadable(std::string_view bytes);
 
 // One set in the form that it has inside a shoot file.
 [[nodiscard]] std::string writeSetObject(const SetData& set);

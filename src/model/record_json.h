@@ -14,6 +14,7 @@
 #include "base/uuid.h"
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,7 +33,10 @@ enum class DateForm {
 
 // A list of records or of values, but not a text.
 template <typename T>
-concept JsonList = requires(T list) { list.emplace_back(); } && !std::same_as<T, std::string>;
+concept JsonList = requires(T list) {
+    list.emplace_back();
+}
+&&!std::same_as<T, std::string>;
 
 // For visitMembers(): T is Record or const Record.
 template <typename T, typename Record>
@@ -145,7 +149,9 @@ private:
         void optional(std::string_view name, Value& value) {
             if (!found && name == key) {
                 found = true;
-                if (!reader.m_in.takeNull())
+                if (reader.m_in.takeNull())
+                    value = Value();
+                else
                     reader.read(value);
             }
         }
@@ -187,13 +193,17 @@ private:
     DateForm m_dates;
 };
 
-// Reads a whole text as one value; absent when it is anything else or followed by more.
+// Reads a whole text as one value; absent when it is anything else or followed by more. `stoppedAt`, where it is
+// asked for, tells how far reading came, in bytes.
 template <typename Value>
-[[nodiscard]] std::optional<Value> readDocument(std::string_view json, DateForm dates) {
+[[nodiscard]] std::optional<Value> readDocument(std::string_view json, DateForm dates,
+                                                std::size_t* stoppedAt = nullptr) {
     JsonReader in(json);
     std::optional<Value> value(std::in_place);
     if (!RecordReader(in, dates).read(*value) || !in.finished())
         value.reset();
+    if (stoppedAt != nullptr)
+        *stoppedAt = in.position();
     return value;
 }
 

@@ -36,8 +36,11 @@ void readLine(SetData& set, std::string_view line) {
     } else if (key == "EMAIL") {
         set.email = value;
     } else if (key == "ITEM") {
-        if (auto item = parseSlashedItem(value))
-            set.items.push_back(*std::move(item));
+        // Unlike in a table's cell, a blank name in front of a second slash stands.
+        const auto item = splitOnce(value, '/');
+        if (item.first)
+            set.items.push_back(
+                SetItem::make(std::string(*item.first), std::string(item.second.value_or(""))));
     }
 }
 

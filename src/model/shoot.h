@@ -80,7 +80,8 @@ struct Shoot {
     std::vector<SetActivation> activationLog;
 
     // A shoot without sets, with a fresh id.
-    [[nodiscard]] static Shoot make(std::string name, std::string location, std::string client, Timestamp now);
+    [[nodiscard]] static Shoot make(std::string name, std::string location, std::string client,
+                                    Timestamp now);
 };
 
 // A garment as (name, colour) is written "name/colour", without a colour as its name alone.

@@ -58,8 +58,8 @@ std::optional<std::vector<Shoot>> readShoots(std::string_view json, DateForm dat
     return readDocument<std::vector<Shoot>>(json, dates);
 }
 
-std::optional<Shoot> readShoot(std::string_view json, DateForm dates) {
-    return readDocument<Shoot>(json, dates);
+std::optional<Shoot> readShoot(std::string_view json, DateForm dates, std::size_t* stoppedAt) {
+    return readDocument<Shoot>(json, dates, stoppedAt);
 }
 
 } // namespace vantor

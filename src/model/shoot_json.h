@@ -9,6 +9,7 @@
 #include "model/record_json.h"
 #include "model/shoot.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,8 @@ void writeShoot(JsonWriter& out, const Shoot& shoot, DateForm dates);
 void writeSet(JsonWriter& out, const SetData& set, DateForm dates);
 
 [[nodiscard]] std::optional<std::vector<Shoot>> readShoots(std::string_view json, DateForm dates);
-[[nodiscard]] std::optional<Shoot> readShoot(std::string_view json, DateForm dates);
+// `stoppedAt`, where it is asked for, tells how far reading came, in bytes.
+[[nodiscard]] std::optional<Shoot> readShoot(std::string_view json, DateForm dates,
+                                             std::size_t* stoppedAt = nullptr);
 
 } // namespace vantor

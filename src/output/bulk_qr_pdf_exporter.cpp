@@ -34,10 +34,12 @@ PdfRect usableArea() {
 PdfRect cellOf(std::size_t place, const CardLayout& layout) {
     const auto area = usableArea();
     const auto columns = static_cast<std::size_t>(layout.columns);
+    const auto column = place % columns;
+    const auto row = place / columns;
     const double width = area.width / layout.columns;
     const double height = area.height / layout.rows;
-    return {area.x + static_cast<double>(place % columns) * width,
-            area.y + area.height - static_cast<double>(place / columns + 1) * height, width, height};
+    return {area.x + static_cast<double>(column) * width,
+            area.y + area.height - static_cast<double>(row + 1) * height, width, height};
 }
 
 std::vector<PdfLine> cuttingLines(const CardLayout& layout) {
@@ -61,6 +63,7 @@ std::string placeLine(const SetData& set) {
 
 std::string itemsLine(const SetData& set) {
     std::vector<std::string> texts;
+    texts.reserve(set.items.size());
     for (const auto& item : set.items)
         texts.push_back(item.color.empty() ? item.name : item.name + " (" + item.color + ")");
     return joined(texts, ", ");
@@ -96,8 +99,11 @@ const CardLayout& cardLayout(BulkQRDensity density) {
     return density == BulkQRDensity::large ? kLarge : kCompact;
 }
 
-BulkQRPDFExporter::BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory canvases, const FileStore& files)
-    : m_generator(encoder), m_canvases(std::move(canvases)), m_files(files) {}
+BulkQRPDFExporter::BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory canvases,
+                                     const FileStore& files)
+    : m_generator(encoder),
+      m_canvases(std::move(canvases)),
+      m_files(files) {}
 
 bool BulkQRPDFExporter::exportTo(const std::deque<SetData>& sets, BulkQRDensity density,
                                  const std::filesystem::path& to, const Progress& progress) const {
@@ -117,8 +123,8 @@ std::optional<double> BulkQRPDFExporter::moduleEdge(const SetData& set, BulkQRDe
     return cardLayout(density).qrEdge / modules->width() * kMillimetresPerPoint;
 }
 
-bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const std::deque<SetData>& sets, const CardLayout& layout,
-                                  const Progress& progress) const {
+bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const std::deque<SetData>& sets,
+                                  const CardLayout& layout, const Progress& progress) const {
     const auto perPage = static_cast<std::size_t>(layout.cardsPerPage());
     const auto lines = cuttingLines(layout);
     for (std::size_t first = 0; first < sets.size(); first += perPage) {

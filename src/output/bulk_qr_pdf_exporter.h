@@ -1,7 +1,7 @@
 // BulkQRPDFExporter: the QR cards of many sets on A4 pages, with cutting lines, as one PDF file.
 //
 // - Lengths are points, the origin is the page's lower left corner.
-// - Codes are drawn from their modules, a whole number of pixels each, so that no module is wider than another.
+// - Codes are drawn from their modules, a whole number of pixels each, so that all modules are equally wide.
 // - Borrows what it is given for its lifetime; keeps nothing between exports.
 #pragma once
 
@@ -56,9 +56,9 @@ public:
 
     BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory canvases, const FileStore& files);
 
-    // Writes the cards of the sets, in their order, to the file, replacing it whole. False, and nothing written,
-    // when there are no sets, the file cannot be written, or the export was abandoned. A set whose text is too
-    // long for a code leaves its cell empty.
+    // Writes the cards of the sets, in their order, to the file, replacing it whole. False, and nothing
+    // written, when there are no sets, the file cannot be written, or the export was abandoned. A set whose
+    // text is too long for a code leaves its cell empty.
     bool exportTo(const std::deque<SetData>& sets, BulkQRDensity density, const std::filesystem::path& to,
                   const Progress& progress = {}) const;
 

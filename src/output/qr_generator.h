@@ -15,8 +15,9 @@ class QRGenerator {
 public:
     explicit QRGenerator(const QrEncoder& encoder) : m_encoder(encoder) {}
 
-    // A picture of exactly `size` × `size` pixels, its modules stretched to fill it, each pixel taking the module
-    // under its centre. Absent when the text is not valid UTF-8, takes more than 2,331 bytes, or `size` is under 1.
+    // A picture of exactly `size` × `size` pixels, its modules stretched to fill it, each pixel taking the
+    // module under its centre. Absent when the text is not valid UTF-8, takes more than 2,331 bytes, or
+    // `size` is under 1.
     [[nodiscard]] std::optional<Bitmap> generate(std::string_view from, int size) const;
 
     // The modules themselves, one pixel each, with their quiet zone; absent as above.

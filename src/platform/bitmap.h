@@ -15,7 +15,9 @@ class Bitmap {
 public:
     // All white; both lengths in pixels, 0 or more.
     Bitmap(int width, int height)
-        : m_width(width), m_height(height), m_rowBytes((static_cast<std::size_t>(width) + 7) / 8),
+        : m_width(width),
+          m_height(height),
+          m_rowBytes((static_cast<std::size_t>(width) + 7) / 8),
           m_bytes(m_rowBytes * static_cast<std::size_t>(height)) {}
 
     [[nodiscard]] int width() const { return m_width; }

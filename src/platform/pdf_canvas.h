@@ -37,7 +37,7 @@ struct PdfStroke {
     double gray = 0;
     double alpha = 1;
     double width = 1;
-    // Lengths of the dashes and of the gaps between them.
+    // Lengths of the dashes and of the gaps between them; without dashes the line is solid.
     double dash = 0;
     double gap = 0;
 };
@@ -74,6 +74,7 @@ public:
 };
 
 // Makes a canvas for pages of the given size in points, writing to a sink that outlives it; null on failure.
-using PdfCanvasFactory = std::function<std::unique_ptr<PdfCanvas>(ByteSink& sink, double width, double height)>;
+using PdfCanvasFactory =
+    std::function<std::unique_ptr<PdfCanvas>(ByteSink& sink, double width, double height)>;
 
 } // namespace vantor

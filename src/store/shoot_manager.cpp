@@ -23,7 +23,8 @@ void eraseWithId(Records& records, Uuid id) {
 } // namespace
 
 ShootManager::ShootManager(std::optional<StoreFile> file, Clock clock)
-    : m_file(std::move(file)), m_clock(std::move(clock)) {}
+    : m_file(std::move(file)),
+      m_clock(std::move(clock)) {}
 
 const Shoot* ShootManager::shoot(Uuid id) const {
     const auto found = withId(m_shoots, id);
@@ -161,7 +162,8 @@ std::optional<Shoot> ShootManager::importShoot(std::string_view from) {
     auto read = readShootFile(from);
     if (!read)
         return std::nullopt;
-    auto added = Shoot::make(std::move(read->name), std::move(read->location), std::move(read->client), m_clock());
+    auto added =
+        Shoot::make(std::move(read->name), std::move(read->location), std::move(read->client), m_clock());
     added.sets = std::move(read->sets);
     for (auto& set : added.sets)
         set.id = Uuid::random();

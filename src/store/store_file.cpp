@@ -6,7 +6,9 @@
 namespace vantor {
 
 StoreFile::StoreFile(const FileStore& files, std::filesystem::path path, Clock clock)
-    : m_files(files), m_path(std::move(path)), m_clock(std::move(clock)) {}
+    : m_files(files),
+      m_path(std::move(path)),
+      m_clock(std::move(clock)) {}
 
 std::optional<std::string> StoreFile::load() {
     auto result = m_files.read(m_path);

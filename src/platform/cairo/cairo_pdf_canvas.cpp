@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace vantor {
@@ -32,14 +33,22 @@ using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>
 using Context = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
 using Pattern = std::unique_ptr<cairo_pattern_t, Releaser<cairo_pattern_destroy>>;
 using FontOptions = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
+using GlibText = std::unique_ptr<char, Releaser<g_free>>;
 using Layout = std::unique_ptr<PangoLayout, Releaser<g_object_unref>>;
 using FontDescription = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
 
-cairo_status_t writeToSink(void* closure, const unsigned char* bytes, unsigned int length) {
-    auto& sink = *static_cast<ByteSink*>(closure);
-    return sink.write({reinterpret_cast<const char*>(bytes), length}) ? CAIRO_STATUS_SUCCESS
-                                                                      : CAIRO_STATUS_WRITE_ERROR;
-}
+// Remembers a failure, since cairo forgets some on its way to the surface's status.
+struct Output {
+    ByteSink& sink;
+    bool failed = false;
+
+    static cairo_status_t write(void* closure, const unsigned char* bytes, unsigned int length) {
+        auto& output = *static_cast<Output*>(closure);
+        if (!output.sink.write({reinterpret_cast<const char*>(bytes), length}))
+            output.failed = true;
+        return output.failed ? CAIRO_STATUS_WRITE_ERROR : CAIRO_STATUS_SUCCESS;
+    }
+};
 
 std::optional<std::string> fixedDate() {
     const char* const seconds = std::getenv("SOURCE_DATE_EPOCH");
@@ -47,21 +56,46 @@ std::optional<std::string> fixedDate() {
         return std::nullopt;
     std::int64_t since1970 = 0;
     const auto end = seconds + std::strlen(seconds);
-    if (std::from_chars(seconds, end, since1970).ptr != end)
+    const auto [rest, error] = std::from_chars(seconds, end, since1970);
+    if (error != std::errc{} || rest != end)
         return std::nullopt;
     static constexpr double kReferenceSince1970 = 978307200;
     return Timestamp{static_cast<double>(since1970) - kReferenceSince1970}.iso8601();
 }
 
-std::uint8_t reversedBits(std::uint8_t byte) {
-    std::uint8_t out = 0;
-    for (int i = 0; i < 8; ++i)
-        out = static_cast<std::uint8_t>((out << 1) | ((byte >> i) & 1));
+// cairo stops drawing altogether at bytes that are no UTF-8 and at what Unicode calls noncharacters. Zero
+// would end the text.
+std::string drawable(std::string_view text) {
+    const GlibText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    std::string out;
+    out.reserve(text.size());
+    for (const char* at = valid.get(); *at != '\0';) {
+        const gunichar character = g_utf8_get_char(at);
+        const char* const next = g_utf8_next_char(at);
+        const bool isNoncharacter =
+            (character >= 0xFDD0 && character <= 0xFDEF) || (character & 0xFFFE) == 0xFFFE;
+        if (isNoncharacter)
+            out += "\uFFFD";
+        else
+            out.append(at, next);
+        at = next;
+    }
     return out;
 }
 
-// cairo's one-bit pictures keep the leftmost pixel in the lowest bit of a native word on little-endian machines
-// and in the highest on others.
+constexpr std::array<std::uint8_t, 256> kReversedBits = [] {
+    std::array<std::uint8_t, 256> table{};
+    for (unsigned byte = 0; byte < table.size(); ++byte) {
+        unsigned reversed = 0;
+        for (unsigned bit = 0; bit < 8; ++bit)
+            reversed = reversed << 1 | (byte >> bit & 1);
+        table[byte] = static_cast<std::uint8_t>(reversed);
+    }
+    return table;
+}();
+
+// cairo's one-bit pictures keep the leftmost pixel in the lowest bit of a native word on little-endian
+// machines and in the highest on others.
 Surface maskOf(const Bitmap& picture) {
     Surface mask(cairo_image_surface_create(CAIRO_FORMAT_A1, picture.width(), picture.height()));
     unsigned char* out = cairo_image_surface_get_data(mask.get());
@@ -71,7 +105,7 @@ Surface maskOf(const Bitmap& picture) {
     for (int y = 0; y < picture.height(); ++y, out += stride) {
         const auto row = picture.row(y);
         for (std::size_t i = 0; i < row.size(); ++i)
-            out[i] = std::endian::native == std::endian::little ? reversedBits(row[i]) : row[i];
+            out[i] = std::endian::native == std::endian::little ? kReversedBits[row[i]] : row[i];
     }
     cairo_surface_mark_dirty(mask.get());
     return mask;
@@ -80,36 +114,44 @@ Surface maskOf(const Bitmap& picture) {
 } // namespace
 
 struct CairoPdfCanvas::State {
+    explicit State(ByteSink& sink) : output{sink} {}
+
+    Output output;
     Surface surface;
     Context context;
     Layout layout;
     double pageHeight = 0;
     std::optional<PdfFont> font;
+    std::string text;
 
     [[nodiscard]] bool failed() const {
-        return cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS ||
+        return output.failed || cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS ||
                cairo_status(context.get()) != CAIRO_STATUS_SUCCESS;
     }
 
     // Lays out one line; measuring and drawing the same line lays it out once.
-    PangoLayoutLine* line(std::string_view text, const PdfFont& wanted) {
-        if (font != wanted) {
-            const FontDescription description(pango_font_description_from_string("Liberation Sans,sans-serif"));
-            pango_font_description_set_absolute_size(description.get(), wanted.size * PANGO_SCALE);
+    PangoLayoutLine* line(std::string_view wantedText, const PdfFont& wantedFont) {
+        if (font != wantedFont) {
+            const FontDescription description(
+                pango_font_description_from_string("Liberation Sans,sans-serif"));
+            pango_font_description_set_absolute_size(description.get(), wantedFont.size * PANGO_SCALE);
             pango_font_description_set_weight(description.get(),
-                                              wanted.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+                                              wantedFont.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
             pango_layout_set_font_description(layout.get(), description.get());
-            font = wanted;
+            font = wantedFont;
         }
-        if (text != std::string_view(pango_layout_get_text(layout.get())))
-            pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+        if (text != wantedText) {
+            text = wantedText;
+            const auto shown = drawable(text);
+            pango_layout_set_text(layout.get(), shown.data(), static_cast<int>(shown.size()));
+        }
         return pango_layout_get_line_readonly(layout.get(), 0);
     }
 };
 
 std::unique_ptr<PdfCanvas> CairoPdfCanvas::make(ByteSink& sink, double width, double height) {
-    auto state = std::make_unique<State>();
-    state->surface.reset(cairo_pdf_surface_create_for_stream(writeToSink, &sink, width, height));
+    auto state = std::make_unique<State>(sink);
+    state->surface.reset(cairo_pdf_surface_create_for_stream(Output::write, &state->output, width, height));
     state->context.reset(cairo_create(state->surface.get()));
     state->layout.reset(pango_cairo_create_layout(state->context.get()));
     state->pageHeight = height;
@@ -151,7 +193,7 @@ void CairoPdfCanvas::strokeLines(std::span<const PdfLine> lines, const PdfStroke
     cairo_save(context);
     cairo_set_source_rgba(context, stroke.gray, stroke.gray, stroke.gray, stroke.alpha);
     cairo_set_line_width(context, stroke.width);
-    cairo_set_dash(context, dashes.data(), static_cast<int>(dashes.size()), 0);
+    cairo_set_dash(context, dashes.data(), stroke.dash > 0 ? static_cast<int>(dashes.size()) : 0, 0);
     for (const auto& line : lines) {
         cairo_move_to(context, line.from.x, m_state->pageHeight - line.from.y);
         cairo_line_to(context, line.to.x, m_state->pageHeight - line.to.y);
@@ -191,8 +233,10 @@ void CairoPdfCanvas::drawText(std::string_view text, const PdfFont& font, PdfPoi
 }
 
 bool CairoPdfCanvas::finish() {
+    // A context that failed draws nothing more, which the surface does not know.
+    const bool drawn = !m_state->failed();
     cairo_surface_finish(m_state->surface.get());
-    return cairo_surface_status(m_state->surface.get()) == CAIRO_STATUS_SUCCESS;
+    return drawn && !m_state->failed();
 }
 
 } // namespace vantor

@@ -1,7 +1,7 @@
 // CairoPdfCanvas: PdfCanvas on cairo and Pango.
 //
-// - Text is set in Liberation Sans, characters that it lacks in the system's sans-serif; fonts are embedded as
-//   subsets and the text can be extracted.
+// - Text is set in Liberation Sans, characters that it lacks in the system's sans-serif; fonts are
+//   embedded as subsets and the text can be extracted.
 // - The file names no title and no author. Its date is the present, or SOURCE_DATE_EPOCH (seconds since 1970)
 //   where the environment sets it, so that equal input gives equal files.
 // - Memory does not grow with the number of pages beyond what their index takes.

@@ -21,9 +21,9 @@ bool writePicture(png_structp png, png_infop info, const Bitmap& picture, std::s
     png_set_write_fn(png, &out, append, nullptr);
     // Rows repeat within a module; a filter would hide that from the compressor.
     png_set_filter(png, 0, PNG_FILTER_NONE);
-    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width()), static_cast<png_uint_32>(picture.height()),
-                 1, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                 PNG_FILTER_TYPE_DEFAULT);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width()),
+                 static_cast<png_uint_32>(picture.height()), 1, PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png, info);
     const auto rowBytes = picture.row(0).size();
     for (int y = 0; y < picture.height(); ++y)

@@ -139,7 +139,8 @@ OldFile examine(const fs::path& path) {
 
 bool writeTemporary(const fs::path& path, std::optional<mode_t> mode,
                     const std::function<bool(ByteSink&)>& write) {
-    auto descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
+    // Nobody may read here what the old file did not let him read.
+    auto descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(0666) & 0666);
     if (!descriptor.isOpen())
         return false;
     DescriptorSink sink(descriptor.number());
@@ -211,8 +212,12 @@ bool PosixFileStore::createFolders(const fs::path& folder) const {
 
 bool PosixFileStore::rename(const fs::path& from, const fs::path& to) const {
     // A hard link refuses a name that is taken, which a rename would replace.
-    if (uninterrupted([&] { return ::link(from.c_str(), to.c_str()); }) == 0)
-        return uninterrupted([&] { return ::unlink(from.c_str()); }) == 0;
+    if (uninterrupted([&] { return ::link(from.c_str(), to.c_str()); }) == 0) {
+        if (uninterrupted([&] { return ::unlink(from.c_str()); }) == 0)
+            return true;
+        uninterrupted([&] { return ::unlink(to.c_str()); });
+        return false;
+    }
     std::error_code error;
     if (errno == EEXIST || fs::exists(to, error))
         return false;

@@ -16,7 +16,8 @@ public:
     using FileStore::replace;
 
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override;
-    bool replace(const std::filesystem::path& path, const std::function<bool(ByteSink&)>& write) const override;
+    bool replace(const std::filesystem::path& path,
+                 const std::function<bool(ByteSink&)>& write) const override;
     bool createFolders(const std::filesystem::path& folder) const override;
     bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const override;
 };

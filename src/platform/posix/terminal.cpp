@@ -1,0 +1,11 @@
+#include "platform/posix/terminal.h"
+
+#include <unistd.h>
+
+namespace vantor {
+
+bool standardErrorIsTerminal() {
+    return ::isatty(STDERR_FILENO) == 1;
+}
+
+} // namespace vantor
