@@ -1,0 +1,344 @@
+#include "cli/arguments.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <vector>
+
+namespace vantor::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kProgramHelp =
+    R"(vantor-prep-cli — QR-kaarten van een shoot maken zonder venster
+
+Gebruik:
+  vantor-prep-cli cards INVOER --output BESTAND.pdf [--density large|compact]
+  vantor-prep-cli qr INVOER --output MAP
+  vantor-prep-cli convert INVOER --output BESTAND
+  vantor-prep-cli list INVOER
+  vantor-prep-cli parse [BESTAND]
+
+Opdrachten:
+  cards    drukt de QR-kaarten van een shoot af als PDF
+  qr       bewaart per set een QR-code als PNG
+  convert  zet .csv, .vantor en .json in elkaar om
+  list     toont per set een regel: de naam, een tab en de items
+  parse    leest de tekst van één kaart en toont de set als JSON
+
+INVOER is een .vantor-, .json- of .csv-bestand, of - met --from csv of --from vantor
+voor de standaardinvoer. Een shoot uit CSV heet naar zijn bestand, en de regels komen
+er net als in het programma in omgekeerde volgorde uit: de nieuwste set eerst.
+
+  --help     toont deze hulp, of die van een opdracht: vantor-prep-cli cards --help
+  --version  toont de versie
+
+Uitgangscode: 0 gelukt, 1 mislukt, 2 verkeerd gebruik.
+)";
+
+constexpr std::string_view kCardsHelp =
+    R"(Gebruik: vantor-prep-cli cards INVOER --output BESTAND.pdf [--density large|compact]
+
+Zet de QR-kaarten van alle sets van een shoot op A4-pagina's, klaar om te printen en te
+snijden. Sets waarvan de tekst niet in een QR-code past krijgen een lege kaart; zij en
+sets met een te fijne code (modules kleiner dan 0,33 mm) worden op de standaardfout
+genoemd.
+
+  --output BESTAND.pdf  waar de PDF komt
+  --density large       4 kaarten per pagina (zonder deze optie ook)
+  --density compact     9 kaarten per pagina
+  --from csv|vantor     wat er op de standaardinvoer staat, als INVOER - is
+  --help, --version
+
+Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
+nieuwste set eerst.
+)";
+
+constexpr std::string_view kQrHelp =
+    R"(Gebruik: vantor-prep-cli qr INVOER --output MAP
+
+Bewaart van elke set van een shoot de QR-code als PNG van 600 bij 600 pixels. De
+bestanden heten SET-nummer-merk.png; een / in een naam wordt een -, gelijke namen
+krijgen een volgnummer. Een map die er nog niet is wordt gemaakt.
+
+  --output MAP       waar de bestanden komen
+  --from csv|vantor  wat er op de standaardinvoer staat, als INVOER - is
+  --help, --version
+
+Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
+nieuwste set eerst.
+)";
+
+constexpr std::string_view kConvertHelp =
+    R"(Gebruik: vantor-prep-cli convert INVOER --output BESTAND
+
+Zet een shoot om, zoals importeren en exporteren in het programma: van .csv, .vantor of
+.json naar .csv, .vantor of .json. De extensie van BESTAND bepaalt de vorm.
+
+  --output BESTAND   waar de shoot komt
+  --from csv|vantor  wat er op de standaardinvoer staat, als INVOER - is
+  --help, --version
+
+Een shoot uit CSV heet naar zijn bestand, en de regels komen er in omgekeerde volgorde
+in, net als in het programma: de nieuwste set eerst.
+)";
+
+constexpr std::string_view kListHelp =
+    R"(Gebruik: vantor-prep-cli list INVOER
+
+Toont per set een regel: de naam van de set, een tab en de items.
+
+  --from csv|vantor  wat er op de standaardinvoer staat, als INVOER - is
+  --help, --version
+
+Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
+nieuwste set eerst.
+)";
+
+constexpr std::string_view kParseHelp =
+    R"(Gebruik: vantor-prep-cli parse [BESTAND]
+
+Leest de tekst van één kaart, uit BESTAND of van de standaardinvoer, en toont de set als
+JSON met de sleutels van het shootbestand. De uitgangscode is 1 als de tekst geen set
+bevat.
+
+  --help, --version
+)";
+
+constexpr std::array<std::string_view, 5> kCalls{"cards", "qr", "convert", "list", "parse"};
+
+// The command line taken apart: options by name, and what is left.
+struct Words {
+    std::map<std::string_view, std::string_view> options;
+    std::vector<std::string_view> files;
+};
+
+// What one call takes.
+struct Syntax {
+    std::string_view about;
+    std::vector<std::string_view> options;
+};
+
+std::string inQuotes(std::string_view word) {
+    return "‘" + std::string(word) + "’";
+}
+
+// Takes the arguments behind the call's name apart; a text when they are not of the call's form.
+std::variant<Words, std::string> takeApart(std::span<const std::string_view> arguments,
+                                           const Syntax& syntax) {
+    Words words;
+    bool onlyFiles = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const auto word = arguments[i];
+        if (onlyFiles || word == "-" || !word.starts_with("-")) {
+            words.files.push_back(word);
+            continue;
+        }
+        if (word == "--") {
+            onlyFiles = true;
+            continue;
+        }
+        const auto equals = word.find('=');
+        const auto name = word.substr(0, equals);
+        if (std::ranges::find(syntax.options, name) == syntax.options.end())
+            return "onbekende optie " + inQuotes(name);
+        if (words.options.contains(name))
+            return "optie " + inQuotes(name) + " staat er meer dan eens";
+        if (equals != std::string_view::npos)
+            words.options[name] = word.substr(equals + 1);
+        else if (i + 1 < arguments.size())
+            words.options[name] = arguments[++i];
+        else
+            return "achter " + inQuotes(name) + " ontbreekt een waarde";
+    }
+    return words;
+}
+
+std::optional<Format> formatNamed(std::string_view name) {
+    if (name == "csv")
+        return Format::Csv;
+    if (name == "vantor" || name == "json")
+        return Format::ShootFile;
+    return std::nullopt;
+}
+
+// Reads the arguments of one call that has an input; each step says what is wrong, and then the rest is moot.
+class CallReader {
+public:
+    CallReader(std::string_view about, std::vector<std::string_view> options,
+               std::span<const std::string_view> arguments)
+        : m_about(about) {
+        options.push_back("--from");
+        auto apart = takeApart(arguments, {about, std::move(options)});
+        if (auto* const words = std::get_if<Words>(&apart))
+            m_words = std::move(*words);
+        else
+            m_problem = std::get<std::string>(std::move(apart));
+    }
+
+    Input input() {
+        Input input;
+        const auto from = option("--from");
+        if (m_words.files.empty()) {
+            complain("INVOER ontbreekt");
+        } else if (m_words.files.size() > 1) {
+            complain("te veel bestanden: " + inQuotes(m_words.files[1]));
+        } else if (m_words.files.front() == "-") {
+            const auto format = formatNamed(from.value_or(""));
+            if (!format)
+                complain("bij INVOER - hoort --from csv of --from vantor");
+            input.format = format.value_or(Format::Csv);
+        } else {
+            input.path = fs::path(m_words.files.front());
+            const auto format = from ? formatNamed(*from) : formatOf(*input.path);
+            if (!format)
+                complain(from
+                             ? "--from kent alleen csv en vantor"
+                             : inQuotes(m_words.files.front()) + " is geen .vantor-, .json- of .csv-bestand");
+            input.format = format.value_or(Format::Csv);
+        }
+        return input;
+    }
+
+    fs::path output() {
+        const auto output = option("--output");
+        if (!output || output->empty())
+            complain("--output ontbreekt");
+        return output.value_or("");
+    }
+
+    BulkQRDensity density() {
+        const auto name = option("--density");
+        const auto found = std::ranges::find_if(kAllDensities, [&](BulkQRDensity density) {
+            return rawValue(density) == name.value_or("large");
+        });
+        if (found != kAllDensities.end())
+            return *found;
+        complain("--density kent alleen large en compact");
+        return BulkQRDensity::large;
+    }
+
+    void complain(std::string problem) {
+        if (m_problem.empty())
+            m_problem = std::move(problem);
+    }
+
+    Call finished(Call call) {
+        if (m_problem.empty())
+            return call;
+        return Misuse{std::move(m_problem), m_about};
+    }
+
+private:
+    std::optional<std::string_view> option(std::string_view name) const {
+        const auto found = m_words.options.find(name);
+        return found == m_words.options.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    std::string_view m_about;
+    Words m_words;
+    std::string m_problem;
+};
+
+Call readCards(std::span<const std::string_view> arguments) {
+    CallReader reader("cards", {"--output", "--density"}, arguments);
+    CardsCall call;
+    call.input = reader.input();
+    call.output = reader.output();
+    call.density = reader.density();
+    return reader.finished(std::move(call));
+}
+
+Call readQr(std::span<const std::string_view> arguments) {
+    CallReader reader("qr", {"--output"}, arguments);
+    QrCall call;
+    call.input = reader.input();
+    call.folder = reader.output();
+    return reader.finished(std::move(call));
+}
+
+Call readConvert(std::span<const std::string_view> arguments) {
+    CallReader reader("convert", {"--output"}, arguments);
+    ConvertCall call;
+    call.input = reader.input();
+    call.output = reader.output();
+    const auto format = formatOf(call.output);
+    if (!format)
+        reader.complain(inQuotes(call.output.string()) + " is geen .vantor-, .json- of .csv-bestand");
+    call.format = format.value_or(Format::Csv);
+    return reader.finished(std::move(call));
+}
+
+Call readList(std::span<const std::string_view> arguments) {
+    CallReader reader("list", {}, arguments);
+    return reader.finished(ListCall{reader.input()});
+}
+
+Call readParse(std::span<const std::string_view> arguments) {
+    auto apart = takeApart(arguments, {"parse", {}});
+    if (auto* const problem = std::get_if<std::string>(&apart))
+        return Misuse{std::move(*problem), "parse"};
+    const auto& files = std::get<Words>(apart).files;
+    if (files.size() > 1)
+        return Misuse{"te veel bestanden: " + inQuotes(files[1]), "parse"};
+    if (files.empty() || files.front() == "-")
+        return ParseCall{};
+    return ParseCall{fs::path(files.front())};
+}
+
+// Whether the option stands among the arguments, and not behind "--".
+bool asksFor(std::span<const std::string_view> arguments, std::string_view option) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::find(arguments.begin(), end, option) != end;
+}
+
+} // namespace
+
+std::optional<Format> formatOf(const std::filesystem::path& file) {
+    const auto extension = lowerCased(file.extension().string());
+    return formatNamed(extension.empty() ? std::string_view() : std::string_view(extension).substr(1));
+}
+
+std::string_view helpText(std::string_view about) {
+    if (about == "cards")
+        return kCardsHelp;
+    if (about == "qr")
+        return kQrHelp;
+    if (about == "convert")
+        return kConvertHelp;
+    if (about == "list")
+        return kListHelp;
+    if (about == "parse")
+        return kParseHelp;
+    return kProgramHelp;
+}
+
+Call readArguments(std::span<const std::string_view> arguments) {
+    if (arguments.empty())
+        return Misuse{"geen opdracht gegeven", ""};
+    const auto name = arguments.front();
+    const auto known = std::ranges::find(kCalls, name);
+    const std::string_view about = known != kCalls.end() ? *known : std::string_view();
+    if (name == "--help" || name == "-h" ||
+        (!about.empty() && (asksFor(arguments, "--help") || asksFor(arguments, "-h"))))
+        return HelpCall{about};
+    if (name == "--version" || (!about.empty() && asksFor(arguments, "--version")))
+        return VersionCall{};
+    const auto rest = arguments.subspan(1);
+    if (about == "cards")
+        return readCards(rest);
+    if (about == "qr")
+        return readQr(rest);
+    if (about == "convert")
+        return readConvert(rest);
+    if (about == "list")
+        return readList(rest);
+    if (about == "parse")
+        return readParse(rest);
+    return Misuse{"onbekende opdracht " + inQuotes(name), ""};
+}
+
+} // namespace vantor::cli

@@ -1,0 +1,224 @@
+#include "cli/commands.h"
+
+#include "base/text.h"
+#include "cli/input.h"
+#include "formats/shoot_file.h"
+#include "output/bulk_qr_pdf_exporter.h"
+#include "output/qr_generator.h"
+#include "store/shoot_manager.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace vantor::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kPngEdge = 600;
+
+// Shows progress once the work has taken a while, and then a few times a second.
+class ProgressMeter {
+public:
+    ProgressMeter(Console& console, std::size_t all, std::string_view what)
+        : m_console(console),
+          m_all(all),
+          m_what(what) {}
+    ProgressMeter(const ProgressMeter&) = delete;
+    ProgressMeter& operator=(const ProgressMeter&) = delete;
+    ~ProgressMeter() { m_console.endProgress(); }
+
+    void advance(std::size_t done) {
+        const auto now = std::chrono::steady_clock::now();
+        if (now < m_next)
+            return;
+        m_next = now + std::chrono::milliseconds(200);
+        m_console.showProgress(done, m_all, m_what);
+    }
+
+private:
+    Console& m_console;
+    std::size_t m_all;
+    std::string_view m_what;
+    std::chrono::steady_clock::time_point m_next =
+        std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+};
+
+class Runner {
+public:
+    Runner(const Services& services, Console& console) : m_services(services), m_console(console) {}
+
+    int operator()(const CardsCall& call) const {
+        const auto shoot = read(call.input);
+        if (!shoot)
+            return kFailed;
+        if (shoot->sets.empty())
+            return failure(nameOf(call.input.path) + ": geen sets gevonden");
+        const BulkQRPDFExporter exporter(m_services.encoder, m_services.canvases, m_services.files);
+        warnOfPoorCodes(exporter, *shoot, call.density);
+        bool written = false;
+        {
+            ProgressMeter meter(m_console, shoot->sets.size(), "kaarten");
+            written = exporter.exportTo(shoot->sets, call.density, call.output, [&](std::size_t drawn) {
+                meter.advance(drawn);
+                return true;
+            });
+        }
+        return written ? kDone : cannotWrite(call.output);
+    }
+
+    int operator()(const QrCall& call) const {
+        const auto shoot = read(call.input);
+        if (!shoot)
+            return kFailed;
+        if (!m_services.files.createFolders(call.folder))
+            return failure(call.folder.string() + ": map kan niet gemaakt worden");
+        const QRGenerator generator(m_services.encoder);
+        TakenNames taken;
+        ProgressMeter meter(m_console, shoot->sets.size(), "codes");
+        std::size_t done = 0;
+        for (const auto& set : shoot->sets) {
+            meter.advance(done++);
+            const auto picture = generator.generate(set.toQRText(), kPngEdge);
+            if (!picture) {
+                warnOf(set, "de tekst past niet in een QR-code; overgeslagen");
+                continue;
+            }
+            const auto bytes = m_services.pngs.encode(*picture);
+            const auto path = call.folder / freeName(set, taken);
+            if (!bytes || !m_services.files.replace(path, *bytes))
+                return cannotWrite(path);
+        }
+        return kDone;
+    }
+
+    int operator()(const ConvertCall& call) const {
+        auto shoot = read(call.input);
+        if (!shoot)
+            return kFailed;
+        const auto id = shoot->id;
+        ShootManager manager;
+        manager.insertShoot(*std::move(shoot));
+        const auto text =
+            call.format == Format::Csv ? manager.exportCSV(id) : manager.exportJSON(id).value_or("");
+        return m_services.files.replace(call.output, text) ? kDone : cannotWrite(call.output);
+    }
+
+    int operator()(const ListCall& call) const {
+        const auto shoot = read(call.input);
+        if (!shoot)
+            return kFailed;
+        std::string text;
+        for (const auto& set : shoot->sets)
+            text += onOneCell(set.headline()) + '\t' + onOneCell(set.description()) + '\n';
+        return show(text);
+    }
+
+    int operator()(const ParseCall& call) const {
+        auto outcome = readTextFrom(call.path, m_services.files);
+        if (const auto* const problem = std::get_if<Problem>(&outcome))
+            return failure(problem->text);
+        const auto set =
+            SetData::parse(withoutByteOrderMark(std::get<std::string>(outcome)), Timestamp::now());
+        if (!set) {
+            return failure(nameOf(call.path) +
+                           ": geen set gevonden; een kaart heeft een regel SET: of BRAND:");
+        }
+        return show(writeSetObject(*set) + "\n");
+    }
+
+    int operator()(const HelpCall& call) const { return show(helpText(call.about)); }
+
+    int operator()(const VersionCall&) const { return show("vantor-prep-cli " VANTOR_VERSION "\n"); }
+
+    int operator()(const Misuse& misuse) const {
+        const auto call = misuse.about.empty() ? std::string() : " " + std::string(misuse.about);
+        m_console.complain(misuse.problem + " (hulp: vantor-prep-cli" + call + " --help)");
+        return kMisused;
+    }
+
+private:
+    static std::string onOneCell(std::string_view text) {
+        auto out = onOneLine(text);
+        std::ranges::replace(out, '\t', ' ');
+        return out;
+    }
+
+    // Names given out, ignoring case, and for each proposed one the last number that it was given.
+    struct TakenNames {
+        std::unordered_set<std::string> names;
+        std::unordered_map<std::string, int> numbers;
+    };
+
+    // The name that the program proposes, as a file name of its own.
+    static std::string freeName(const SetData& set, TakenNames& taken) {
+        static constexpr std::size_t kMostBytes = 240;
+        auto name = "SET-" + set.setNumber + "-" + set.brand;
+        std::ranges::replace_if(
+            name, [](char c) { return c == '/' || c == '\0'; }, '-');
+        name.resize(std::min(name.size(), kMostBytes));
+        while (!isValidUtf8(name))
+            name.pop_back();
+        auto free = name;
+        auto& number = taken.numbers[caseFolded(name)];
+        if (++number > 1)
+            free = name + "-" + std::to_string(number);
+        while (!taken.names.insert(caseFolded(free)).second)
+            free = name + "-" + std::to_string(++number);
+        return free + ".png";
+    }
+
+    std::optional<Shoot> read(const Input& input) const {
+        auto outcome = readShootFrom(input, m_services.files);
+        if (auto* const shoot = std::get_if<Shoot>(&outcome))
+            return std::move(*shoot);
+        m_console.complain(std::get<Problem>(outcome).text);
+        return std::nullopt;
+    }
+
+    void warnOf(const SetData& set, std::string_view what) const {
+        const auto name = onOneCell(set.headline());
+        m_console.complain((name.empty() ? "set zonder nummer en merk" : name) + ": " + std::string(what));
+    }
+
+    void warnOfPoorCodes(const BulkQRPDFExporter& exporter, const Shoot& shoot, BulkQRDensity density) const {
+        for (const auto& set : shoot.sets) {
+            const auto edge = exporter.moduleEdge(set, density);
+            if (!edge)
+                warnOf(set, "de tekst past niet in een QR-code; de kaart blijft leeg");
+            else if (*edge < kSmallestModule)
+                warnOf(set, "de QR-code is fijn: modules kleiner dan 0,33 mm op deze kaart");
+        }
+    }
+
+    int failure(std::string_view reason) const {
+        m_console.complain(reason);
+        return kFailed;
+    }
+
+    int cannotWrite(const fs::path& path) const {
+        return failure(path.string() + ": kan niet geschreven worden");
+    }
+
+    int show(std::string_view text) const {
+        m_console.print(text);
+        return m_console.flush() ? kDone : failure("standaarduitvoer: kan niet geschreven worden");
+    }
+
+    const Services& m_services;
+    Console& m_console;
+};
+
+} // namespace
+
+int run(const Call& call, const Services& services, Console& console) {
+    return std::visit(Runner(services, console), call);
+}
+
+} // namespace vantor::cli

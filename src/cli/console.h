@@ -1,0 +1,35 @@
+// Console: the program's standard output and standard error.
+//
+// Output is text in UTF-8. What a file holds may be shown, so control characters other than tab and line feed
+// are replaced by U+FFFD: a set's name cannot drive a terminal.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace vantor::cli {
+
+class Console {
+public:
+    // `showsProgress` where standard error is a terminal that somebody looks at.
+    explicit Console(bool showsProgress) : m_showsProgress(showsProgress) {}
+
+    // Collected until flush().
+    void print(std::string_view text);
+    // False when standard output did not take everything that was printed.
+    [[nodiscard]] bool flush();
+
+    // A line on standard error, after the program's name.
+    void complain(std::string_view line);
+
+    // Shows how far a long piece of work is; erased by whatever is shown next.
+    void showProgress(std::size_t done, std::size_t all, std::string_view what);
+    void endProgress();
+
+private:
+    bool m_showsProgress;
+    bool m_progressShown = false;
+    bool m_failed = false;
+};
+
+} // namespace vantor::cli

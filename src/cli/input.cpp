@@ -1,0 +1,114 @@
+#include "cli/input.h"
+
+#include "base/text.h"
+#include "formats/shoot_file.h"
+#include "store/shoot_manager.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <utility>
+
+namespace vantor::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string atLine(std::string_view bytes, std::size_t offset) {
+    const auto line =
+        1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
+    return ": regel " + std::to_string(line) + ": ";
+}
+
+std::string inMiB(std::uint64_t bytes) {
+    return std::to_string((bytes + (1U << 20U) - 1) >> 20U) + " MiB";
+}
+
+Problem tooLarge(const std::optional<fs::path>& path, std::uint64_t most) {
+    std::error_code error;
+    const auto size = path ? fs::file_size(*path, error) : most + 1;
+    const auto told = path && !error ? inMiB(size) : "meer dan " + inMiB(most);
+    return {nameOf(path) + ": te groot voor een CSV-bestand: " + told + ", hoogstens " + inMiB(most)};
+}
+
+Outcome<std::string> readStandardInput(std::uint64_t most) {
+    std::string bytes;
+    std::array<char, 65536> buffer{};
+    while (const auto count = std::fread(buffer.data(), 1, buffer.size(), stdin)) {
+        bytes.append(buffer.data(), count);
+        if (bytes.size() > most)
+            return tooLarge(std::nullopt, most);
+    }
+    if (std::ferror(stdin) != 0)
+        return Problem{nameOf(std::nullopt) + ": kan niet gelezen worden"};
+    return bytes;
+}
+
+Outcome<std::string> readBytes(const std::optional<fs::path>& path, const FileStore& files,
+                               std::uint64_t most) {
+    if (!path)
+        return readStandardInput(most);
+    auto result = files.read(*path, most);
+    if (result.bytes)
+        return *std::move(result.bytes);
+    switch (result.failure) {
+    case FileStore::ReadFailure::Missing:
+        return Problem{nameOf(path) + ": bestaat niet"};
+    case FileStore::ReadFailure::TooLarge:
+        return tooLarge(path, most);
+    case FileStore::ReadFailure::Unreadable:
+        break;
+    }
+    return Problem{nameOf(path) + ": kan niet gelezen worden of is geen gewoon bestand"};
+}
+
+Outcome<std::string> readText(const std::optional<fs::path>& path, const FileStore& files,
+                              std::uint64_t most) {
+    auto outcome = readBytes(path, files, most);
+    if (const auto* const bytes = std::get_if<std::string>(&outcome)) {
+        if (const auto bad = firstInvalidUtf8(*bytes))
+            return Problem{nameOf(path) + atLine(*bytes, *bad) + "geen geldige UTF-8"};
+    }
+    return outcome;
+}
+
+Outcome<Shoot> readCsv(const Input& input, const FileStore& files) {
+    auto text = readText(input.path, files, kMostCsvBytes);
+    if (auto* const problem = std::get_if<Problem>(&text))
+        return std::move(*problem);
+    auto shoot = Shoot::make(input.path ? input.path->stem().string() : "shoot", "", "", Timestamp::now());
+    const auto id = shoot.id;
+    ShootManager manager;
+    manager.insertShoot(std::move(shoot));
+    if (manager.importCSV(std::get<std::string>(text), id) == 0)
+        return Problem{nameOf(input.path) + ": geen sets gevonden; verwacht een kopregel als "
+                                            "Set;Merk;Items;Model;Locatie en daaronder een regel per set"};
+    return manager.shoots().front();
+}
+
+Outcome<Shoot> readShootFileFrom(const Input& input, const FileStore& files) {
+    auto bytes = readBytes(input.path, files, FileStore::kNoLimit);
+    if (auto* const problem = std::get_if<Problem>(&bytes))
+        return std::move(*problem);
+    const auto& text = std::get<std::string>(bytes);
+    ShootManager manager;
+    if (auto shoot = manager.importShoot(text))
+        return *std::move(shoot);
+    return Problem{nameOf(input.path) + atLine(text, whereUnreadable(text)) + "geen geldig shootbestand"};
+}
+
+} // namespace
+
+std::string nameOf(const std::optional<fs::path>& path) {
+    return path ? path->string() : "standaardinvoer";
+}
+
+Outcome<Shoot> readShootFrom(const Input& input, const FileStore& files) {
+    return input.format == Format::Csv ? readCsv(input, files) : readShootFileFrom(input, files);
+}
+
+Outcome<std::string> readTextFrom(const std::optional<fs::path>& path, const FileStore& files) {
+    return readText(path, files, kMostCsvBytes);
+}
+
+} // namespace vantor::cli
