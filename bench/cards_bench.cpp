@@ -1,0 +1,102 @@
+#include "output/bulk_qr_pdf_exporter.h"
+#include "output/qr_generator.h"
+#include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/posix/posix_file_store.h"
+#include "platform/qrencode/qrencode_encoder.h"
+
+#include <benchmark/benchmark.h>
+#include <qrencode.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/benches.h"
+#include "bench/comparison.h"
+#include "bench/sample_data.h"
+
+namespace vantor::bench {
+namespace {
+
+constexpr std::size_t kTextBytes = 120;
+
+void encodeAlone(const std::string& text) {
+    QRcode* const code = QRcode_encodeData(
+        static_cast<int>(text.size()), reinterpret_cast<const unsigned char*>(text.data()), 0, QR_ECLEVEL_M);
+    benchmark::DoNotOptimize(code->data[0]);
+    QRcode_free(code);
+}
+
+std::string scratchFile(const std::string& name) {
+    return (std::filesystem::temp_directory_path() / ("vantor-bench-" + std::to_string(::getpid()) + name))
+        .string();
+}
+
+// Peak resident memory, in MiB, of a process of its own that exports so many cards.
+double peakMemoryOfExport(const char* program, std::size_t count, const std::string& path) {
+    auto number = std::to_string(count);
+    auto file = path;
+    auto self = std::string(program);
+    std::string flag = "--cards";
+    std::array<char*, 5> arguments{self.data(), flag.data(), number.data(), file.data(), nullptr};
+    pid_t child = 0;
+    if (::posix_spawn(&child, program, nullptr, nullptr, arguments.data(), environ) != 0)
+        return 1e9;
+    int status = 0;
+    struct rusage usage {};
+    ::wait4(child, &status, 0, &usage);
+    return status == 0 ? static_cast<double>(usage.ru_maxrss) / 1024 : 1e9;
+}
+
+} // namespace
+
+int exportCards(std::size_t count, const char* path) {
+    auto held = sampleSets(10000, 2, kTextBytes);
+    std::deque<SetData> cards;
+    for (std::size_t i = 0; i < count; ++i) {
+        cards.push_back(std::move(held.front()));
+        held.pop_front();
+    }
+    const QrencodeEncoder encoder;
+    const PosixFileStore files;
+    const BulkQRPDFExporter exporter(encoder, CairoPdfCanvas::make, files);
+    return exporter.exportTo(cards, BulkQRDensity::compact, path) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+void enlistCards(const char* program) {
+    static const QrencodeEncoder encoder;
+    static const PosixFileStore files;
+    static const BulkQRPDFExporter exporter(encoder, CairoPdfCanvas::make, files);
+    static const auto sets = sampleSets(1000, 2, kTextBytes);
+    static const auto path = scratchFile("-cards.pdf");
+    static const auto text = sets.front().toQRText();
+
+    compare(
+        {"one 600 x 600 code, 120 bytes of text", "libqrencode alone", 1.4},
+        [] { benchmark::DoNotOptimize(QRGenerator(encoder).generate(text, 600)); },
+        [] { encodeAlone(text); });
+    compare(
+        {"1,000 compact cards to a file", "encoding the 1,000 codes", 5},
+        [] { exporter.exportTo(sets, BulkQRDensity::compact, path); },
+        [] {
+            for (const auto& set : sets)
+                encodeAlone(set.toQRText());
+        });
+
+    const double thousand = peakMemoryOfExport(program, 1000, path);
+    note("bytes a card of 1,000", static_cast<double>(std::filesystem::file_size(path)) / 1000, "bytes",
+         1700);
+    const double tenThousand = peakMemoryOfExport(program, 10000, path);
+    note("peak memory of 1,000 cards", thousand, "MiB", 24);
+    note("more than that for 10,000 cards", tenThousand - thousand, "MiB", 4);
+    std::filesystem::remove(path);
+}
+
+} // namespace vantor::bench
