@@ -1,0 +1,137 @@
+#include "platform/qt/qt_file_dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <algorithm>
+
+namespace vantor {
+namespace {
+
+QWidget* windowInFront() {
+    auto* const modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+// All types as one entry of the dialog's list: "CSV, Tekst (*.csv *.txt)".
+QString filterOf(const std::vector<FileType>& types) {
+    QStringList names;
+    QStringList patterns;
+    for (const auto& type : types) {
+        names += QString::fromStdString(type.name);
+        for (const auto& extension : type.extensions)
+            patterns += QStringLiteral("*.") + QString::fromStdString(extension);
+    }
+    return QStringLiteral("%1 (%2)").arg(names.join(QStringLiteral(", ")), patterns.join(QLatin1Char(' ')));
+}
+
+bool hasExtensionOf(const FileType& type, const QString& name) {
+    return std::any_of(type.extensions.begin(), type.extensions.end(), [&](const auto& extension) {
+        return name.endsWith(QLatin1Char('.') + QString::fromStdString(extension), Qt::CaseInsensitive);
+    });
+}
+
+QString withExtensionOf(const FileType& type, const QString& path) {
+    if (type.extensions.empty() || hasExtensionOf(type, path))
+        return path;
+    return path + QLatin1Char('.') + QString::fromStdString(type.extensions.front());
+}
+
+void prepare(QFileDialog& dialog, QFileDialog::AcceptMode mode, const QString& title, const QString& accept) {
+    dialog.setWindowTitle(title);
+    // Makes the buttons anew, so that their texts have to come behind it.
+    dialog.setAcceptMode(mode);
+    dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Map:"));
+    dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Bestandsnaam:"));
+    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Soort:"));
+    dialog.setLabelText(QFileDialog::Accept, accept);
+    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Annuleer"));
+}
+
+// The file that the dialog ended with. The toolkit's own dialog takes quotation marks for a list of names.
+QString chosenFile(const QFileDialog& dialog) {
+    const auto* const typed = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (typed != nullptr && typed->text().contains(QLatin1Char('"')))
+        return QDir::cleanPath(dialog.directory().absoluteFilePath(typed->text()));
+    const auto files = dialog.selectedFiles();
+    return files.isEmpty() ? QString() : files.front();
+}
+
+bool mayReplace(const QString& path) {
+    const QFileInfo file(path);
+    QMessageBox question(windowInFront());
+    question.setObjectName(QStringLiteral("replaceQuestion"));
+    question.setWindowTitle(QStringLiteral("Bestand vervangen"));
+    question.setTextFormat(Qt::PlainText);
+    if (file.isDir()) {
+        question.setIcon(QMessageBox::Warning);
+        question.setText(QStringLiteral("“%1” is een map. Kies een andere naam.").arg(file.fileName()));
+        question.addButton(QStringLiteral("Sluit"), QMessageBox::RejectRole);
+        question.exec();
+        return false;
+    }
+    question.setIcon(QMessageBox::Question);
+    question.setText(QStringLiteral("“%1” bestaat al. Wil je het vervangen?").arg(file.fileName()));
+    const auto* const replace = question.addButton(QStringLiteral("Vervang"), QMessageBox::DestructiveRole);
+    auto* const cancel = question.addButton(QStringLiteral("Annuleer"), QMessageBox::RejectRole);
+    question.setDefaultButton(cancel);
+    question.setEscapeButton(cancel);
+    question.exec();
+    return question.clickedButton() == replace;
+}
+
+} // namespace
+
+QtFileDialogs::QtFileDialogs()
+    : m_folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {
+    if (!QFileInfo(m_folder).isDir())
+        m_folder = QDir::homePath();
+}
+
+std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::string& proposedName,
+                                                                   const FileType& type) {
+    auto name = QString::fromStdString(proposedName).replace(QLatin1Char('/'), QLatin1Char('-'));
+    while (true) {
+        QFileDialog dialog(windowInFront());
+        dialog.setObjectName(QStringLiteral("saveDialog"));
+        prepare(dialog, QFileDialog::AcceptSave, QStringLiteral("Bewaar als"), QStringLiteral("Bewaar"));
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        dialog.setNameFilter(filterOf({type}));
+        dialog.setDirectory(m_folder);
+        dialog.selectFile(QDir(m_folder).absoluteFilePath(name));
+        if (dialog.exec() != QDialog::Accepted)
+            return std::nullopt;
+        const auto chosen = chosenFile(dialog);
+        if (chosen.isEmpty())
+            return std::nullopt;
+        const QFileInfo file(withExtensionOf(type, chosen));
+        m_folder = file.absolutePath();
+        if (!file.exists() || mayReplace(file.absoluteFilePath()))
+            return file.filesystemAbsoluteFilePath();
+        name = file.fileName();
+    }
+}
+
+std::optional<std::filesystem::path> QtFileDialogs::askWhatToOpen(const std::vector<FileType>& types) {
+    QFileDialog dialog(windowInFront());
+    dialog.setObjectName(QStringLiteral("openDialog"));
+    prepare(dialog, QFileDialog::AcceptOpen, QStringLiteral("Open bestand"), QStringLiteral("Open"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilter(filterOf(types));
+    dialog.setDirectory(m_folder);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    const QFileInfo file(chosenFile(dialog));
+    if (!file.isFile())
+        return std::nullopt;
+    m_folder = file.absolutePath();
+    return file.filesystemAbsoluteFilePath();
+}
+
+} // namespace vantor

@@ -1,0 +1,19 @@
+#include "platform/qt/qt_url_opener.h"
+
+#include "base/web_address.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace vantor {
+
+void QtUrlOpener::open(std::string_view address) {
+    if (!isWebAddress(address))
+        return;
+    const QUrl url(QString::fromUtf8(address.data(), static_cast<qsizetype>(address.size())),
+                   QUrl::StrictMode);
+    if (url.isValid())
+        QDesktopServices::openUrl(url);
+}
+
+} // namespace vantor

@@ -1,0 +1,13 @@
+// QtUrlOpener: opens web addresses with the program that the desktop has for them.
+#pragma once
+
+#include "platform/url_opener.h"
+
+namespace vantor {
+
+class QtUrlOpener final : public UrlOpener {
+public:
+    void open(std::string_view address) override;
+};
+
+} // namespace vantor

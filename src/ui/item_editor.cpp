@@ -1,0 +1,119 @@
+#include "ui/item_editor.h"
+
+#include "ui/text.h"
+#include "ui/theme.h"
+#include "ui/widgets.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+namespace vantor::ui {
+
+ItemEditor::ItemEditor(const Style& style, std::function<void()> onChange, QWidget* parent)
+    : QWidget(parent),
+      m_style(style),
+      m_onChange(std::move(onChange)) {
+    m_column = new QVBoxLayout(this);
+    m_column->setContentsMargins(0, 0, 0, 0);
+    m_column->setSpacing(theme::kHalfStep);
+    m_addButton = named(new QPushButton(shown("+ Item toevoegen")), "addItemButton");
+    m_addButton->setFont(theme::captionFont());
+    m_addButton->setAutoDefault(false);
+    QObject::connect(m_addButton, &QPushButton::clicked, this, [this] {
+        addLine({});
+        m_lines.back().name->setFocus();
+        m_onChange();
+    });
+}
+
+void ItemEditor::setPairs(const ItemPairs& pairs) {
+    // Lines that already show their pair stay, so that a focus in them stays.
+    while (m_lines.size() > pairs.size())
+        removeLine(m_lines.back().widget);
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        if (i == m_lines.size()) {
+            addLine(pairs[i]);
+            continue;
+        }
+        m_lines[i].name->setText(qstring(pairs[i].name));
+        m_lines[i].color->setText(qstring(pairs[i].color));
+    }
+    nameLines();
+}
+
+ItemPairs ItemEditor::pairs() const {
+    ItemPairs pairs;
+    for (const auto& line : m_lines)
+        pairs.push_back({typed(line.name->text()), typed(line.color->text())});
+    return pairs;
+}
+
+void ItemEditor::addPicked(const std::string& name, const std::string& color) {
+    auto all = pairs();
+    addCatalogItem(all, name, color);
+    setPairs(all);
+    m_onChange();
+}
+
+void ItemEditor::addLine(const ItemPair& pair) {
+    auto* const widget = new QWidget;
+    auto* const name = makeField("itemName", m_style.namePlaceholder);
+    auto* const color = makeField("itemColor", shown("Kleur"));
+    auto* const remove =
+        named(new SymbolButton(QStringLiteral("minus"), shown("Item verwijderen")), "removeItemButton");
+    color->setFixedWidth(m_style.colorWidth);
+    name->setText(qstring(pair.name));
+    color->setText(qstring(pair.color));
+    auto* const row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(theme::kStep);
+    row->addWidget(name, 1);
+    row->addWidget(color);
+    row->addWidget(remove);
+    m_column->addWidget(widget);
+    // Tab goes through the lines in their order and then on to the button below them.
+    QWidget::setTabOrder(name, color);
+    QWidget::setTabOrder(color, remove);
+    QWidget::setTabOrder(remove, m_addButton);
+    m_lines.push_back({widget, name, color, remove});
+    for (auto* const field : {name, color}) {
+        QObject::connect(field, &QLineEdit::textChanged, this, [this] { m_onChange(); });
+        QObject::connect(field, &QLineEdit::returnPressed, this, [this] {
+            if (m_onReturn)
+                m_onReturn();
+        });
+    }
+    QObject::connect(remove, &QToolButton::clicked, this, [this, widget] {
+        removeLine(widget);
+        if (!m_lines.empty())
+            m_lines.back().name->setFocus();
+        else
+            m_addButton->setFocus();
+        m_onChange();
+    });
+    nameLines();
+}
+
+void ItemEditor::removeLine(const QWidget* widget) {
+    const auto found = std::ranges::find(m_lines, widget, &Line::widget);
+    if (found == m_lines.end())
+        return;
+    found->widget->hide();
+    found->widget->deleteLater();
+    m_lines.erase(found);
+    nameLines();
+}
+
+void ItemEditor::nameLines() {
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
+        const auto& line = m_lines[i];
+        line.name->setAccessibleName(shown("Item %1").arg(i + 1));
+        line.color->setAccessibleName(shown("Kleur van item %1").arg(i + 1));
+        line.remove->setAccessibleDescription(shown("Item %1").arg(i + 1));
+        line.remove->setVisible(!m_style.keepsOneLine || m_lines.size() > 1);
+    }
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,58 @@
+// ItemEditor: the lines in which a set's garments are typed, a name and a colour each.
+//
+// Shared by the set sheets and the QR generator, which differ in widths, texts, and whether the last line can go.
+#pragma once
+
+#include "view/item_pairs.h"
+
+#include <QWidget>
+#include <functional>
+
+class QLineEdit;
+class QPushButton;
+class QVBoxLayout;
+
+namespace vantor::ui {
+
+class ItemEditor : public QWidget {
+public:
+    struct Style {
+        QString namePlaceholder;
+        int colorWidth;
+        // Whether at least one line always stays.
+        bool keepsOneLine;
+    };
+
+    ItemEditor(const Style& style, std::function<void()> onChange, QWidget* parent = nullptr);
+
+    // Shows these pairs; the focus stays where it is.
+    void setPairs(const ItemPairs& pairs);
+    [[nodiscard]] ItemPairs pairs() const;
+    // Picks up a garment of the catalogue.
+    void addPicked(const std::string& name, const std::string& color);
+
+    [[nodiscard]] QPushButton* addButton() const { return m_addButton; }
+    // What Return does in a line; nothing unless it is set.
+    void setOnReturn(std::function<void()> onReturn) { m_onReturn = std::move(onReturn); }
+
+private:
+    struct Line {
+        QWidget* widget;
+        QLineEdit* name;
+        QLineEdit* color;
+        QWidget* remove;
+    };
+
+    void addLine(const ItemPair& pair);
+    void removeLine(const QWidget* widget);
+    void nameLines();
+
+    Style m_style;
+    std::function<void()> m_onChange;
+    std::function<void()> m_onReturn;
+    std::vector<Line> m_lines;
+    QVBoxLayout* m_column;
+    QPushButton* m_addButton;
+};
+
+} // namespace vantor::ui

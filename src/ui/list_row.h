@@ -1,0 +1,31 @@
+// ListRow: the ground of every row of a RecyclingList: a hairline below, a soft light under the mouse, a frame
+// around the current row while the list has the focus, and a moment's glow.
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+namespace vantor::ui {
+
+class ListRow : public QWidget {
+public:
+    explicit ListRow(QWidget* parent = nullptr);
+
+    void setCurrent(bool current);
+    // Glows for a moment; a row that is filled anew for something else is to be told false.
+    void setLitUp(bool litUp);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    bool m_current = false;
+    bool m_hovered = false;
+    bool m_litUp = false;
+};
+
+} // namespace vantor::ui

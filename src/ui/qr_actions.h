@@ -1,0 +1,16 @@
+// What can be done with a set's QR code on screen.
+#pragma once
+
+#include "model/shoot.h"
+#include "ui/services.h"
+
+namespace vantor::ui {
+
+// Edges in pixels: of codes that are copied or saved, and of those that are shown.
+inline constexpr int kSavedCodeSize = 600;
+inline constexpr int kShownCodeSize = 300;
+
+// Asks where to, and writes the code as a PNG of 600 × 600 pixels. Every failure is silent.
+void saveQRAsPng(const SetData& set, const Services& services);
+
+} // namespace vantor::ui

@@ -1,0 +1,62 @@
+#include "ui/qr_sheet.h"
+
+#include "output/qr_generator.h"
+#include "ui/code_plate.h"
+#include "ui/qr_actions.h"
+#include "ui/text.h"
+#include "ui/theme.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace vantor::ui {
+namespace {
+
+constexpr int kWidth = 400;
+constexpr int kSpacing = 20;
+
+} // namespace
+
+QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
+    : Sheet(over, "qrSheet", shown("QR-code: %1").arg(shownData(set.headline()))),
+      m_set(std::move(set)),
+      m_services(services) {
+    setFixedWidth(kWidth);
+    column()->setSpacing(kSpacing);
+
+    auto* const title = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "sheetTitle");
+    title->setText(windowTitle());
+    title->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    column()->addWidget(title, 0, Qt::AlignHCenter);
+    const auto text = m_set.toQRText();
+    if (const auto picture = QRGenerator(m_services.encoder).generate(text, kShownCodeSize)) {
+        auto* const plate = new CodePlate;
+        plate->setPicture(*picture);
+        column()->addWidget(plate, 0, Qt::AlignHCenter);
+    }
+    auto* const textBox = new CodeText;
+    textBox->setText(text);
+    column()->addWidget(textBox);
+
+    auto* const copyButton = named(new QPushButton(shown("Kopieer QR")), "copyButton");
+    auto* const saveButton = named(new QPushButton(shown("Bewaar als PNG...")), "saveButton");
+    copyButton->setAutoDefault(false);
+    saveButton->setAutoDefault(false);
+    QObject::connect(copyButton, &QPushButton::clicked, this, [this] { copy(); });
+    QObject::connect(saveButton, &QPushButton::clicked, this, [this] { saveQRAsPng(m_set, m_services); });
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(copyButton);
+    buttons->addWidget(saveButton);
+    buttons->addStretch();
+    column()->addLayout(buttons);
+    copyButton->setFocus();
+}
+
+void QRSheet::copy() const {
+    if (const auto picture = QRGenerator(m_services.encoder).generate(m_set.toQRText(), kSavedCodeSize))
+        m_services.clipboard.setPicture(*picture);
+}
+
+} // namespace vantor::ui

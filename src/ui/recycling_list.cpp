@@ -1,0 +1,250 @@
+#include "ui/recycling_list.h"
+
+#include "ui/theme.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+namespace vantor::ui {
+
+RecyclingList::RecyclingList(Rows rows, QWidget* parent)
+    : QAbstractScrollArea(parent),
+      m_rows(std::move(rows)) {
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::TabFocus);
+    viewport()->setAutoFillBackground(true);
+    viewport()->setBackgroundRole(QPalette::Base);
+    QWidget* const sample = takeFromPool();
+    m_rowHeight = std::max(1, sample->sizeHint().height());
+    sample->hide();
+    m_pool.push_back(sample);
+}
+
+void RecyclingList::setRowCount(int count) {
+    m_count = count;
+    if (m_current && *m_current >= m_count)
+        m_current = m_count > 0 ? std::optional(m_count - 1) : std::nullopt;
+    updateScrollBar();
+    arrange(true);
+}
+
+void RecyclingList::setCurrentRow(std::optional<int> place) {
+    m_current = place;
+    arrange(true);
+}
+
+void RecyclingList::scrollToRow(int place) {
+    const int top = place * m_rowHeight;
+    auto* const bar = verticalScrollBar();
+    if (top < bar->value())
+        bar->setValue(top);
+    else if (top + m_rowHeight > bar->value() + viewport()->height())
+        bar->setValue(top + m_rowHeight - viewport()->height());
+}
+
+QWidget* RecyclingList::rowWidget(int place) const {
+    const auto found = m_inSight.find(place);
+    return found == m_inSight.end() ? nullptr : found->second;
+}
+
+QSize RecyclingList::sizeHint() const {
+    return {400, 6 * m_rowHeight};
+}
+
+QSize RecyclingList::minimumSizeHint() const {
+    return {160, m_rowHeight + 2 * frameWidth()};
+}
+
+void RecyclingList::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    updateScrollBar();
+    arrange(false);
+}
+
+void RecyclingList::scrollContentsBy(int, int) {
+    arrange(false);
+}
+
+void RecyclingList::updateScrollBar() {
+    auto* const bar = verticalScrollBar();
+    bar->setRange(0, std::max(0, m_count * m_rowHeight - viewport()->height()));
+    bar->setSingleStep(m_rowHeight / 2);
+    bar->setPageStep(viewport()->height());
+}
+
+QWidget* RecyclingList::takeFromPool() {
+    if (!m_pool.empty()) {
+        QWidget* const row = m_pool.back();
+        m_pool.pop_back();
+        return row;
+    }
+    QWidget* const row = m_rows.make();
+    row->setParent(viewport());
+    row->installEventFilter(this);
+    for (auto* const child : row->findChildren<QWidget*>())
+        child->installEventFilter(this);
+    return row;
+}
+
+void RecyclingList::arrange(bool fillAll) {
+    const int offset = verticalScrollBar()->value();
+    const int first = offset / m_rowHeight;
+    const int end = std::min(m_count, (offset + viewport()->height() + m_rowHeight - 1) / m_rowHeight);
+    for (auto it = m_inSight.begin(); it != m_inSight.end();) {
+        if (it->first >= first && it->first < end) {
+            ++it;
+            continue;
+        }
+        // The focus must not travel to another row with the widget that had it.
+        if (it->second->isAncestorOf(QApplication::focusWidget()))
+            setFocus(Qt::OtherFocusReason);
+        it->second->hide();
+        m_pool.push_back(it->second);
+        it = m_inSight.erase(it);
+    }
+    for (int place = first; place < end; ++place) {
+        auto& row = m_inSight[place];
+        const bool isNew = row == nullptr;
+        if (isNew)
+            row = takeFromPool();
+        row->setGeometry(0, place * m_rowHeight - offset, viewport()->width(), m_rowHeight);
+        if (isNew || fillAll) {
+            const bool isCurrent = m_current == place;
+            m_rows.fill(*row, place, isCurrent);
+            setTabStops(*row, isCurrent);
+        }
+        if (isNew)
+            row->show();
+    }
+}
+
+void RecyclingList::setTabStops(QWidget& row, bool isCurrent) {
+    QWidget* before = this;
+    for (auto* const button : row.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly)) {
+        button->setFocusPolicy(isCurrent ? Qt::TabFocus : Qt::NoFocus);
+        if (isCurrent) {
+            setTabOrder(before, button);
+            before = button;
+        }
+    }
+}
+
+std::optional<int> RecyclingList::placeOf(const QWidget* within) const {
+    for (const auto& [place, row] : m_inSight) {
+        if (row == within || row->isAncestorOf(within))
+            return place;
+    }
+    return std::nullopt;
+}
+
+void RecyclingList::moveCurrent(int by) {
+    if (m_count == 0)
+        return;
+    const int place = std::clamp(m_current ? *m_current + by : 0, 0, m_count - 1);
+    m_current = place;
+    scrollToRow(place);
+    arrange(true);
+}
+
+void RecyclingList::keyPressEvent(QKeyEvent* event) {
+    const int page = std::max(1, viewport()->height() / m_rowHeight);
+    switch (event->key()) {
+    case Qt::Key_Up:
+        moveCurrent(-1);
+        return;
+    case Qt::Key_Down:
+        moveCurrent(1);
+        return;
+    case Qt::Key_PageUp:
+        moveCurrent(-page);
+        return;
+    case Qt::Key_PageDown:
+        moveCurrent(page);
+        return;
+    case Qt::Key_Home:
+        moveCurrent(-m_count);
+        return;
+    case Qt::Key_End:
+        moveCurrent(m_count);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (m_current && m_rows.activate) {
+            m_rows.activate(*m_current);
+            return;
+        }
+        break;
+    case Qt::Key_Delete:
+        if (m_current && m_rows.remove) {
+            m_rows.remove(*m_current);
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    // What the list has no use for goes on to the window; the base class would take the arrows.
+    event->ignore();
+}
+
+void RecyclingList::contextMenuEvent(QContextMenuEvent* event) {
+    if (!m_rows.showMenu)
+        return;
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        if (QWidget* const row = m_current ? rowWidget(*m_current) : nullptr)
+            m_rows.showMenu(*m_current, row->mapToGlobal(row->rect().center()));
+        return;
+    }
+    const int place = (event->pos().y() + verticalScrollBar()->value()) / m_rowHeight;
+    if (place < m_count) {
+        setCurrentRow(place);
+        m_rows.showMenu(place, event->globalPos());
+    }
+}
+
+void RecyclingList::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    if (!m_current && m_count > 0)
+        m_current = std::min(m_count - 1, verticalScrollBar()->value() / m_rowHeight);
+    arrange(true);
+}
+
+bool RecyclingList::eventFilter(QObject* watched, QEvent* event) {
+    auto* const widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr)
+        return false;
+    const auto place = placeOf(widget);
+    if (event->type() == QEvent::MouseButtonPress && place)
+        setCurrentRow(*place);
+    // A row's button has Space and Return for itself, and leaves the rest to the list.
+    if (event->type() == QEvent::KeyPress && widget->hasFocus()) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown ||
+            key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_Delete) {
+            setFocus(Qt::OtherFocusReason);
+            keyPressEvent(static_cast<QKeyEvent*>(event));
+            return true;
+        }
+    }
+    if (event->type() == QEvent::ContextMenu && place && m_rows.showMenu) {
+        const auto* const menu = static_cast<QContextMenuEvent*>(event);
+        setCurrentRow(*place);
+        const QPoint middle = rowWidget(*place)->mapToGlobal(rowWidget(*place)->rect().center());
+        m_rows.showMenu(*place, menu->reason() == QContextMenuEvent::Keyboard ? middle : menu->globalPos());
+        return true;
+    }
+    return false;
+}
+
+void RecyclingList::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange)
+        viewport()->update();
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,64 @@
+// Services: what the windows and sheets work with besides the stores. All of it outlives them.
+#pragma once
+
+#include "base/timestamp.h"
+#include "platform/clipboard.h"
+#include "platform/file_dialogs.h"
+#include "platform/file_store.h"
+#include "platform/key_value_store.h"
+#include "platform/pdf_canvas.h"
+#include "platform/png_writer.h"
+#include "platform/qr_encoder.h"
+#include "platform/url_opener.h"
+#include "update/update_checker.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vantor::ui {
+
+struct Services {
+    const FileStore& files;
+    FileDialogs& dialogs;
+    Clipboard& clipboard;
+    UrlOpener& urls;
+    // Where the windows' places and sizes are remembered.
+    KeyValueStore& remembered;
+    const QrEncoder& encoder;
+    const PngWriter& pngs;
+    PdfCanvasFactory canvases;
+    UpdateChecker& updates;
+    Clock clock;
+    // The folder of the stores' files; absent: nothing is stored.
+    std::optional<std::filesystem::path> dataFolder;
+    std::string siteHost;
+    std::string manualPage;
+};
+
+inline const FileType& csvType() {
+    static const FileType type{"CSV-bestanden", {"csv"}};
+    return type;
+}
+inline const FileType& plainTextType() {
+    static const FileType type{"Tekstbestanden", {"txt"}};
+    return type;
+}
+inline const FileType& shootFileType() {
+    static const FileType type{"Vantor-shootbestanden", {"vantor"}};
+    return type;
+}
+inline const FileType& jsonType() {
+    static const FileType type{"JSON-bestanden", {"json"}};
+    return type;
+}
+inline const FileType& pngType() {
+    static const FileType type{"PNG-afbeeldingen", {"png"}};
+    return type;
+}
+inline const FileType& pdfType() {
+    static const FileType type{"PDF-bestanden", {"pdf"}};
+    return type;
+}
+
+} // namespace vantor::ui

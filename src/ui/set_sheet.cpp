@@ -1,0 +1,122 @@
+#include "ui/set_sheet.h"
+
+#include "ui/catalog_picker_menu.h"
+#include "ui/item_editor.h"
+#include "ui/text.h"
+#include "ui/theme.h"
+
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace vantor::ui {
+namespace {
+
+constexpr int kWidth = 450;
+constexpr int kItemsHeight = 150;
+
+} // namespace
+
+SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog,
+                   const Services& services)
+    : SetSheet(over, manager, catalog, services, std::nullopt, shown("Nieuwe Set")) {}
+
+SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog,
+                   const Services& services, SetData edited)
+    : SetSheet(over, manager, catalog, services, std::optional(std::move(edited)), shown("Set bewerken")) {}
+
+SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog,
+                   const Services& services, std::optional<SetData> edited, const QString& title)
+    : Sheet(over, edited ? "editSetSheet" : "newSetSheet", title),
+      m_manager(manager),
+      m_services(services),
+      m_edited(std::move(edited)) {
+    setFixedWidth(kWidth);
+    addTitle(title);
+    makeForm(catalog);
+
+    const auto start = m_edited ? SetDraft::of(*m_edited) : SetDraft();
+    m_setNumber->setText(qstring(start.setNumber));
+    m_brand->setText(qstring(start.brand));
+    m_model->setText(qstring(start.model));
+    m_location->setText(qstring(start.location));
+    m_email->setText(qstring(start.email));
+    m_items->setPairs(start.items);
+    m_setNumber->setFocus();
+    render();
+}
+
+void SetSheet::makeForm(const ProductCatalog& catalog) {
+    m_setNumber = makeField("setNumberField", QString(), shown("Set nummer"));
+    m_setNumber->setFixedWidth(60);
+    m_brand = makeField("brandField", m_edited ? QString() : shown("bijv. Marvis"), shown("Merk"));
+    m_model = makeField("modelField", shown("Naam"), shown("Model"));
+    m_location = makeField("locationField", shown("Studio"), shown("Locatie"));
+    m_email =
+        makeField("emailField", shown("bijv. voor portretsessies per persoon"), shown("E-mail (optioneel)"));
+    m_confirm = named(new ProminentButton(m_edited ? shown("Opslaan") : shown("Toevoegen")), "confirmButton");
+    m_confirm->setAutoDefault(false);
+    m_items = new ItemEditor({shown("Item"), 100, true}, [this] { render(); });
+
+    addField(shown("Set nummer"), m_setNumber);
+    addField(shown("Merk"), m_brand);
+    addField(shown("Model"), m_model);
+    addField(shown("Locatie"), m_location);
+    addField(shown("E-mail (optioneel)"), m_email);
+    // A set of many garments scrolls, so that the sheet fits small screens.
+    auto* const scroll = named(new QScrollArea, "itemsScroll", shown("Items"));
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setFixedHeight(kItemsHeight);
+    auto* const lines = new QWidget;
+    auto* const linesColumn = new QVBoxLayout(lines);
+    linesColumn->setContentsMargins(0, 0, 0, 0);
+    linesColumn->addWidget(m_items);
+    linesColumn->addStretch();
+    scroll->setWidget(lines);
+    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, scroll,
+                     [scroll](int, int most) { scroll->verticalScrollBar()->setValue(most); });
+    addField(shown("Items"), scroll);
+
+    const auto* const shoot = m_manager.activeShoot();
+    auto* const picker = new CatalogPickerMenu(
+        catalog, shoot != nullptr ? shoot->client : std::string(),
+        [this](const std::string& name, const std::string& color) { m_items->addPicked(name, color); });
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(theme::kStep);
+    row->addWidget(m_items->addButton());
+    row->addWidget(picker);
+    row->addStretch();
+    column()->addLayout(row);
+    addCancelButton(m_confirm);
+
+    for (auto* const field : {m_setNumber, m_brand, m_model, m_location, m_email}) {
+        QObject::connect(field, &QLineEdit::textChanged, this, [this] { render(); });
+        pressOnReturn(field, m_confirm);
+    }
+    m_items->setOnReturn([this] { m_confirm->click(); });
+    QObject::connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
+}
+
+SetDraft SetSheet::draft() const {
+    return {typed(m_setNumber->text()), typed(m_brand->text()), typed(m_model->text()),
+            typed(m_location->text()),  typed(m_email->text()), m_items->pairs()};
+}
+
+void SetSheet::render() {
+    m_confirm->setEnabled(m_edited || draft().canAdd());
+}
+
+void SetSheet::confirm() {
+    if (m_edited)
+        draft().save(m_manager, *m_edited);
+    else
+        draft().add(m_manager, m_services.clock());
+    accept();
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,45 @@
+// SetSheet: makes a set in the active shoot, or changes one; both with the same form.
+#pragma once
+
+#include "store/product_catalog.h"
+#include "store/shoot_manager.h"
+#include "ui/services.h"
+#include "ui/sheet.h"
+#include "view/set_draft.h"
+
+#include <optional>
+
+namespace vantor::ui {
+
+class ItemEditor;
+
+class SetSheet : public Sheet {
+public:
+    // A new set.
+    SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog, const Services& services);
+    // A change of this set.
+    SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog, const Services& services,
+             SetData edited);
+
+private:
+    SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& catalog, const Services& services,
+             std::optional<SetData> edited, const QString& title);
+
+    void makeForm(const ProductCatalog& catalog);
+    [[nodiscard]] SetDraft draft() const;
+    void render();
+    void confirm();
+
+    ShootManager& m_manager;
+    const Services& m_services;
+    std::optional<SetData> m_edited;
+    QLineEdit* m_setNumber = nullptr;
+    QLineEdit* m_brand = nullptr;
+    QLineEdit* m_model = nullptr;
+    QLineEdit* m_location = nullptr;
+    QLineEdit* m_email = nullptr;
+    ItemEditor* m_items = nullptr;
+    QPushButton* m_confirm = nullptr;
+};
+
+} // namespace vantor::ui

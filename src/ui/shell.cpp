@@ -1,0 +1,59 @@
+#include "ui/shell.h"
+
+#include "ui/prep_main_view.h"
+#include "ui/qr_generator_view.h"
+#include "ui/window_place.h"
+
+#include <QApplication>
+#include <QShortcut>
+
+namespace vantor::ui {
+namespace {
+
+constexpr QSize kGeneratorSize{860, 680};
+
+void bringForward(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+Shell::~Shell() {
+    delete m_generator.data();
+    delete m_main.data();
+}
+
+PrepMainView& Shell::openMain() {
+    if (!m_main) {
+        m_main = new PrepMainView(m_services, [this] { openGenerator(); });
+        m_main->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    bringForward(*m_main);
+    return static_cast<PrepMainView&>(*m_main);
+}
+
+QRGeneratorView& Shell::openGenerator() {
+    if (!m_generator) {
+        m_generator = new QRGeneratorView(m_services);
+        m_generator->setAttribute(Qt::WA_DeleteOnClose);
+        new WindowPlace(m_generator, m_services.remembered, kGeneratorSize);
+        for (const auto& keys : {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::Key_Escape)})
+            QObject::connect(new QShortcut(keys, m_generator), &QShortcut::activated, m_generator,
+                             &QWidget::close);
+        QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_Q, m_generator), &QShortcut::activated, m_generator,
+                         [] { QApplication::closeAllWindows(); });
+    }
+    bringForward(*m_generator);
+    return static_cast<QRGeneratorView&>(*m_generator);
+}
+
+void Shell::openFiles(const std::vector<std::filesystem::path>& files) {
+    auto& window = openMain();
+    for (const auto& file : files)
+        window.openShootFile(file);
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,36 @@
+// Shell: the program's two windows, each there at most once, and the files that the desktop hands over.
+#pragma once
+
+#include "ui/services.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <filesystem>
+#include <vector>
+
+namespace vantor::ui {
+
+class PrepMainView;
+class QRGeneratorView;
+
+class Shell {
+public:
+    explicit Shell(const Services& services) : m_services(services) {}
+    ~Shell();
+    Shell(const Shell&) = delete;
+    Shell& operator=(const Shell&) = delete;
+
+    // Open the window, or bring the one that is open to the front.
+    PrepMainView& openMain();
+    QRGeneratorView& openGenerator();
+
+    // Adds the shoot of each file, in order, in the main window, which comes to the front.
+    void openFiles(const std::vector<std::filesystem::path>& files);
+
+private:
+    const Services& m_services;
+    QPointer<QWidget> m_main;
+    QPointer<QWidget> m_generator;
+};
+
+} // namespace vantor::ui

@@ -1,0 +1,20 @@
+// The program's own symbols: one stroke width, in the colour of the text around them, sharp at every scale.
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QPixmap>
+#include <QString>
+
+namespace vantor::ui {
+
+// Where the drawing of that name can be loaded from.
+[[nodiscard]] QString symbolPath(const QString& name);
+
+// The symbol of that name (a file of symbols/) in a colour of its own, `size` device-independent pixels wide.
+[[nodiscard]] QPixmap symbolPixmap(const QString& name, int size, const QColor& color, qreal deviceRatio);
+
+// The symbol as an icon that follows the palette, dimmed when it is disabled.
+[[nodiscard]] QIcon symbolIcon(const QString& name);
+
+} // namespace vantor::ui

@@ -1,0 +1,158 @@
+// The small widgets that windows, rows and sheets are put together from.
+//
+// All of them show text as text, never as markup, and take their colours from the palette at each painting, so
+// that they follow a change between light and dark.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QWidget>
+#include <functional>
+#include <string_view>
+
+class QBoxLayout;
+
+namespace vantor::ui {
+
+enum class TextColor { Primary, Secondary, Blue, Green, Red, Placeholder };
+
+// One line of text that ends in "…" where it does not fit; its tool tip then shows all of it.
+class ElidedLabel : public QWidget {
+public:
+    ElidedLabel(const QFont& font, TextColor color, QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    [[nodiscard]] const QString& text() const { return m_text; }
+    void setColor(TextColor color);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void updateToolTip();
+
+    QString m_text;
+    TextColor m_color;
+};
+
+// A text of the program's own, which wraps where `wraps` is set.
+class TextLabel : public QLabel {
+public:
+    TextLabel(const QString& text, const QFont& font, TextColor color, bool wraps = false,
+              QWidget* parent = nullptr);
+
+    void setColor(TextColor color);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void applyColor();
+
+    TextColor m_color;
+    bool m_applying = false;
+};
+
+// A symbol that is only looked at, dimmed to `opacity`.
+class SymbolLabel : public QWidget {
+public:
+    SymbolLabel(QString name, int size, qreal opacity = 1, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override { return {m_size, m_size}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_name;
+    int m_size;
+    qreal m_opacity;
+};
+
+// A borderless button that is a symbol alone; its help text is its tool tip and its accessible name.
+class SymbolButton : public QToolButton {
+public:
+    SymbolButton(const QString& symbol, const QString& help, QWidget* parent = nullptr);
+};
+
+// The one button of a window or sheet that does what it is for, filled with the accent colour.
+class ProminentButton : public QPushButton {
+public:
+    explicit ProminentButton(const QString& text, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A filled circle that is there or not without moving anything.
+class ActiveMarker : public QWidget {
+public:
+    explicit ActiveMarker(QWidget* parent = nullptr);
+
+    void setActive(bool active);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool m_active = false;
+};
+
+// A short text on a filled, rounded ground.
+class Tag : public QWidget {
+public:
+    enum class Kind {
+        // White on purple.
+        Client,
+        // Green on a breath of green.
+        Active,
+    };
+    Tag(Kind kind, QWidget* parent = nullptr);
+
+    void setText(const QString& text);
+    [[nodiscard]] const QString& text() const { return m_text; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Kind m_kind;
+    QString m_text;
+};
+
+// A line between two regions, one pixel thin.
+class Divider : public QWidget {
+public:
+    explicit Divider(Qt::Orientation orientation, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+[[nodiscard]] QColor colorOf(TextColor color, const QPalette& palette);
+
+// Names a control for assistive technology and for tests, and hands it back.
+template <typename Widget>
+Widget* named(Widget* widget, const char* objectName, const QString& accessibleName = {}) {
+    widget->setObjectName(QLatin1String(objectName));
+    if (!accessibleName.isEmpty())
+        widget->setAccessibleName(accessibleName);
+    return widget;
+}
+
+// A field with its placeholder, named by its label or else by that placeholder.
+[[nodiscard]] QLineEdit* makeField(const char* objectName, const QString& placeholder,
+                                   const QString& label = {});
+
+} // namespace vantor::ui

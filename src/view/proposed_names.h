@@ -1,0 +1,23 @@
+// The file names that the save dialogs propose. Names of shoots and sets are taken as they stand.
+#pragma once
+
+#include "model/shoot.h"
+
+#include <string>
+#include <string_view>
+
+namespace vantor {
+
+// "SET-12-Marvis.png"
+[[nodiscard]] std::string pngName(const SetData& set);
+
+// The shoot's name, or `withoutShoot` when there is no shoot, and the extension with its dot.
+[[nodiscard]] std::string shootFileName(const Shoot* shoot, std::string_view withoutShoot,
+                                        std::string_view extension);
+
+// "Zomer op Texel-QR-kaarten.pdf"
+[[nodiscard]] std::string cardsName(std::string_view shootName);
+
+inline constexpr std::string_view kCatalogName = "productcatalogus.csv";
+
+} // namespace vantor
