@@ -38,7 +38,8 @@ bool StoreFile::setAside() const {
         free = name;
         free += "-" + std::to_string(i);
     }
-    return m_files.read(m_path).failure == FileStore::ReadFailure::Missing;
+    const auto left = m_files.read(m_path);
+    return !left.bytes && left.failure == FileStore::ReadFailure::Missing;
 }
 
 } // namespace vantor

@@ -46,7 +46,7 @@ public:
 
     CardRow() {
         setObjectName(QStringLiteral("cardRow"));
-        box = named(new QCheckBox, "cardCheckBox");
+        box = named(new CheckBox, "cardCheckBox");
         headline = named(new ElidedLabel(theme::bodyFont(), TextColor::Primary), "cardHeadline");
         items = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "cardItems");
         auto* const texts = new QVBoxLayout;
@@ -119,10 +119,8 @@ QWidget* BulkQRExportSheet::makeDensityPicker() {
     for (const auto density : kAllDensities) {
         const bool large = density == BulkQRDensity::large;
         auto* const button =
-            named(new QPushButton(large ? shown("Groot — 4 per A4") : shown("Compact — 9 per A4")),
+            named(new SegmentButton(large ? shown("Groot — 4 per A4") : shown("Compact — 9 per A4")),
                   large ? "densityLarge" : "densityCompact");
-        button->setCheckable(true);
-        button->setAutoDefault(false);
         button->setChecked(density == m_selection.density);
         button->setAccessibleDescription(shown("Dichtheid"));
         group->addButton(button);

@@ -11,9 +11,9 @@
 
 namespace vantor::ui {
 
-ItemEditor::ItemEditor(const Style& style, std::function<void()> onChange, QWidget* parent)
-    : QWidget(parent),
-      m_style(style),
+ItemEditor::ItemEditor(const Style& style, QWidget* before, std::function<void()> onChange)
+    : m_style(style),
+      m_before(before),
       m_onChange(std::move(onChange)) {
     m_column = new QVBoxLayout(this);
     m_column->setContentsMargins(0, 0, 0, 0);
@@ -73,10 +73,10 @@ void ItemEditor::addLine(const ItemPair& pair) {
     row->addWidget(color);
     row->addWidget(remove);
     m_column->addWidget(widget);
-    // Tab goes through the lines in their order and then on to the button below them.
+    // Made after everything below them, the lines would otherwise come last.
+    QWidget::setTabOrder(m_lines.empty() ? m_before : m_lines.back().remove, name);
     QWidget::setTabOrder(name, color);
     QWidget::setTabOrder(color, remove);
-    QWidget::setTabOrder(remove, m_addButton);
     m_lines.push_back({widget, name, color, remove});
     for (auto* const field : {name, color}) {
         QObject::connect(field, &QLineEdit::textChanged, this, [this] { m_onChange(); });

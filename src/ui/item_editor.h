@@ -23,7 +23,8 @@ public:
         bool keepsOneLine;
     };
 
-    ItemEditor(const Style& style, std::function<void()> onChange, QWidget* parent = nullptr);
+    // Tab comes to the lines from `before`, and goes on from them to what came after it.
+    ItemEditor(const Style& style, QWidget* before, std::function<void()> onChange);
 
     // Shows these pairs; the focus stays where it is.
     void setPairs(const ItemPairs& pairs);
@@ -48,6 +49,7 @@ private:
     void nameLines();
 
     Style m_style;
+    QWidget* m_before;
     std::function<void()> m_onChange;
     std::function<void()> m_onReturn;
     std::vector<Line> m_lines;

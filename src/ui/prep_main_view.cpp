@@ -122,9 +122,7 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
         m_renderSoon.request();
     });
 
-    m_stack = new QStackedWidget;
-    m_stack->addWidget(makeEmptyState());
-    m_stack->addWidget(makeContent());
+    // Made from top to bottom, which is the order in which Tab walks them.
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -132,6 +130,9 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
     column->addWidget(new Divider(Qt::Horizontal));
     column->addWidget(makeShootBar());
     column->addWidget(new Divider(Qt::Horizontal));
+    m_stack = new QStackedWidget;
+    m_stack->addWidget(makeEmptyState());
+    m_stack->addWidget(makeContent());
     column->addWidget(m_stack, 1);
     makeShortcuts();
 

@@ -58,7 +58,7 @@ QWidget* QRGeneratorView::makeForm() {
     m_brand = makeField("brand", shown("bijv. Marvis"), shown("Merk"));
     m_model = makeField("model", shown("Naam model"), shown("Model"));
     m_location = makeField("location", shown("Studio"), shown("Locatie"));
-    m_items = new ItemEditor({shown("Item naam"), 120, false}, [this] { render(); });
+    m_items = new ItemEditor({shown("Item naam"), 120, false}, m_location, [this] { render(); });
     auto* const generateButton = named(new ProminentButton(shown("Genereer QR")), "generateButton");
 
     auto* const group = new QGroupBox;

@@ -58,7 +58,7 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
         makeField("emailField", shown("bijv. voor portretsessies per persoon"), shown("E-mail (optioneel)"));
     m_confirm = named(new ProminentButton(m_edited ? shown("Opslaan") : shown("Toevoegen")), "confirmButton");
     m_confirm->setAutoDefault(false);
-    m_items = new ItemEditor({shown("Item"), 100, true}, [this] { render(); });
+    m_items = new ItemEditor({shown("Item"), 100, true}, m_email, [this] { render(); });
 
     addField(shown("Set nummer"), m_setNumber);
     addField(shown("Merk"), m_brand);

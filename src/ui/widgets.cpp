@@ -177,6 +177,50 @@ void ProminentButton::paintEvent(QPaintEvent*) {
     painter.drawText(QRect(x, 0, textWidth + 1, height()), Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
 
+CheckBox::CheckBox(QWidget* parent) : QCheckBox(parent) {}
+
+QSize CheckBox::sizeHint() const {
+    return {theme::kSymbolSize + theme::kHalfStep, theme::kSymbolSize + theme::kHalfStep};
+}
+
+void CheckBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal edge = theme::kSymbolSize - 2;
+    const QRectF box((width() - edge) / 2, (height() - edge) / 2, edge, edge);
+    const QColor ring = hasFocus() ? theme::accent(palette()) : theme::secondaryText(palette());
+    painter.setPen(QPen(isChecked() && !hasFocus() ? theme::accent(palette()) : ring, hasFocus() ? 2 : 1));
+    painter.setBrush(isChecked() ? QBrush(theme::accent(palette())) : QBrush(palette().color(QPalette::Base)));
+    painter.drawRoundedRect(box, 4, 4);
+    if (!isChecked())
+        return;
+    painter.setPen(QPen(theme::onAccent(palette()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({box.topLeft() + QPointF(edge * 0.25, edge * 0.52),
+                                    box.topLeft() + QPointF(edge * 0.44, edge * 0.70),
+                                    box.topLeft() + QPointF(edge * 0.76, edge * 0.32)}));
+}
+
+SegmentButton::SegmentButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+    setCheckable(true);
+    setAutoDefault(false);
+}
+
+void SegmentButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
+    painter.setPen(QPen(theme::hairline(palette()), 1));
+    painter.setBrush(isChecked() ? theme::accent(palette()) : palette().color(QPalette::Button));
+    painter.drawRoundedRect(box, theme::kCornerRadius, theme::kCornerRadius);
+    const QColor ink = isChecked() ? theme::onAccent(palette()) : palette().color(QPalette::ButtonText);
+    painter.setPen(QPen(ink, 1));
+    if (hasFocus()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(box.adjusted(2, 2, -2, -2), theme::kCornerRadius - 2, theme::kCornerRadius - 2);
+    }
+    painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
 ActiveMarker::ActiveMarker(QWidget* parent) : QWidget(parent) {
     setFixedSize(theme::kMarkerSize, theme::kMarkerSize);
 }

@@ -4,6 +4,7 @@
 // that they follow a change between light and dark.
 #pragma once
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -87,6 +88,27 @@ public:
     explicit ProminentButton(const QString& text, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A check box that stands out from its ground in light and dark.
+class CheckBox : public QCheckBox {
+public:
+    explicit CheckBox(QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+};
+
+// One of a few choices side by side, of which the chosen one is filled with the accent colour.
+class SegmentButton : public QPushButton {
+public:
+    explicit SegmentButton(const QString& text, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
