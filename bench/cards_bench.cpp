@@ -59,10 +59,9 @@ double peakMemoryOfExport(const char* program, std::size_t count, const std::str
 
 int exportCards(std::size_t count, const char* path) {
     auto held = sampleSets(10000, 2, kTextBytes);
-    std::deque<SetData> cards;
+    SetList cards;
     for (std::size_t i = 0; i < count; ++i) {
-        cards.push_back(std::move(held.front()));
-        held.pop_front();
+        cards.push_back(std::move(held[i]));
     }
     const QrencodeEncoder encoder;
     const PosixFileStore files;

@@ -37,8 +37,8 @@ SetData sampleSet(std::size_t number, std::size_t items, std::size_t textBytes) 
     return set;
 }
 
-std::deque<SetData> sampleSets(std::size_t count, std::size_t items, std::size_t textBytes) {
-    std::deque<SetData> sets;
+SetList sampleSets(std::size_t count, std::size_t items, std::size_t textBytes) {
+    SetList sets;
     for (std::size_t i = 0; i < count; ++i)
         sets.push_back(sampleSet(i, items, textBytes));
     return sets;

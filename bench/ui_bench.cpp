@@ -2,7 +2,6 @@
 //
 // Starting is measured on processes of their own, each ending at the first painting of the window.
 
-#include "bench/sample_data.h"
 #include "model/shoot_json.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
@@ -23,12 +22,13 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
-
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include "bench/sample_data.h"
 
 namespace {
 
@@ -54,8 +54,19 @@ struct World {
     explicit World(const std::filesystem::path& folder)
         : settings(folder / "settings"),
           updates("https://127.0.0.1:9/", "vantorprep.updateChecker", "0.1.0", http, settings, timer),
-          services{files, dialogs, clipboard,   urls,    settings,       encoder, pngs, CairoPdfCanvas::make,
-                   updates, Timestamp::now, folder, "vantor.example", "https://vantor.example/"} {}
+          services{files,
+                   dialogs,
+                   clipboard,
+                   urls,
+                   settings,
+                   encoder,
+                   pngs,
+                   CairoPdfCanvas::make,
+                   updates,
+                   Timestamp::now,
+                   folder,
+                   "vantor.example",
+                   "https://vantor.example/"} {}
 };
 
 // Calls back when a widget of the window's list has been painted.
@@ -208,9 +219,11 @@ int main(int argc, char** argv) {
     writeStore(root / "many", kManySets);
     const auto few = measureStart(arguments[0], root / "few");
     const auto many = measureStart(arguments[0], root / "many");
-    const double data = static_cast<double>(std::filesystem::file_size(root / "many" / "shoots.json")) / (1 << 20);
-    std::printf("with %zu sets: start %.0f ms, %.1f MiB; with %zu: start %.0f ms, %.1f MiB; data %.1f MiB\n", kFewSets,
-                few.milliseconds, few.residentMiB, kManySets, many.milliseconds, many.residentMiB, data);
+    const double data =
+        static_cast<double>(std::filesystem::file_size(root / "many" / "shoots.json")) / (1 << 20);
+    std::printf("with %zu sets: start %.0f ms, %.1f MiB; with %zu: start %.0f ms, %.1f MiB; data %.1f MiB\n",
+                kFewSets, few.milliseconds, few.residentMiB, kManySets, many.milliseconds, many.residentMiB,
+                data);
     report("start to the first painted window, 10,000 sets", many.milliseconds, "ms", 1000);
     report("that beside the same with 10 sets", many.milliseconds / few.milliseconds, "x", 3);
     report("resident memory beside twice that with 10 sets and the data's size",

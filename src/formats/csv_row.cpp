@@ -6,7 +6,7 @@
 
 namespace vantor {
 
-std::vector<std::string> parseCSVRow(std::string_view line) {
+std::vector<std::string> parseCSVRow(std::string_view line, std::size_t mostCells) {
     static constexpr auto kNone = std::string_view::npos;
     std::vector<std::string> cells;
     std::string cell;
@@ -26,10 +26,13 @@ std::vector<std::string> parseCSVRow(std::string_view line) {
             inQuotes = !inQuotes;
             quote = findCharacter(line, '"', from);
         } else {
-            if (inQuotes)
+            if (inQuotes) {
                 cell += ';';
-            else
+            } else {
                 endCell();
+                if (cells.size() == mostCells)
+                    return cells;
+            }
             semicolon = findCharacter(line, ';', from);
         }
     }

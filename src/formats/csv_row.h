@@ -4,6 +4,8 @@
 // Writing doubles quotes, so a value that holds one does not survive a round trip.
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +14,9 @@ namespace vantor {
 
 // The cells of one line, trimmed; at least one. A semicolon inside quotes belongs to its cell, and quotes may
 // stand anywhere; one that is never closed takes the rest of the line.
-[[nodiscard]] std::vector<std::string> parseCSVRow(std::string_view line);
+// Stops after `mostCells`, at least 1; what stands behind them is no cell.
+[[nodiscard]] std::vector<std::string>
+parseCSVRow(std::string_view line, std::size_t mostCells = std::numeric_limits<std::size_t>::max());
 
 // The cell as it is to be written: in quotes, inner ones doubled, if it holds a semicolon, a quote or a line feed.
 [[nodiscard]] std::string quotedCell(std::string_view cell);

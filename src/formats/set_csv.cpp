@@ -16,6 +16,9 @@ namespace {
 
 using Cells = std::vector<std::string>;
 
+// As many as spreadsheets have. A line of nothing but semicolons would take many times its size as cells.
+constexpr std::size_t kMostColumns = 16384;
+
 // The next line that holds more than white space; itself untrimmed.
 std::optional<std::string_view> nextFilledLine(Lines& lines) {
     while (const auto line = lines.next()) {
@@ -99,7 +102,7 @@ bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(S
     const auto headerLine = nextFilledLine(lines);
     if (!headerLine)
         return false;
-    auto header = parseCSVRow(*headerLine);
+    auto header = parseCSVRow(*headerLine, kMostColumns);
     for (auto& cell : header)
         cell = trimmed(lowerCased(cell));
     const Columns columns(header);
@@ -107,7 +110,7 @@ bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(S
     std::size_t position = 0;
     while (const auto line = nextFilledLine(lines)) {
         ++position;
-        auto set = setOfLine(parseCSVRow(*line), columns, now);
+        auto set = setOfLine(parseCSVRow(*line, header.size()), columns, now);
         if (set.setNumber.empty())
             set.setNumber = std::to_string(position);
         if (!set.brand.empty() || !set.items.empty())

@@ -8,44 +8,32 @@ namespace vantor {
 namespace {
 
 // Earlier versions kept products per client; such a product's client is its brand.
-struct StoredProduct : Product {
+struct StoredProduct {
+    Product product;
     std::string client;
-};
 
-struct StoredCatalog {
-    std::vector<StoredProduct> products;
-    std::vector<std::string> clients;
-    std::vector<std::string> brands;
-};
-
-template <typename Visit>
-void visitMembers(Visit& visit, StoredProduct& product) {
-    visit.required("id", product.id);
-    visit.required("name", product.name);
-    visit.required("colors", product.colors);
-    visit.optional("brand", product.brand);
-    visit.optional("client", product.client);
-}
-
-template <typename Visit>
-void visitMembers(Visit& visit, StoredCatalog& catalog) {
-    visit.required("products", catalog.products);
-    visit.required("clients", catalog.clients);
-    visit.optional("brands", catalog.brands);
-}
-
-std::vector<Product> productsOf(std::vector<StoredProduct> stored) {
-    std::vector<Product> products;
-    products.reserve(stored.size());
-    for (auto& each : stored) {
-        if (each.brand.empty())
-            each.brand = std::move(each.client);
-        products.push_back(std::move(each));
+    Product record() && {
+        if (product.brand.empty())
+            product.brand = std::move(client);
+        return std::move(product);
     }
-    return products;
+};
+
+template <typename Visit>
+void visitMembers(Visit& visit, StoredProduct& stored) {
+    visit.required("id", stored.product.id);
+    visit.required("name", stored.product.name);
+    visit.required("colors", stored.product.colors);
+    visit.optional("brand", stored.product.brand);
+    visit.optional("client", stored.client);
 }
 
 } // namespace
+
+template <>
+struct StoredForm<Product> {
+    using Type = StoredProduct;
+};
 
 template <typename Visit>
 void visitMembers(Visit& visit, const Product& product) {
@@ -55,11 +43,11 @@ void visitMembers(Visit& visit, const Product& product) {
     visit.required("brand", product.brand);
 }
 
-template <typename Visit>
-void visitMembers(Visit& visit, const CatalogData& catalog) {
+template <typename Visit, MaybeConst<CatalogData> Catalog>
+void visitMembers(Visit& visit, Catalog& catalog) {
     visit.required("products", catalog.products);
     visit.required("clients", catalog.clients);
-    visit.required("brands", catalog.brands);
+    visit.optional("brands", catalog.brands);
 }
 
 void writeCatalog(JsonWriter& out, const CatalogData& catalog) {
@@ -67,18 +55,11 @@ void writeCatalog(JsonWriter& out, const CatalogData& catalog) {
 }
 
 std::optional<CatalogData> readCatalog(std::string_view json) {
-    auto stored = readDocument<StoredCatalog>(json, DateForm::SecondsSinceReference);
-    if (!stored)
-        return std::nullopt;
-    return CatalogData{productsOf(std::move(stored->products)), std::move(stored->clients),
-                       std::move(stored->brands)};
+    return readDocument<CatalogData>(json, DateForm::SecondsSinceReference);
 }
 
 std::optional<std::vector<Product>> readProducts(std::string_view json) {
-    auto stored = readDocument<std::vector<StoredProduct>>(json, DateForm::SecondsSinceReference);
-    if (!stored)
-        return std::nullopt;
-    return productsOf(*std::move(stored));
+    return readDocument<std::vector<Product>>(json, DateForm::SecondsSinceReference);
 }
 
 } // namespace vantor

@@ -42,6 +42,11 @@ concept JsonList = requires(T list) {
 template <typename T, typename Record>
 concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
 
+// For a record that files hold in more than one form: Type takes part in reading in its place, and its record()
+// makes the record of it.
+template <typename Record>
+struct StoredForm {};
+
 class RecordWriter {
 public:
     RecordWriter(JsonWriter& out, DateForm dates) : m_out(out), m_dates(dates) {}
@@ -99,16 +104,15 @@ public:
     // False, and the reader failed, when what comes next is not such a value.
     template <typename Record>
     bool read(Record& record) {
-        std::uint32_t seen = 0;
-        m_in.readObject([&](std::string_view key) {
-            MemberReader member{*this, key, seen};
-            visitMembers(member, record);
-            if (!member.found)
-                m_in.skip();
-        });
-        RequiredMembers members;
-        visitMembers(members, record);
-        return (seen & members.mask) == members.mask ? !m_in.failed() : m_in.fail();
+        if constexpr (requires { typename StoredForm<Record>::Type; }) {
+            typename StoredForm<Record>::Type stored;
+            if (!readMembers(stored))
+                return false;
+            record = std::move(stored).record();
+            return true;
+        } else {
+            return readMembers(record);
+        }
     }
     bool read(std::string& value) { return m_in.readText(value); }
     bool read(std::int64_t& value) { return m_in.readInteger(value); }
@@ -122,12 +126,37 @@ public:
     bool read(List& list) {
         list.clear();
         return m_in.readArray([&] {
+            growSparingly(list);
             list.emplace_back();
             read(list.back());
         });
     }
 
 private:
+    template <typename Record>
+    bool readMembers(Record& record) {
+        std::uint32_t seen = 0;
+        m_in.readObject([&](std::string_view key) {
+            MemberReader member{*this, key, seen};
+            visitMembers(member, record);
+            if (!member.found)
+                m_in.skip();
+        });
+        RequiredMembers members;
+        visitMembers(members, record);
+        return (seen & members.mask) == members.mask ? !m_in.failed() : m_in.fail();
+    }
+
+    // Doubling a long list of small records in a hostile file would take many times the file's size for a moment.
+    template <typename List>
+    static void growSparingly(List& list) {
+        static constexpr std::size_t kLong = 1024;
+        if constexpr (requires { list.capacity(); }) {
+            if (list.size() >= kLong && list.size() == list.capacity())
+                list.reserve(list.size() + list.size() / 6);
+        }
+    }
+
     // Reads the one member that has this key.
     struct MemberReader {
         RecordReader& reader;

@@ -5,11 +5,11 @@
 // - Index 0 of a list of sets is shown first. New sets go to the front, so the list is cheap to grow there.
 #pragma once
 
+#include "base/double_ended_vector.h"
 #include "base/timestamp.h"
 #include "base/uuid.h"
 
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,6 +60,9 @@ struct SetData {
     [[nodiscard]] std::string description() const;
 };
 
+// Sets in their order. The newest come first, so they are added at the front.
+using SetList = DoubleEndedVector<SetData>;
+
 // Says when which set was made the active one. The set may have been deleted since.
 struct SetActivation {
     Uuid setId;
@@ -73,7 +76,7 @@ struct Shoot {
     std::string location;
     std::string client;
     Timestamp date;
-    std::deque<SetData> sets;
+    SetList sets;
     // A folder that another program watches; carried along, never used here.
     std::optional<std::string> watchFolderPath;
     // Oldest first.

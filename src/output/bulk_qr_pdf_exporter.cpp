@@ -105,8 +105,8 @@ BulkQRPDFExporter::BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory 
       m_canvases(std::move(canvases)),
       m_files(files) {}
 
-bool BulkQRPDFExporter::exportTo(const std::deque<SetData>& sets, BulkQRDensity density,
-                                 const std::filesystem::path& to, const Progress& progress) const {
+bool BulkQRPDFExporter::exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
+                                 const Progress& progress) const {
     if (sets.empty())
         return false;
     return m_files.replace(to, [&](ByteSink& sink) {
@@ -123,8 +123,8 @@ std::optional<double> BulkQRPDFExporter::moduleEdge(const SetData& set, BulkQRDe
     return cardLayout(density).qrEdge / modules->width() * kMillimetresPerPoint;
 }
 
-bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const std::deque<SetData>& sets,
-                                  const CardLayout& layout, const Progress& progress) const {
+bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout,
+                                  const Progress& progress) const {
     const auto perPage = static_cast<std::size_t>(layout.cardsPerPage());
     const auto lines = cuttingLines(layout);
     for (std::size_t first = 0; first < sets.size(); first += perPage) {

@@ -13,7 +13,6 @@
 
 #include <array>
 #include <cstddef>
-#include <deque>
 #include <filesystem>
 #include <functional>
 #include <string_view>
@@ -59,14 +58,14 @@ public:
     // Writes the cards of the sets, in their order, to the file, replacing it whole. False, and nothing
     // written, when there are no sets, the file cannot be written, or the export was abandoned. A set whose
     // text is too long for a code leaves its cell empty.
-    bool exportTo(const std::deque<SetData>& sets, BulkQRDensity density, const std::filesystem::path& to,
+    bool exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
                   const Progress& progress = {}) const;
 
     // The edge of one module, in millimetres, on a card of this density; absent when the text fits no code.
     [[nodiscard]] std::optional<double> moduleEdge(const SetData& set, BulkQRDensity density) const;
 
 private:
-    bool drawPages(PdfCanvas& canvas, const std::deque<SetData>& sets, const CardLayout& layout,
+    bool drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout,
                    const Progress& progress) const;
     void drawCard(const SetData& set, const PdfRect& cell, const CardLayout& layout, PdfCanvas& canvas) const;
 

@@ -15,11 +15,6 @@ auto withId(Records& records, Uuid id) {
     return std::find_if(records.begin(), records.end(), [&](const auto& each) { return each.id == id; });
 }
 
-template <typename Records>
-void eraseWithId(Records& records, Uuid id) {
-    std::erase_if(records, [&](const auto& each) { return each.id == id; });
-}
-
 } // namespace
 
 ShootManager::ShootManager(std::optional<StoreFile> file, Clock clock)
@@ -105,7 +100,7 @@ void ShootManager::updateSet(Uuid id, SetData updated) {
 void ShootManager::deleteSet(Uuid id) {
     announce(Change::Shoots);
     for (auto& each : m_shoots)
-        eraseWithId(each.sets, id);
+        each.sets.removeIf([&](const auto& set) { return set.id == id; });
     if (m_activeSetId == id)
         setActiveSetId(std::nullopt);
     save();
@@ -113,7 +108,7 @@ void ShootManager::deleteSet(Uuid id) {
 
 void ShootManager::deleteShoot(Uuid id) {
     announce(Change::Shoots);
-    eraseWithId(m_shoots, id);
+    std::erase_if(m_shoots, [&](const auto& each) { return each.id == id; });
     if (m_activeShootId == id)
         setActiveShootId(m_shoots.empty() ? std::nullopt : std::optional(m_shoots.front().id));
     save();

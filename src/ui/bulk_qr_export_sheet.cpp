@@ -23,7 +23,7 @@ namespace {
 constexpr int kWidth = 480;
 constexpr int kHeight = 560;
 constexpr int kListHeight = 240;
-// After so long an export shows how far it is, in milliseconds, and how often it tells.
+// An export that takes longer than this shows how far it is, and how often it tells; both in milliseconds.
 constexpr int kProgressDelay = 500;
 constexpr int kProgressPeriod = 50;
 
@@ -71,7 +71,7 @@ protected:
 
 } // namespace
 
-BulkQRExportSheet::BulkQRExportSheet(QWidget* over, std::deque<SetData> sets, std::string shootName,
+BulkQRExportSheet::BulkQRExportSheet(QWidget* over, SetList sets, std::string shootName,
                                      const Services& services)
     : Sheet(over, "bulkExportSheet", shown("Bulk QR-export")),
       m_services(services),
@@ -185,7 +185,7 @@ void BulkQRExportSheet::reject() {
 }
 
 void BulkQRExportSheet::runExport(const std::filesystem::path& path) {
-    const auto sets = std::make_shared<const std::deque<SetData>>(m_selection.selectedSets());
+    const auto sets = std::make_shared<const SetList>(m_selection.selectedSets());
     m_running = std::make_shared<Running>();
     render();
     auto* const progress = makeProgress(static_cast<int>(sets->size()));

@@ -5,7 +5,6 @@
 #include "ui/sheet.h"
 #include "view/bulk_export_selection.h"
 
-#include <deque>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -19,8 +18,7 @@ class RecyclingList;
 class BulkQRExportSheet : public Sheet {
 public:
     // Works on copies: what happens to the shoot meanwhile does not matter.
-    BulkQRExportSheet(QWidget* over, std::deque<SetData> sets, std::string shootName,
-                      const Services& services);
+    BulkQRExportSheet(QWidget* over, SetList sets, std::string shootName, const Services& services);
 
     // While an export runs, closing gives it up and leaves the sheet open.
     void reject() override;

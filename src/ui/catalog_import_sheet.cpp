@@ -22,7 +22,7 @@ CatalogImportSheet::CatalogImportSheet(QWidget* over, ProductCatalog& catalog, s
                  "worden aan het huidig geselecteerde merk toegewezen)"),
            shown("Voorbeeld:\nNaam;Kleuren;Merk\ncoated pants;brown, navy, black;Mr "
                  "Marvis\nsweater;blue navy;"),
-           shown("%1 producten geïmporteerd")},
+           shown("%1 producten geïmporteerd"), true},
           services),
       m_catalog(catalog),
       m_defaultBrand(std::move(defaultBrand)) {

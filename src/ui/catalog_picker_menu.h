@@ -11,6 +11,7 @@
 #include <string>
 
 class QMenu;
+class QStyle;
 
 namespace vantor::ui {
 
@@ -29,6 +30,7 @@ private:
     std::string m_client;
     OnPick m_onPick;
     QMenu* m_menu;
+    QStyle* m_scrolling;
 };
 
 } // namespace vantor::ui

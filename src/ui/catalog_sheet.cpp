@@ -139,9 +139,11 @@ void CatalogSheet::makeBrandBar() {
     QObject::connect(m_deleteBrand, &QToolButton::clicked, this, [this] { deleteBrand(); });
     QObject::connect(m_newBrandName, &QLineEdit::returnPressed, this, [this] { addBrand(); });
     QObject::connect(add, &QPushButton::clicked, this, [this] { addBrand(); });
+    auto* const label = new TextLabel(shown("Merk"), theme::bodyFont(), TextColor::Primary);
+    label->setBuddy(m_brandPicker);
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(new TextLabel(shown("Merk"), theme::bodyFont(), TextColor::Primary));
+    row->addWidget(label);
     row->addWidget(m_brandPicker, 1);
     row->addWidget(m_deleteBrand);
     row->addSpacing(theme::kStep);
@@ -163,8 +165,8 @@ void CatalogSheet::makeNewProductRow() {
     QObject::connect(m_addProduct, &QPushButton::clicked, this, [this] { addProduct(); });
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(m_newName, 1);
-    row->addWidget(m_newColors, 1);
+    row->addWidget(m_newName, 4);
+    row->addWidget(m_newColors, 5);
     row->addWidget(m_addProduct);
     column()->addLayout(row);
 }
@@ -273,8 +275,11 @@ void CatalogSheet::editProduct(int row) {
 }
 
 void CatalogSheet::deleteProduct(int row) {
-    if (const auto* const product = productAt(row))
+    if (const auto* const product = productAt(row)) {
         m_catalog.deleteProduct(product->id);
+        // At once: the next key would delete what stands in another place by then.
+        renderProducts();
+    }
 }
 
 void CatalogSheet::exportCSV() {

@@ -106,7 +106,11 @@ RecyclingList* ClientsSheet::makeList() {
         row.remove->setVisible(isStored(row.name));
         row.setCurrent(isCurrent);
     };
-    rows.remove = [this](int place) { m_catalog.deleteClient(m_all[static_cast<std::size_t>(place)]); };
+    rows.remove = [this](int place) {
+        m_catalog.deleteClient(m_all[static_cast<std::size_t>(place)]);
+        // At once: the next key would find the deleted name still in its place.
+        render();
+    };
     return named(new RecyclingList(std::move(rows)), "clientList", shown("Klanten"));
 }
 

@@ -2,13 +2,13 @@
 
 #include "base/text.h"
 #include "ui/beside_window.h"
+#include "ui/large_text_edit.h"
 #include "ui/text.h"
 #include "ui/theme.h"
 
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QVBoxLayout>
 
 namespace vantor::ui {
@@ -28,27 +28,35 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
     setAcceptDrops(true);
     addTitle(texts.title);
     addExplanation(texts.explanation);
-    m_csvText = named(new QPlainTextEdit, "csvText", shown("CSV-tekst"));
+    m_csvText = named(new LargeTextEdit, "csvText", shown("CSV-tekst"));
     m_csvText->setFont(theme::monospacedFont());
     m_csvText->setMinimumHeight(kLeastEditorHeight);
     m_csvText->setTabChangesFocus(true);
     m_csvText->setLineWrapMode(QPlainTextEdit::NoWrap);
     // A dropped file is to be read, not pasted as its address.
     m_csvText->setAcceptDrops(false);
-    column()->addWidget(m_csvText, 1);
     auto* const example =
         named(new TextLabel(texts.example, theme::monospacedFont(), TextColor::Secondary, true), "example");
-    column()->addWidget(example);
+    if (texts.exampleFirst)
+        column()->addWidget(example);
+    column()->addWidget(m_csvText, 1);
+    if (!texts.exampleFirst)
+        column()->addWidget(example);
 
     auto* const choose = named(new QPushButton(shown("Kies bestand...")), "chooseFileButton");
     choose->setAutoDefault(false);
     m_resultLabel = named(new TextLabel(QString(), theme::captionFont(), TextColor::Green), "importResult");
     m_resultLabel->hide();
+    m_onlyBeginning =
+        named(new TextLabel(shown("Alleen het begin is te zien"), theme::captionFont(), TextColor::Secondary),
+              "onlyBeginning");
+    m_onlyBeginning->hide();
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
     row->addWidget(choose);
     row->addWidget(m_resultLabel);
     row->addStretch();
+    row->addWidget(m_onlyBeginning);
     column()->addLayout(row);
     m_import = named(new ProminentButton(shown("Importeer")), "importButton");
     m_import->setAutoDefault(false);
@@ -57,9 +65,12 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
 
     m_closing.setSingleShot(true);
     m_closing.setInterval(kClosingDelay);
+    m_closing.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_closing, &QTimer::timeout, this, &QDialog::accept);
-    QObject::connect(m_csvText, &QPlainTextEdit::textChanged, this,
-                     [this] { m_import->setEnabled(!m_csvText->document()->isEmpty()); });
+    QObject::connect(m_csvText, &QPlainTextEdit::textChanged, this, [this] {
+        m_import->setEnabled(!m_csvText->isEmpty());
+        m_onlyBeginning->setVisible(m_csvText->holdsMoreThanItShows());
+    });
     QObject::connect(choose, &QPushButton::clicked, this, [this] { chooseFile(); });
     QObject::connect(m_import, &QPushButton::clicked, this, [this] { runImport(); });
     m_csvText->setFocus();
@@ -80,27 +91,31 @@ void CsvImportSheet::readFile(const std::filesystem::path& path) {
         },
         [this](const QString& text) {
             if (!text.isNull())
-                m_csvText->setPlainText(text);
+                m_csvText->setText(text);
         });
 }
 
 void CsvImportSheet::runImport() {
-    const auto count = importText(typed(m_csvText->toPlainText()));
+    const auto count = importText(typed(m_csvText->text()));
     if (!count)
         return;
     m_resultLabel->setText(m_result.arg(*count));
     m_resultLabel->show();
-    if (*count >= 1)
+    if (*count >= 1 && !m_closing.isActive())
         m_closing.start();
 }
 
 void CsvImportSheet::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls() && event->mimeData()->urls().front().isLocalFile())
+    const auto urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && urls.front().isLocalFile())
         event->acceptProposedAction();
 }
 
 void CsvImportSheet::dropEvent(QDropEvent* event) {
-    readFile(std::filesystem::path(event->mimeData()->urls().front().toLocalFile().toStdString()));
+    const auto urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    readFile(std::filesystem::path(urls.front().toLocalFile().toStdString()));
     event->acceptProposedAction();
 }
 

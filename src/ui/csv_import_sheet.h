@@ -11,9 +11,9 @@
 #include <filesystem>
 #include <string_view>
 
-class QPlainTextEdit;
-
 namespace vantor::ui {
+
+class LargeTextEdit;
 
 class CsvImportSheet : public Sheet {
 protected:
@@ -23,6 +23,8 @@ protected:
         QString example;
         // With %1 for the count.
         QString result;
+        // Whether the example stands above the text, or else below it.
+        bool exampleFirst;
     };
 
     CsvImportSheet(QWidget* over, const char* objectName, const Texts& texts, const Services& services);
@@ -41,7 +43,8 @@ private:
     const Services& m_services;
     QString m_result;
     QTimer m_closing;
-    QPlainTextEdit* m_csvText;
+    LargeTextEdit* m_csvText;
+    TextLabel* m_onlyBeginning;
     TextLabel* m_resultLabel;
     QPushButton* m_import;
 };

@@ -24,6 +24,8 @@ EditProductSheet::EditProductSheet(QWidget* over, ProductCatalog& catalog, const
     m_name = makeField("productNameField", shown("Naam"));
     m_colors = makeField("productColorsField", shown("Kleuren, komma-gescheiden"));
     m_brand = named(new QComboBox, "productBrandPicker", shown("Merk"));
+    // The name that is told of a box is what is chosen in it.
+    m_brand->setAccessibleDescription(shown("Merk"));
     m_brand->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_brand->addItem(shown("Algemeen (alle merken)"), QString());
     for (const auto& name : catalog.allBrandNames())

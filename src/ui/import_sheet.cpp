@@ -18,7 +18,7 @@ ImportSheet::ImportSheet(QWidget* over, ShootManager& manager, const Services& s
                  "Model, Locatie"),
            shown("Voorbeeld:\nSet;Merk;Items;Model;Locatie\n1;Marvis;coated pants/brown, sweater/blue "
                  "navy;Anna;Studio A"),
-           shown("%1 sets geïmporteerd")},
+           shown("%1 sets geïmporteerd"), false},
           services),
       m_manager(manager) {
     setFixedSize(kWidth, kHeight);

@@ -80,6 +80,10 @@ bool takesText(const QWidget* widget) {
            (combo != nullptr && combo->isEditable());
 }
 
+bool isShootFile(const QUrl& url) {
+    return url.isLocalFile() && url.fileName().endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
+}
+
 bool isPrintable(const QKeyEvent& event) {
     const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     return held == 0 && !event.text().isEmpty() && event.text().front().isPrint() &&
@@ -220,6 +224,7 @@ QWidget* PrepMainView::makeCommands() {
             m_manager.setActiveShootId(shoots[static_cast<std::size_t>(index)].id);
     });
     auto* const pickerLabel = new TextLabel(shown("Shoot"), theme::bodyFont(), TextColor::Primary);
+    pickerLabel->setBuddy(m_picker);
     m_pickerBox = new QWidget;
     QSizePolicy keepsItsPlace = m_pickerBox->sizePolicy();
     keepsItsPlace.setRetainSizeWhenHidden(true);
@@ -519,7 +524,7 @@ void PrepMainView::renderShootLine(const Shoot& shoot) {
 }
 
 void PrepMainView::renderSets(const Shoot* shoot) {
-    static const std::deque<SetData> kNone;
+    static const SetList kNone;
     const auto& sets = shoot != nullptr ? shoot->sets : kNone;
     m_filtered = vantor::filteredSets(sets, typed(m_search->text()));
     const bool searching = !m_search->text().isEmpty();
@@ -652,16 +657,13 @@ void PrepMainView::openSheet(QDialog* sheet) {
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {
     const auto urls = event->mimeData()->urls();
-    if (std::ranges::any_of(urls, [](const QUrl& url) {
-            return url.isLocalFile() &&
-                   url.fileName().endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
-        }))
+    if (std::ranges::any_of(urls, isShootFile))
         event->acceptProposedAction();
 }
 
 void PrepMainView::dropEvent(QDropEvent* event) {
     for (const auto& url : event->mimeData()->urls()) {
-        if (url.isLocalFile())
+        if (isShootFile(url))
             openShootFile(fs::path(url.toLocalFile().toStdString()));
     }
     event->acceptProposedAction();

@@ -8,9 +8,11 @@
 #include "ui/theme.h"
 #include "ui/widgets.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -36,10 +38,16 @@ QRGeneratorView::QRGeneratorView(const Services& services) : m_services(services
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(makeForm());
     scroll->setMinimumWidth(std::max(kLeastPaneWidth, scroll->widget()->minimumSizeHint().width() + 20));
+    // A line that was just added has the focus before it has its place.
+    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, scroll, [scroll] {
+        QWidget* const focused = QApplication::focusWidget();
+        if (focused != nullptr && scroll->widget()->isAncestorOf(focused))
+            scroll->ensureWidgetVisible(focused);
+    });
     m_right = new QStackedWidget;
     m_right->addWidget(makeEmptyPane());
     m_right->addWidget(makeCodePane());
-    m_right->setMinimumWidth(kLeastPaneWidth);
+    m_right->setMinimumWidth(std::max(kLeastPaneWidth, m_right->minimumSizeHint().width()));
 
     auto* const panes = new QHBoxLayout(this);
     panes->setContentsMargins(0, 0, 0, 0);

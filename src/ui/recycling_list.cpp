@@ -95,14 +95,15 @@ void RecyclingList::arrange(bool fillAll) {
     const int offset = verticalScrollBar()->value();
     const int first = offset / m_rowHeight;
     const int end = std::min(m_count, (offset + viewport()->height() + m_rowHeight - 1) / m_rowHeight);
+    // The focus must not travel to another row with the widget that had it. First of all, as it arranges the rows.
+    if (const auto focused = placeOf(QApplication::focusWidget());
+        focused && (*focused < first || *focused >= end))
+        setFocus(Qt::OtherFocusReason);
     for (auto it = m_inSight.begin(); it != m_inSight.end();) {
         if (it->first >= first && it->first < end) {
             ++it;
             continue;
         }
-        // The focus must not travel to another row with the widget that had it.
-        if (it->second->isAncestorOf(QApplication::focusWidget()))
-            setFocus(Qt::OtherFocusReason);
         it->second->hide();
         m_pool.push_back(it->second);
         it = m_inSight.erase(it);

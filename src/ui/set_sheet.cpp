@@ -5,6 +5,7 @@
 #include "ui/text.h"
 #include "ui/theme.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -44,6 +45,7 @@ SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& c
     m_location->setText(qstring(start.location));
     m_email->setText(qstring(start.email));
     m_items->setPairs(start.items);
+    m_lineCount = start.items.size();
     m_setNumber->setFocus();
     render();
 }
@@ -78,8 +80,18 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
     linesColumn->addWidget(m_items);
     linesColumn->addStretch();
     scroll->setWidget(lines);
-    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, scroll,
-                     [scroll](int, int most) { scroll->verticalScrollBar()->setValue(most); });
+    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+                     [this, scroll](int, int most) {
+                         const auto count = m_items->pairs().size();
+                         if (count > m_lineCount)
+                             scroll->verticalScrollBar()->setValue(most);
+                         m_lineCount = count;
+                     });
+    // Tab scrolls by itself only from one line to the next, not into the lines.
+    QObject::connect(qApp, &QApplication::focusChanged, scroll, [scroll](QWidget*, QWidget* now) {
+        if (now != nullptr && scroll->widget()->isAncestorOf(now))
+            scroll->ensureWidgetVisible(now, 0, theme::kHalfStep);
+    });
     addField(shown("Items"), scroll);
 
     const auto* const shoot = m_manager.activeShoot();

@@ -35,6 +35,7 @@ TextLabel* Sheet::addExplanation(const QString& text) {
 
 void Sheet::addField(const QString& label, QWidget* field) {
     auto* const above = new TextLabel(label, theme::captionFont(), TextColor::Secondary);
+    above->setBuddy(field);
     auto* const both = new QVBoxLayout;
     both->setSpacing(theme::kHalfStep / 2);
     both->addWidget(above);

@@ -4,6 +4,7 @@
 #include "ui/text.h"
 #include "ui/theme.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QPainter>
 #include <utility>
@@ -101,7 +102,7 @@ void TextLabel::changeEvent(QEvent* event) {
 
 void TextLabel::applyColor() {
     // From the palette that the label would have without a colour of its own.
-    const QPalette around = parentWidget() != nullptr ? parentWidget()->palette() : palette();
+    const QPalette around = parentWidget() != nullptr ? parentWidget()->palette() : QApplication::palette();
     QPalette own;
     own.setColor(QPalette::WindowText, colorOf(m_color, around));
     m_applying = true;
@@ -190,7 +191,8 @@ void CheckBox::paintEvent(QPaintEvent*) {
     const QRectF box((width() - edge) / 2, (height() - edge) / 2, edge, edge);
     const QColor ring = hasFocus() ? theme::accent(palette()) : theme::secondaryText(palette());
     painter.setPen(QPen(isChecked() && !hasFocus() ? theme::accent(palette()) : ring, hasFocus() ? 2 : 1));
-    painter.setBrush(isChecked() ? QBrush(theme::accent(palette())) : QBrush(palette().color(QPalette::Base)));
+    painter.setBrush(isChecked() ? QBrush(theme::accent(palette()))
+                                 : QBrush(palette().color(QPalette::Base)));
     painter.drawRoundedRect(box, 4, 4);
     if (!isChecked())
         return;
@@ -216,7 +218,8 @@ void SegmentButton::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(ink, 1));
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(box.adjusted(2, 2, -2, -2), theme::kCornerRadius - 2, theme::kCornerRadius - 2);
+        painter.drawRoundedRect(box.adjusted(2, 2, -2, -2), theme::kCornerRadius - 2,
+                                theme::kCornerRadius - 2);
     }
     painter.drawText(rect(), Qt::AlignCenter, text());
 }

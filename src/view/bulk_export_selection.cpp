@@ -6,7 +6,7 @@
 
 namespace vantor {
 
-BulkExportSelection::BulkExportSelection(std::deque<SetData> sets) : m_sets(std::move(sets)) {
+BulkExportSelection::BulkExportSelection(SetList sets) : m_sets(std::move(sets)) {
     for (const auto& set : m_sets)
         m_selectedIds.insert(set.id);
 }
@@ -27,8 +27,8 @@ void BulkExportSelection::toggleAll() {
         m_selectedIds.insert(set.id);
 }
 
-std::deque<SetData> BulkExportSelection::selectedSets() const {
-    std::deque<SetData> selected;
+SetList BulkExportSelection::selectedSets() const {
+    SetList selected;
     std::ranges::copy_if(m_sets, std::back_inserter(selected),
                          [&](const auto& set) { return isSelected(set.id); });
     return selected;

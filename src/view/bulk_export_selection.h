@@ -8,18 +8,17 @@
 #include "output/bulk_qr_pdf_exporter.h"
 
 #include <cstddef>
-#include <deque>
 #include <unordered_set>
 
 namespace vantor {
 
 class BulkExportSelection {
 public:
-    explicit BulkExportSelection(std::deque<SetData> sets);
+    explicit BulkExportSelection(SetList sets);
 
     BulkQRDensity density = BulkQRDensity::large;
 
-    [[nodiscard]] const std::deque<SetData>& sets() const { return m_sets; }
+    [[nodiscard]] const SetList& sets() const { return m_sets; }
     [[nodiscard]] std::size_t selectedCount() const { return m_selectedIds.size(); }
     [[nodiscard]] bool isSelected(const Uuid& id) const { return m_selectedIds.contains(id); }
     void select(const Uuid& id, bool selected);
@@ -29,11 +28,11 @@ public:
     void toggleAll();
 
     // In the shoot's order.
-    [[nodiscard]] std::deque<SetData> selectedSets() const;
+    [[nodiscard]] SetList selectedSets() const;
     [[nodiscard]] bool canExport() const;
 
 private:
-    std::deque<SetData> m_sets;
+    SetList m_sets;
     std::unordered_set<Uuid> m_selectedIds;
 };
 

@@ -7,7 +7,7 @@
 
 namespace vantor {
 
-std::vector<std::size_t> filteredSets(const std::deque<SetData>& sets, std::string_view query) {
+std::vector<std::size_t> filteredSets(const SetList& sets, std::string_view query) {
     const auto wanted = caseFolded(trimmed(query));
     const auto holds = [&](std::string_view text) {
         return caseFolded(text).find(wanted) != std::string::npos;
