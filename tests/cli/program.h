@@ -1,0 +1,77 @@
+// Program: runs the built command-line program in a folder of its own, as a user's shell would.
+//
+// - What it is given and what it prints goes through files, so that it can neither wait for the test nor be
+//   waited for; one that has not ended after half a minute is killed and its status is absent.
+// - The user's folders are empty ones; a test that left something in them fails at its end.
+#pragma once
+
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor::testing {
+
+inline constexpr int kDone = 0;
+inline constexpr int kFailed = 1;
+inline constexpr int kMisused = 2;
+
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool kSanitized = true;
+#else
+inline constexpr bool kSanitized = false;
+#endif
+
+struct Outcome {
+    // Absent when the program was killed or never ran.
+    std::optional<int> status;
+    std::string output;
+    std::string errors;
+    std::chrono::steady_clock::duration time{};
+};
+
+void PrintTo(const Outcome& run, std::ostream* out);
+
+struct Streams {
+    // Bytes for standard input; without them it is empty.
+    std::string input = {};
+    // A file for standard input instead.
+    std::filesystem::path inputFile = {};
+    // A file, or a device, for standard output instead of Outcome::output.
+    std::filesystem::path outputFile = {};
+    bool outputClosed = false;
+};
+
+class Program : public ::testing::Test {
+protected:
+    void TearDown() override;
+
+    [[nodiscard]] Outcome run(const std::vector<std::string>& arguments, const Streams& streams = {}) const;
+
+    // The program's folder.
+    [[nodiscard]] std::filesystem::path at(const std::filesystem::path& name) const {
+        return m_folder / name;
+    }
+    [[nodiscard]] bool exists(const std::filesystem::path& name) const;
+    [[nodiscard]] std::set<std::string> names() const { return m_folder.names(); }
+
+    void write(const std::filesystem::path& name, std::string_view bytes) const;
+    [[nodiscard]] std::string read(const std::filesystem::path& name) const;
+
+private:
+    TemporaryFolder m_folder;
+    TemporaryFolder m_home;
+    TemporaryFolder m_streams;
+};
+
+// The files in examples/.
+[[nodiscard]] std::string example(const std::string& name);
+
+} // namespace vantor::testing

@@ -1,0 +1,165 @@
+#include "base/text.h"
+#include "base/text_lookup.h"
+#include "formats/catalog_csv.h"
+#include "tests/support/differences.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <set>
+
+namespace vantor {
+namespace {
+
+using testing::differences;
+using ::testing::ElementsAre;
+using testing::Ignoring;
+using ::testing::IsEmpty;
+
+std::vector<Product> read(std::string_view text, std::string_view defaultBrand = "Std") {
+    std::vector<Product> products;
+    readCatalogCSV(text, defaultBrand, [&](Product product) { products.push_back(std::move(product)); });
+    return products;
+}
+
+// name|brand, then |colour for every one.
+std::vector<std::string> summaries(std::string_view text) {
+    std::vector<std::string> all;
+    for (const auto& product : read(text)) {
+        all.push_back(product.name + "|" + product.brand);
+        for (const auto& color : product.colors)
+            all.back() += "|" + color;
+    }
+    return all;
+}
+
+constexpr auto kDocumented = "Naam;Kleuren;Merk\n"
+                             "coated pants;brown, navy, black;Mr Marvis\n"
+                             "sweater;blue navy;";
+
+TEST(ReadCatalogCsv, ReadsTheDocumentedExample) {
+    EXPECT_THAT(summaries(kDocumented),
+                ElementsAre("coated pants|Mr Marvis|brown|navy|black", "sweater||blue navy"));
+    const auto products = read(kDocumented);
+    EXPECT_NE(products[0].id, products[1].id);
+    EXPECT_NE(products[0].id, Uuid());
+}
+
+struct Line {
+    std::string line;
+    std::string summary;
+};
+
+class CatalogCsvLine : public ::testing::TestWithParam<Line> {};
+
+TEST_P(CatalogCsvLine, IsOneProduct) {
+    EXPECT_THAT(summaries(GetParam().line), ElementsAre(GetParam().summary));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, CatalogCsvLine,
+    ::testing::Values(Line{"sweater;blue navy", "sweater|Std|blue navy"}, Line{"sweater", "sweater|Std"},
+                      Line{"sweater;blue;", "sweater||blue"}, Line{"sweater;;", "sweater|"},
+                      Line{"sweater;", "sweater|Std"}, Line{"a;red,, blue ,;x", "a|x|red|blue"},
+                      Line{"a;b;c;d", "a|c;d|b"}, Line{"a;b;c;", "a|c;|b"},
+                      Line{"\t a \u00A0; b ;\u3000c ; d ", "a|c ; d|b"},
+                      Line{"\"a\";\"b\";\"c\"", "\"a\"|\"c\"|\"b\""}, Line{"\"a;b\"", "\"a|Std|b\""},
+                      Line{"a;\u0301b;c", "a;\u0301b|Std|c"}, Line{"a\u0600;b;c", "a\u0600;b|Std|c"},
+                      Line{"a;b,\u0301c;d", "a|d|b,\u0301c"}, Line{"\uFEFFjeans;black;", "jeans||black"},
+                      Line{std::string("a\0b;\xFF", 5), std::string("a\0b|Std|\xFF", 9)}));
+
+TEST(ReadCatalogCsv, PassesOverALineWithoutAName) {
+    EXPECT_THAT(summaries(";red;Nike\n ;red\n;;\n\u00A0\n"), IsEmpty());
+}
+
+TEST(ReadCatalogCsv, PassesOverEveryLineWhoseNameLooksLikeAHeader) {
+    EXPECT_THAT(summaries("a\nNAAM;x\nb\nProductnaam;y\nTour name;z\nSurNAMEs\nc;naam;name"),
+                ElementsAre("a|Std", "b|Std", "c|name|naam"));
+}
+
+TEST(ReadCatalogCsv, HasNoHeaderByPosition) {
+    EXPECT_THAT(summaries("jeans;black;Nike"), ElementsAre("jeans|Nike|black"));
+}
+
+TEST(ReadCatalogCsv, TakesAnyLineEnd) {
+    for (const auto* end : {"\n", "\r\n", "\r", "\u2028", "\u2029", "\u0085", "\v", "\f"}) {
+        const std::string e = end;
+        EXPECT_THAT(summaries("Naam;Kleuren;Merk" + e + "a;b;c" + e + e + "d" + e),
+                    ElementsAre("a|c|b", "d|Std"));
+        EXPECT_THAT(summaries("a;b;c" + e + "d"), ElementsAre("a|c|b", "d|Std"));
+    }
+}
+
+TEST(ReadCatalogCsv, KeepsDuplicatesForItsCallerToJudge) {
+    EXPECT_THAT(summaries("a\nA\na"), ElementsAre("a|Std", "A|Std", "a|Std"));
+}
+
+TEST(ReadCatalogCsv, TakesAVeryLongLine) {
+    const std::string name(100'000'000, 'x');
+    const auto products = read(name + ";red;Nike");
+    ASSERT_EQ(products.size(), 1U);
+    EXPECT_EQ(products[0].name.size(), name.size());
+    EXPECT_EQ(products[0].brand, "Nike");
+}
+
+TEST(WriteCatalogCsv, WritesTheHeaderAloneForAnEmptyCatalogue) {
+    EXPECT_EQ(writeCatalogCSV({}), "Naam;Kleuren;Merk");
+}
+
+TEST(WriteCatalogCsv, WritesALineAProduct) {
+    EXPECT_EQ(writeCatalogCSV({{{}, "jeans", {"black", "blue"}, ""}, {{}, "tee", {}, "Nike"}}),
+              "Naam;Kleuren;Merk\njeans;black, blue;\ntee;;Nike");
+}
+
+TEST(WriteCatalogCsv, QuotesACellThatHoldsASemicolonAQuoteOrALineFeed) {
+    EXPECT_EQ(writeCatalogCSV({{{}, "a;b", {"c\"d", "e"}, "f\ng"}}),
+              "Naam;Kleuren;Merk\n\"a;b\";\"c\"\"d, e\";\"f\ng\"");
+}
+
+TEST(WriteCatalogCsv, IsNotUnderstoodWhereItQuotes) {
+    EXPECT_THAT(summaries(writeCatalogCSV({{{}, "a;b", {"red"}, "Nike"}})), ElementsAre("\"a|red;Nike|b\""));
+}
+
+TEST(WriteCatalogCsv, LooksItsHeaderUp) {
+    setTextLookup([](std::string_view dutch) { return "<" + std::string(dutch) + ">"; });
+    const auto text = writeCatalogCSV({});
+    setTextLookup({});
+    EXPECT_EQ(text, "<Naam;Kleuren;Merk>");
+}
+
+// A product that the format can hold whole.
+rc::Gen<Product> writableProduct() {
+    const auto pick = [](Product product, const std::vector<std::string>& colors) {
+        const auto lower = lowerCased(product.name);
+        if (product.name.empty() || lower.find("naam") != std::string::npos ||
+            lower.find("name") != std::string::npos)
+            product.name = "tee";
+        product.colors.clear();
+        for (const auto& color : colors) {
+            if (!color.empty())
+                product.colors.push_back(color);
+        }
+        return product;
+    };
+    return rc::gen::apply(pick, testing::product(testing::plainText(";")),
+                          testing::fewOf<std::vector<std::string>>(testing::plainText(";,")));
+}
+
+RC_GTEST_PROP(CatalogCsvProperty, ReadsBackWhatItWrites, ()) {
+    const auto products = *testing::fewOf<std::vector<Product>>(writableProduct());
+    RC_ASSERT(differences(read(writeCatalogCSV(products)), products, Ignoring::Identity) == "");
+}
+
+RC_GTEST_PROP(CatalogCsvProperty, NoBytesAreACrash, ()) {
+    const auto text = *rc::gen::oneOf(testing::bytes(), testing::text(), testing::damaged(kDocumented));
+    for (const auto& product : read(text)) {
+        RC_ASSERT(!product.name.empty());
+        for (const auto& color : product.colors)
+            RC_ASSERT(!color.empty());
+    }
+}
+
+} // namespace
+} // namespace vantor

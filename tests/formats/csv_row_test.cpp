@@ -1,0 +1,114 @@
+#include "base/text.h"
+#include "formats/csv_row.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <ostream>
+
+namespace vantor {
+namespace {
+
+using ::testing::ElementsAre;
+
+using Cells = std::vector<std::string>;
+
+struct Row {
+    std::string line;
+    Cells cells;
+};
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << ::testing::PrintToString(row.line);
+}
+
+class ParseCsvRow : public ::testing::TestWithParam<Row> {};
+
+TEST_P(ParseCsvRow, GivesTheCells) {
+    EXPECT_EQ(parseCSVRow(GetParam().line), GetParam().cells);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ParseCsvRow,
+    ::testing::Values(Row{"", {""}},
+                      Row{"1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A",
+                          {"1", "Marvis", "coated pants/brown, sweater/blue navy", "Anna", "Studio A"}},
+                      Row{"a;;b;", {"a", "", "b", ""}}, Row{" a ; b ", {"a", "b"}},
+                      Row{"\"x;y\";z", {"x;y", "z"}}, Row{"\"a\"\"b\"", {"ab"}}, Row{"x\"y;z\"w", {"xy;zw"}},
+                      Row{"\"a;b", {"a;b"}}, Row{";", {"", ""}}, Row{"\"", {""}}, Row{"\"\"", {""}},
+                      Row{"\";\"", {";"}}, Row{"a,b\tc;d", {"a,b\tc", "d"}},
+                      Row{"\t\u00A0a\u3000;\u2003", {"a", ""}}, Row{"\" a \";b", {"a", "b"}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    CharactersOfMoreThanOnePart, ParseCsvRow,
+    ::testing::Values(Row{"a;\u0301b;c", {"a;\u0301b", "c"}}, Row{"a\u0600;b;c", {"a\u0600;b", "c"}},
+                      Row{"a;\u200Db", {"a;\u200Db"}}, Row{"\"\u0301a;b\"", {"\"\u0301a", "b"}},
+                      Row{"\u0600\"a;b", {"\u0600\"a", "b"}}, Row{"\"a;b\"\u200D;c", {"a;b\"\u200D;c"}},
+                      Row{"é;ë", {"é", "ë"}},
+                      Row{"\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}}));
+
+INSTANTIATE_TEST_SUITE_P(BytesThatAreNoText, ParseCsvRow,
+                         ::testing::Values(Row{"\xFF;\xC3", {"\xFF", "\xC3"}},
+                                           Row{std::string("a\0;\0b", 5),
+                                               {std::string("a\0", 2), std::string("\0b", 2)}}));
+
+TEST(ParseCsvRow, TakesAVeryLongLine) {
+    const std::string cell(100'000'000, 'x');
+    const auto cells = parseCSVRow("a;" + cell + ";b");
+    ASSERT_EQ(cells.size(), 3U);
+    EXPECT_EQ(cells[1].size(), cell.size());
+    EXPECT_EQ(cells[2], "b");
+}
+
+TEST(ParseCsvRow, TakesALineOfNothingButSeparators) {
+    EXPECT_EQ(parseCSVRow(std::string(1'000'000, ';')).size(), 1'000'001U);
+    EXPECT_EQ(parseCSVRow(std::string(1'000'000, '"')).size(), 1U);
+}
+
+struct Quoted {
+    std::string cell;
+    std::string written;
+};
+
+class QuotedCell : public ::testing::TestWithParam<Quoted> {};
+
+TEST_P(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {
+    EXPECT_EQ(quotedCell(GetParam().cell), GetParam().written);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cells, QuotedCell,
+                         ::testing::Values(Quoted{"", ""}, Quoted{"Nike", "Nike"},
+                                           Quoted{" a, b\t", " a, b\t"}, Quoted{"a;b", "\"a;b\""},
+                                           Quoted{"a\"b", "\"a\"\"b\""}, Quoted{"\"", "\"\"\"\""},
+                                           Quoted{"a\nb", "\"a\nb\""}, Quoted{"a\rb", "a\rb"},
+                                           Quoted{"a\u2028b", "a\u2028b"}, Quoted{"a;\u0301b", "a;\u0301b"},
+                                           Quoted{"a\"\u0301b", "a\"\u0301b"},
+                                           Quoted{"a\"\u0301\"b", "\"a\"\u0301\"\"b\""}));
+
+TEST(SplitAtCommas, DropsEmptyPiecesAndTrimsTheOthers) {
+    EXPECT_THAT(splitAtCommas("red,, blue ,"), ElementsAre("red", "blue"));
+    EXPECT_THAT(splitAtCommas(""), ElementsAre());
+    EXPECT_THAT(splitAtCommas(" , ,\t,"), ElementsAre());
+    EXPECT_THAT(splitAtCommas("a;b"), ElementsAre("a;b"));
+    EXPECT_THAT(splitAtCommas("a,\u0301b,c"), ElementsAre("a,\u0301b", "c"));
+}
+
+RC_GTEST_PROP(CsvRowProperty, CellsReadBackAsWritten, ()) {
+    const auto cells = *rc::gen::nonEmpty(testing::fewOf<Cells>(testing::plainText("")));
+    Cells written;
+    for (const auto& cell : cells)
+        written.push_back(quotedCell(cell));
+    RC_ASSERT(parseCSVRow(joined(written, ";")) == cells);
+}
+
+RC_GTEST_PROP(CsvRowProperty, NoBytesAreACrash, ()) {
+    const auto line = *rc::gen::oneOf(testing::bytes(), testing::text());
+    RC_ASSERT(!parseCSVRow(line).empty());
+    static_cast<void>(splitAtCommas(line));
+    RC_ASSERT(quotedCell(line).size() >= line.size());
+}
+
+} // namespace
+} // namespace vantor

@@ -1,0 +1,82 @@
+// The example files hold together and are written as the program itself writes them.
+
+#include "base/text.h"
+#include "formats/catalog_csv.h"
+#include "formats/set_csv.h"
+#include "formats/shoot_file.h"
+#include "tests/support/read_file.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantor {
+namespace {
+
+std::string example(const std::string& name) {
+    return testing::readFile(VANTOR_EXAMPLES "/" + name);
+}
+
+TEST(Examples, ShootFileIsWrittenAsItStands) {
+    const auto bytes = example("zomer-op-texel.vantor");
+    const auto shoot = readShootFile(bytes);
+    ASSERT_TRUE(shoot);
+    EXPECT_EQ(writeShootFile(*shoot), bytes);
+    EXPECT_EQ(shoot->name, "Zomer op Texel");
+    EXPECT_EQ(shoot->client, "Noorderlicht");
+    EXPECT_EQ(shoot->location, "Texel");
+    EXPECT_EQ(shoot->date.iso8601().substr(0, 10), "2026-06-14");
+    EXPECT_EQ(shoot->sets.size(), 28U);
+}
+
+TEST(Examples, ShootFileLogsOnlySetsItHolds) {
+    const auto shoot = readShootFile(example("zomer-op-texel.vantor"));
+    ASSERT_TRUE(shoot);
+    std::set<Uuid> ids;
+    for (const auto& set : shoot->sets)
+        ids.insert(set.id);
+    EXPECT_EQ(ids.size(), shoot->sets.size());
+    EXPECT_GE(shoot->activationLog.size(), 3U);
+    for (const auto& activation : shoot->activationLog)
+        EXPECT_TRUE(ids.contains(activation.setId)) << activation.setId.text();
+}
+
+TEST(Examples, CsvIsTheShootFileExported) {
+    const auto shoot = readShootFile(example("zomer-op-texel.vantor"));
+    ASSERT_TRUE(shoot);
+    EXPECT_EQ(writeSetCSV(*shoot), example("zomer-op-texel.csv"));
+}
+
+TEST(Examples, CardsStayEasyToScan) {
+    std::size_t sets = 0;
+    ASSERT_TRUE(readSetCSV(example("zomer-op-texel.csv"), {}, [&](const SetData& set) {
+        ++sets;
+        EXPECT_LE(set.toQRText().size(), 200U) << set.headline();
+    }));
+    EXPECT_EQ(sets, 28U);
+}
+
+TEST(Examples, CatalogueImportsWholeAndSorted) {
+    const auto text = example("productcatalogus.csv");
+    std::vector<Product> products;
+    readCatalogCSV(text, "unused", [&](Product product) { products.push_back(std::move(product)); });
+    EXPECT_EQ(writeCatalogCSV(products), text);
+    EXPECT_GE(products.size(), 44U);
+    EXPECT_TRUE(std::is_sorted(products.begin(), products.end(), [](const Product& a, const Product& b) {
+        return compareNames(a.name, b.name) < 0;
+    }));
+    std::set<std::string> names;
+    std::set<std::string> brands;
+    for (const auto& product : products) {
+        EXPECT_TRUE(names.insert(caseFolded(product.name)).second) << product.name;
+        brands.insert(product.brand);
+    }
+    EXPECT_EQ(brands.size(), 6U) << "five brands and the general one";
+}
+
+} // namespace
+} // namespace vantor

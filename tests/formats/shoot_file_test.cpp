@@ -1,0 +1,139 @@
+#include "formats/shoot_file.h"
+#include "tests/support/differences.h"
+#include "tests/support/examples.h"
+#include "tests/support/generators.h"
+#include "tests/support/read_file.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <array>
+#include <filesystem>
+
+namespace vantor {
+namespace {
+
+using testing::differences;
+
+std::string data(const char* name) {
+    return testing::readFile(std::filesystem::path(VANTOR_TEST_DATA) / name);
+}
+
+TEST(ShootFile, IsWrittenAsEver) {
+    EXPECT_EQ(writeShootFile(testing::ibiza()), data("ibiza.vantor"));
+}
+
+TEST(ShootFile, IsReadAsEver) {
+    const auto shoot = readShootFile(data("ibiza.vantor"));
+    ASSERT_TRUE(shoot);
+    EXPECT_EQ(differences(*shoot, testing::ibiza()), "");
+}
+
+TEST(ShootFile, IsReadFromAnotherWriterWithOtherOrderEscapesSpacesAndCase) {
+    const auto shoot = readShootFile(data("ibiza_other_writer.vantor"));
+    ASSERT_TRUE(shoot);
+    EXPECT_EQ(differences(*shoot, testing::ibiza()), "");
+}
+
+TEST(ShootFile, HasItsKeysSorted) {
+    const auto text = writeShootFile(testing::ibiza());
+    const std::array keys{"brand", "email",     "id",          "items",    "location",
+                          "model", "setNumber", "taggedCount", "timestamp"};
+    auto at = text.find("\"sets\"");
+    for (const auto* key : keys) {
+        const auto next = text.find("\n      \"" + std::string(key) + "\":", at);
+        ASSERT_NE(next, std::string::npos) << key;
+        EXPECT_GT(next, at) << key;
+        at = next;
+    }
+    EXPECT_LT(at, text.find("Søster"));
+}
+
+TEST(ShootFile, RoundsPartsOfASecondDown) {
+    auto shoot = testing::ibiza();
+    shoot.date.secondsSinceReference += 0.999;
+    EXPECT_EQ(writeShootFile(shoot), data("ibiza.vantor"));
+}
+
+TEST(ShootFile, OfAnEarlierVersionIsRead) {
+    const auto shoot = readShootFile(data("legacy.vantor"));
+    ASSERT_TRUE(shoot);
+    auto expected = testing::ibiza();
+    expected.watchFolderPath.reset();
+    expected.activationLog.clear();
+    for (auto& set : expected.sets) {
+        set.taggedCount = 0;
+        set.email.clear();
+    }
+    EXPECT_EQ(differences(*shoot, expected), "");
+}
+
+TEST(ShootFile, IsNeitherAListNorWrittenWithNumberDates) {
+    EXPECT_FALSE(readShootFile("[" + data("ibiza.vantor") + "]"));
+    auto numbers = data("ibiza.vantor");
+    const std::string date = "\"2026-03-14T09:30:00Z\"";
+    for (auto at = numbers.find(date); at != std::string::npos; at = numbers.find(date))
+        numbers.replace(at, date.size(), "795173400");
+    EXPECT_FALSE(readShootFile(numbers));
+}
+
+TEST(ShootFile, IsUnreadableWhereverItIsCutOff) {
+    const auto text = data("ibiza.vantor");
+    for (std::size_t length = 0; length < text.size(); ++length)
+        EXPECT_FALSE(readShootFile(std::string_view(text).substr(0, length))) << length;
+    EXPECT_TRUE(readShootFile(text + "\n"));
+}
+
+TEST(ShootFile, IsUnreadableWithAnyOneByteThatIsNoUtf8) {
+    const auto text = data("ibiza.vantor");
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        auto damaged = text;
+        damaged[at] = '\xFF';
+        EXPECT_FALSE(readShootFile(damaged)) << at;
+    }
+}
+
+TEST(ShootFile, TellsWhereItIsUnreadable) {
+    const auto text = data("ibiza.vantor");
+    const auto at = text.find("\"2026-03-14");
+    auto damaged = text;
+    damaged.replace(at, 1, "x");
+    EXPECT_GE(whereUnreadable(damaged), at);
+    EXPECT_LE(whereUnreadable(damaged), at + 1);
+    EXPECT_EQ(whereUnreadable(""), 0U);
+}
+
+TEST(SetObject, IsWrittenInTheFormItHasInAShootFile) {
+    const auto object = writeSetObject(testing::noorderlicht());
+    std::string indented;
+    for (const char c : object)
+        indented += c == '\n' ? "\n    " : std::string(1, c);
+    EXPECT_NE(data("ibiza.vantor").find(indented), std::string::npos) << object;
+}
+
+RC_GTEST_PROP(ShootFileProperty, ReadsBackToTheSecond, ()) {
+    const auto shoot = *testing::shoot(testing::wholeSecond());
+    const auto back = readShootFile(writeShootFile(shoot));
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(differences(*back, shoot) == "");
+}
+
+RC_GTEST_PROP(ShootFileProperty, AnyMomentIsWrittenSoThatItReads, ()) {
+    const auto shoot = *testing::shoot(testing::moment());
+    const auto text = writeShootFile(shoot);
+    const auto back = readShootFile(text);
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(writeShootFile(*back) == text);
+}
+
+RC_GTEST_PROP(ShootFileProperty, NoBytesAreACrash, ()) {
+    static const auto kText = writeShootFile(testing::ibiza());
+    const auto bytes = *rc::gen::oneOf(testing::bytes(), testing::text(), testing::damaged(kText));
+    const auto shoot = readShootFile(bytes);
+    RC_ASSERT(whereUnreadable(bytes) <= bytes.size());
+    if (shoot)
+        RC_ASSERT(readShootFile(writeShootFile(*shoot)).has_value());
+}
+
+} // namespace
+} // namespace vantor

@@ -1,0 +1,225 @@
+#include "base/text.h"
+#include "model/shoot.h"
+#include "tests/support/differences.h"
+#include "tests/support/examples.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <ostream>
+#include <set>
+
+namespace vantor {
+namespace {
+
+using testing::differences;
+using ::testing::ElementsAre;
+using testing::Ignoring;
+using testing::kMorning;
+
+constexpr auto kExample = "SET:12\n"
+                          "BRAND:Noorderlicht\n"
+                          "ITEM:coated pants/brown\n"
+                          "ITEM:sweater/blue navy\n"
+                          "MODEL:Anna\n"
+                          "LOCATION:Studio A";
+
+// The set's number, brand, model, location and e-mail, then its items, in one readable line.
+std::string summary(const SetData& set) {
+    auto text = set.setNumber + "|" + set.brand + "|" + set.model + "|" + set.location + "|" + set.email;
+    for (const auto& item : set.items)
+        text += "|" + item.name + "+" + item.color;
+    return text;
+}
+
+std::string parsed(std::string_view text) {
+    const auto set = SetData::parse(text, kMorning);
+    return set ? summary(*set) : "(absent)";
+}
+
+TEST(QrText, OfTheExampleIsWrittenToTheLetter) {
+    EXPECT_EQ(testing::noorderlicht().toQRText(), kExample);
+}
+
+TEST(QrText, OfTheExampleReadsBackAsANewSet) {
+    const auto original = testing::noorderlicht();
+    const auto set = SetData::parse(kExample, {5});
+    ASSERT_TRUE(set);
+    EXPECT_EQ(differences(*set, original, Ignoring::Identity), "");
+    EXPECT_EQ(set->timestamp.secondsSinceReference, 5);
+    EXPECT_EQ(set->taggedCount, 0);
+    std::set<Uuid> ids{set->id,     set->items[0].id,     set->items[1].id,
+                       original.id, original.items[0].id, original.items[1].id};
+    EXPECT_EQ(ids.size(), 6U) << "all ids are fresh";
+}
+
+TEST(QrText, LeavesOutEmptyFieldsButNoItems) {
+    EXPECT_EQ(SetData().toQRText(), "");
+    SetData set;
+    set.items = {{{}, "", ""}, {{}, "", "red"}, {{}, "tee", ""}};
+    set.email = "anna@example.com";
+    EXPECT_EQ(set.toQRText(), "ITEM:\nITEM:/red\nITEM:tee\nEMAIL:anna@example.com");
+}
+
+TEST(QrText, HasItsLinesInAFixedOrder) {
+    SetData set;
+    set.email = "e";
+    set.location = "l";
+    set.model = "m";
+    set.items = {{{}, "i", "c"}};
+    set.brand = "b";
+    set.setNumber = "s";
+    EXPECT_EQ(set.toQRText(), "SET:s\nBRAND:b\nITEM:i/c\nMODEL:m\nLOCATION:l\nEMAIL:e");
+}
+
+TEST(QrText, KeepsValuesAsStored) {
+    SetData set;
+    set.setNumber = " 1:2 ";
+    set.brand = "\"Søster\"; \\ Co\t";
+    EXPECT_EQ(set.toQRText(), "SET: 1:2 \nBRAND:\"Søster\"; \\ Co\t");
+}
+
+TEST(QrText, WritesALineBreakInsideAValueAsASpace) {
+    SetData set;
+    set.setNumber = "1\nBRAND:x";
+    set.brand = "a\r\nb";
+    set.items = {{{}, "tee\u2028shirt", "off\rwhite"}};
+    set.model = "An\u0085na";
+    set.location = "x\vy\fz";
+    set.email = "a\u2029b";
+    EXPECT_EQ(set.toQRText(), "SET:1 BRAND:x\n"
+                              "BRAND:a b\n"
+                              "ITEM:tee shirt/off white\n"
+                              "MODEL:An na\n"
+                              "LOCATION:x y z\n"
+                              "EMAIL:a b");
+}
+
+struct Reading {
+    std::string text;
+    std::string summary;
+};
+
+void PrintTo(const Reading& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.text);
+}
+
+class ReadQrText : public ::testing::TestWithParam<Reading> {};
+
+TEST_P(ReadQrText, IsTolerantOfTyping) {
+    EXPECT_EQ(parsed(GetParam().text), GetParam().summary);
+}
+
+INSTANTIATE_TEST_SUITE_P(Absent, ReadQrText,
+                         ::testing::Values(Reading{"", "(absent)"}, Reading{" ", "(absent)"},
+                                           Reading{"\n \r\n\t\u00A0\n", "(absent)"},
+                                           Reading{"ITEM:shirt", "(absent)"}, Reading{"SET:", "(absent)"},
+                                           Reading{"SET: ", "(absent)"}, Reading{"SET", "(absent)"},
+                                           Reading{"foo:bar\nNOTE:x", "(absent)"}, Reading{":::", "(absent)"},
+                                           Reading{"MODEL:Anna\nLOCATION:x\nEMAIL:y", "(absent)"},
+                                           Reading{"SETS:1", "(absent)"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Present, ReadQrText,
+    ::testing::Values(Reading{"BRAND:X", "|X|||"}, Reading{"SET:1\nSET:2", "2||||"},
+                      Reading{"SET:1\nSET:", "1||||"}, Reading{"SET:1\nITEM:a\nITEM:b", "1|||||a+|b+"},
+                      Reading{"SET:a:b", "a:b||||"}, Reading{"::SET:5", "5||||"}, Reading{"SET::5", ":5||||"},
+                      Reading{"set : 12", "12||||"}, Reading{"SET:1\nITEM:a/b/c", "1|||||a+b/c"},
+                      Reading{"SET:1\nITEM:/red", "1|||||red+"},
+                      Reading{"SET:1\nITEM: shirt ", "1|||||shirt+"}, Reading{"SET:1\nITEM:", "1||||"},
+                      Reading{"SET:1\nITEM:/", "1||||"}, Reading{"SET:1\nITEM: / ", "1||||"},
+                      Reading{"SET:1\nITEM://///", "1||||"}, Reading{"SET:1\nfoo:bar\nNOTE:x", "1||||"},
+                      Reading{"SET:1\r\nBRAND:X\r\nITEM:a/b\r\n", "1|X||||a+b"},
+                      Reading{"SET:1\rBRAND:X\u2028MODEL:Y\u2029EMAIL:z\u0085LOCATION:l", "1|X|Y|l|z"},
+                      Reading{"set 12\nBrand : Noorderlicht\nitem: sweater / blue navy",
+                              "|Noorderlicht||||sweater+blue navy"},
+                      Reading{"\u00A0sEt\u2003:\u30001\u00A0", "1||||"}, Reading{"SET:Zoé X", "Zoé X||||"},
+                      Reading{"SET:1\nBRAND:\u0301x", "1||||"},
+                      Reading{"SET:1\nBRAND:X:\u0301", "1|X:\u0301|||"},
+                      Reading{"SET:1\nITEM:a/\u0301b", "1|||||a/\u0301b+"},
+                      Reading{"SET:1\nITEM:\u0600/b", "1|||||\u0600/b+"}));
+
+TEST(ReadQrTextItem, KeepsABlankNameInFrontOfASecondSlash) {
+    EXPECT_EQ(parsed("SET:1\nITEM:/ /red"), "1|||||+red");
+}
+
+TEST(QrText, LosesAnEmptyItemAndTurnsABareColourIntoAName) {
+    SetData set;
+    set.setNumber = "1";
+    set.items = {{{}, "", ""}, {{}, "", "red"}};
+    EXPECT_EQ(parsed(set.toQRText()), "1|||||red+");
+}
+
+TEST(Headline, JoinsWhatIsThere) {
+    EXPECT_EQ(testing::noorderlicht().headline(), "Set 12 — Noorderlicht");
+    SetData set;
+    EXPECT_EQ(set.headline(), "");
+    set.setNumber = "12b";
+    EXPECT_EQ(set.headline(), "Set 12b");
+    set.setNumber.clear();
+    set.brand = "Nike";
+    EXPECT_EQ(set.headline(), "Nike");
+}
+
+TEST(Description, ListsTheItems) {
+    EXPECT_EQ(testing::noorderlicht().description(), "coated pants brown, sweater blue navy");
+    SetData set;
+    EXPECT_EQ(set.description(), "");
+    set.items = {{{}, "jeans", ""}, {{}, "", "red"}, {{}, "", ""}};
+    EXPECT_EQ(set.description(), "jeans,  red, ");
+}
+
+// A set that the text can hold whole: what reading trims or splits is lost by the format's nature.
+rc::Gen<SetData> writableSet() {
+    const auto items = testing::fewOf<std::vector<SetItem>>(testing::setItem(testing::plainText("/")));
+    return rc::gen::apply(
+        [](SetData set, std::vector<SetItem> garments) {
+            for (auto& item : garments) {
+                if (item.name.empty())
+                    item.name = "tee";
+            }
+            if (set.setNumber.empty())
+                set.setNumber = "1";
+            set.items = std::move(garments);
+            return set;
+        },
+        testing::setData(testing::moment(), testing::plainText("")), items);
+}
+
+RC_GTEST_PROP(QrTextProperty, ReadsBackWhatItWrites, ()) {
+    const auto set = *writableSet();
+    auto expected = set;
+    expected.taggedCount = 0;
+    const auto read = SetData::parse(set.toQRText(), kMorning);
+    RC_ASSERT(read.has_value());
+    RC_ASSERT(differences(*read, expected, Ignoring::Identity) == "");
+}
+
+RC_GTEST_PROP(QrTextProperty, HasALineForEveryFieldAndItemWhateverTheyHold, ()) {
+    const auto set = *testing::setData(testing::moment());
+    std::size_t expected = set.items.size();
+    for (const auto* field : {&set.setNumber, &set.brand, &set.model, &set.location, &set.email})
+        expected += field->empty() ? 0U : 1U;
+    std::size_t lines = 0;
+    const auto text = set.toQRText();
+    Lines all(text);
+    while (all.next())
+        ++lines;
+    RC_ASSERT(lines == std::max<std::size_t>(expected, 1));
+}
+
+RC_GTEST_PROP(QrTextProperty, NoTextIsACrash, ()) {
+    const auto text = *rc::gen::oneOf(testing::bytes(), testing::text(), testing::damaged(kExample));
+    if (const auto set = SetData::parse(text, kMorning)) {
+        RC_ASSERT(set->setNumber + set->brand != "");
+        static_cast<void>(set->toQRText());
+        static_cast<void>(set->headline());
+        static_cast<void>(set->description());
+    }
+}
+
+} // namespace
+} // namespace vantor

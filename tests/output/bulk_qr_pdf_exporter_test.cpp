@@ -1,0 +1,533 @@
+#include "output/bulk_qr_pdf_exporter.h"
+#include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/posix/posix_file_store.h"
+#include "platform/qrencode/qrencode_encoder.h"
+#include "tests/output/recording_canvas.h"
+#include "tests/support/command.h"
+#include "tests/support/environment_variable.h"
+#include "tests/support/examples.h"
+#include "tests/support/gray_picture.h"
+#include "tests/support/memory_file_store.h"
+#include "tests/support/read_file.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantor {
+namespace {
+
+using testing::DrawnBitmap;
+using testing::DrawnLines;
+using testing::DrawnText;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using testing::MemoryFileStore;
+using testing::noorderlicht;
+using testing::Recording;
+using testing::TemporaryFolder;
+
+constexpr double kTolerance = 1e-6;
+
+SetData setOf(std::string number, std::string brand) {
+    auto set = SetData::make(testing::kMorning);
+    set.setNumber = std::move(number);
+    set.brand = std::move(brand);
+    return set;
+}
+
+SetList numberedSets(std::size_t count) {
+    SetList sets;
+    for (std::size_t i = 1; i <= count; ++i)
+        sets.push_back(setOf(std::to_string(i), ""));
+    return sets;
+}
+
+SetData tooLongSet() {
+    return setOf("99", std::string(2332, 'x'));
+}
+
+void expectAt(const PdfRect& rect, double x, double y, double edge) {
+    EXPECT_NEAR(rect.x, x, kTolerance);
+    EXPECT_NEAR(rect.y, y, kTolerance);
+    EXPECT_NEAR(rect.width, edge, kTolerance);
+    EXPECT_NEAR(rect.height, edge, kTolerance);
+}
+
+void expectLine(const PdfLine& line, PdfPoint from, PdfPoint to) {
+    EXPECT_NEAR(line.from.x, from.x, kTolerance);
+    EXPECT_NEAR(line.from.y, from.y, kTolerance);
+    EXPECT_NEAR(line.to.x, to.x, kTolerance);
+    EXPECT_NEAR(line.to.y, to.y, kTolerance);
+}
+
+class BulkQRPDFExporterTest : public ::testing::Test {
+protected:
+    // Draws the sets on paper that only remembers.
+    const Recording& draw(const SetList& sets, BulkQRDensity density) {
+        recording.pages.clear();
+        const MemoryFileStore files;
+        EXPECT_TRUE(
+            BulkQRPDFExporter(encoder, recording.factory(), files).exportTo(sets, density, "cards.pdf"));
+        return recording;
+    }
+
+    Recording recording;
+    QrencodeEncoder encoder;
+};
+
+TEST_F(BulkQRPDFExporterTest, KnowsItsDensities) {
+    EXPECT_THAT(kAllDensities, ElementsAre(BulkQRDensity::large, BulkQRDensity::compact));
+    EXPECT_EQ(rawValue(BulkQRDensity::large), "large");
+    EXPECT_EQ(rawValue(BulkQRDensity::compact), "compact");
+    EXPECT_EQ(cardLayout(BulkQRDensity::large).cardsPerPage(), 4);
+    EXPECT_EQ(cardLayout(BulkQRDensity::compact).cardsPerPage(), 9);
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsOnA4) {
+    draw(numberedSets(1), BulkQRDensity::large);
+    EXPECT_EQ(recording.width, 595.28);
+    EXPECT_EQ(recording.height, 841.89);
+    EXPECT_TRUE(recording.isFinished);
+}
+
+TEST_F(BulkQRPDFExporterTest, FillsPagesAndBeginsAnotherForTheRest) {
+    struct Case {
+        BulkQRDensity density;
+        std::size_t sets;
+        std::vector<std::size_t> cardsOnPages;
+    };
+    const std::vector<Case> cases{
+        {BulkQRDensity::large, 1, {1}},       {BulkQRDensity::large, 4, {4}},
+        {BulkQRDensity::large, 5, {4, 1}},    {BulkQRDensity::large, 8, {4, 4}},
+        {BulkQRDensity::large, 9, {4, 4, 1}}, {BulkQRDensity::compact, 1, {1}},
+        {BulkQRDensity::compact, 9, {9}},     {BulkQRDensity::compact, 10, {9, 1}},
+        {BulkQRDensity::compact, 18, {9, 9}},
+    };
+    for (const auto& [density, sets, cardsOnPages] : cases) {
+        draw(numberedSets(sets), density);
+        ASSERT_EQ(recording.pages.size(), cardsOnPages.size()) << sets;
+        EXPECT_EQ(recording.pagesEnded, cardsOnPages.size()) << sets;
+        recording.pagesEnded = 0;
+        std::vector<std::string> headlines;
+        for (std::size_t page = 0; page < cardsOnPages.size(); ++page) {
+            EXPECT_EQ(recording.all<DrawnBitmap>(page).size(), cardsOnPages[page]);
+            for (const auto& text : recording.texts(page))
+                headlines.push_back(text);
+        }
+        ASSERT_EQ(headlines.size(), sets);
+        for (std::size_t i = 0; i < sets; ++i)
+            EXPECT_EQ(headlines[i], "Set " + std::to_string(i + 1));
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsCuttingLinesBetweenLargeCards) {
+    draw(numberedSets(5), BulkQRDensity::large);
+    for (std::size_t page = 0; page < 2; ++page) {
+        const auto drawn = recording.all<DrawnLines>(page);
+        ASSERT_EQ(drawn.size(), 1U);
+        ASSERT_EQ(drawn[0].lines.size(), 2U);
+        expectLine(drawn[0].lines[0], {297.64, 24}, {297.64, 817.89});
+        expectLine(drawn[0].lines[1], {24, 420.945}, {571.28, 420.945});
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsCuttingLinesBetweenCompactCards) {
+    draw(numberedSets(10), BulkQRDensity::compact);
+    for (std::size_t page = 0; page < 2; ++page) {
+        const auto drawn = recording.all<DrawnLines>(page);
+        ASSERT_EQ(drawn.size(), 1U);
+        ASSERT_EQ(drawn[0].lines.size(), 4U);
+        expectLine(drawn[0].lines[0], {206.4266666667, 24}, {206.4266666667, 817.89});
+        expectLine(drawn[0].lines[1], {388.8533333333, 24}, {388.8533333333, 817.89});
+        expectLine(drawn[0].lines[2], {24, 288.63}, {571.28, 288.63});
+        expectLine(drawn[0].lines[3], {24, 553.26}, {571.28, 553.26});
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, CuttingLinesAreThinGreyAndDashed) {
+    draw(numberedSets(1), BulkQRDensity::compact);
+    const auto stroke = recording.all<DrawnLines>(0).at(0).stroke;
+    EXPECT_EQ(stroke.gray, 0.5);
+    EXPECT_EQ(stroke.alpha, 0.4);
+    EXPECT_EQ(stroke.width, 0.5);
+    EXPECT_EQ(stroke.dash, 3);
+    EXPECT_EQ(stroke.gap, 3);
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsCuttingLinesFirstAndEachCodeAboveItsText) {
+    draw({noorderlicht(), noorderlicht()}, BulkQRDensity::large);
+    std::vector<std::size_t> kinds;
+    for (const auto& drawn : recording.pages.at(0))
+        kinds.push_back(drawn.index());
+    EXPECT_THAT(kinds, ElementsAre(0, 1, 2, 2, 2, 1, 2, 2, 2));
+}
+
+TEST_F(BulkQRPDFExporterTest, PlacesLargeCardsRowByRowFromTheTopLeft) {
+    draw(numberedSets(4), BulkQRDensity::large);
+    const auto codes = recording.all<DrawnBitmap>(0);
+    const auto texts = recording.all<DrawnText>(0);
+    ASSERT_EQ(codes.size(), 4U);
+    ASSERT_EQ(texts.size(), 4U);
+    // A headline alone: 127 + 8 + 21.75 high around the middle of the cell.
+    expectAt(codes[0].into, 97.32, 570.7925, 127);
+    expectAt(codes[1].into, 370.96, 570.7925, 127);
+    expectAt(codes[2].into, 97.32, 173.8475, 127);
+    expectAt(codes[3].into, 370.96, 173.8475, 127);
+    EXPECT_NEAR(texts[0].origin.y, 544.0425, kTolerance);
+    EXPECT_NEAR(texts[1].origin.y, 544.0425, kTolerance);
+    EXPECT_NEAR(texts[2].origin.y, 147.0975, kTolerance);
+    EXPECT_NEAR(texts[3].origin.y, 147.0975, kTolerance);
+}
+
+TEST_F(BulkQRPDFExporterTest, PlacesCompactCardsRowByRowFromTheTopLeft) {
+    draw(SetList(9, noorderlicht()), BulkQRDensity::compact);
+    const auto codes = recording.all<DrawnBitmap>(0);
+    ASSERT_EQ(codes.size(), 9U);
+    const std::vector<double> lefts{72.7133333333, 255.14, 437.5666666667};
+    // Three lines: 85 + 8 + 42.75 high around the middle of the cell.
+    const std::vector<double> bottoms{668.45, 403.82, 139.19};
+    for (std::size_t i = 0; i < 9; ++i)
+        expectAt(codes[i].into, lefts[i % 3], bottoms[i / 3], 85);
+}
+
+TEST_F(BulkQRPDFExporterTest, WalksDownTheBaselinesOfALargeCard) {
+    draw({noorderlicht()}, BulkQRDensity::large);
+    expectAt(recording.all<DrawnBitmap>(0).at(0).into, 97.32, 586.2925, 127);
+    const auto texts = recording.all<DrawnText>(0);
+    ASSERT_EQ(texts.size(), 3U);
+    EXPECT_NEAR(texts[0].origin.y, 559.5425, kTolerance);
+    EXPECT_NEAR(texts[1].origin.y, 544.0425, kTolerance);
+    EXPECT_NEAR(texts[2].origin.y, 528.5425, kTolerance);
+    EXPECT_EQ(texts[0].font, (PdfFont{15, true}));
+    EXPECT_EQ(texts[1].font, (PdfFont{10, false}));
+    EXPECT_EQ(texts[2].font, (PdfFont{10, false}));
+}
+
+TEST_F(BulkQRPDFExporterTest, WalksDownTheBaselinesOfACompactCard) {
+    draw({noorderlicht()}, BulkQRDensity::compact);
+    const auto texts = recording.all<DrawnText>(0);
+    ASSERT_EQ(texts.size(), 3U);
+    EXPECT_NEAR(texts[0].origin.y, 646.70, kTolerance);
+    EXPECT_NEAR(texts[1].origin.y, 633.70, kTolerance);
+    EXPECT_NEAR(texts[2].origin.y, 620.70, kTolerance);
+    EXPECT_EQ(texts[0].font, (PdfFont{11, true}));
+    EXPECT_EQ(texts[1].font, (PdfFont{8, false}));
+    EXPECT_EQ(texts[2].font, (PdfFont{8, false}));
+}
+
+TEST_F(BulkQRPDFExporterTest, CentresCodeAloneWhereThereIsNoText) {
+    auto set = SetData::make(testing::kMorning);
+    set.email = "anna@example.com";
+    draw({set}, BulkQRDensity::large);
+    EXPECT_THAT(recording.texts(0), IsEmpty());
+    // 127 + 8 high.
+    expectAt(recording.all<DrawnBitmap>(0).at(0).into, 97.32, 559.9175, 127);
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsTheCodeOfAnEmptySet) {
+    draw({SetData::make(testing::kMorning)}, BulkQRDensity::large);
+    EXPECT_EQ(recording.all<DrawnBitmap>(0).at(0).picture.width(), 27 * 23);
+}
+
+TEST_F(BulkQRPDFExporterTest, CentresEveryLineInItsCell) {
+    draw(SetList(2, noorderlicht()), BulkQRDensity::large);
+    const auto texts = recording.all<DrawnText>(0);
+    ASSERT_EQ(texts.size(), 6U);
+    // 21 characters of 7.5 points, 15 and 41, shortened to 40, of 5.
+    EXPECT_EQ(texts[0].text, "Set 12 — Noorderlicht");
+    EXPECT_NEAR(texts[0].origin.x, 160.82 - 157.5 / 2, kTolerance);
+    EXPECT_EQ(texts[1].text, "Anna · Studio A");
+    EXPECT_NEAR(texts[1].origin.x, 160.82 - 75.0 / 2, kTolerance);
+    EXPECT_NEAR(texts[2].origin.x, 160.82 - 200.0 / 2, kTolerance);
+    EXPECT_NEAR(texts[3].origin.x, 434.46 - 157.5 / 2, kTolerance);
+    for (const auto& text : texts)
+        EXPECT_EQ(text.stretch, 1);
+}
+
+TEST_F(BulkQRPDFExporterTest, NarrowsLinesThatAreWiderThanTheirCell) {
+    recording.characterWidth = 1;
+    draw({setOf("1", std::string(100, 'm'))}, BulkQRDensity::large);
+    const auto large = recording.all<DrawnText>(0).at(0);
+    // 40 characters of 15 points have 273.64 - 8 to fit in.
+    EXPECT_NEAR(large.stretch, 265.64 / 600, kTolerance);
+    EXPECT_NEAR(large.origin.x, 28, kTolerance);
+
+    draw({setOf("1", std::string(100, 'm'))}, BulkQRDensity::compact);
+    const auto compact = recording.all<DrawnText>(0).at(0);
+    // 28 characters of 11 points have 182.43 - 8.
+    EXPECT_NEAR(compact.stretch, 174.4266666667 / 308, kTolerance);
+    EXPECT_NEAR(compact.origin.x, 28, kTolerance);
+}
+
+TEST_F(BulkQRPDFExporterTest, LeavesLinesThatJustFitAsTheyAre) {
+    recording.characterWidth = 265.64 / 15 / 10;
+    draw({setOf("123456", "")}, BulkQRDensity::large);
+    EXPECT_EQ(recording.all<DrawnText>(0).at(0).stretch, 1);
+    EXPECT_NEAR(recording.all<DrawnText>(0).at(0).origin.x, 28, kTolerance);
+    draw({setOf("1234567", "")}, BulkQRDensity::large);
+    EXPECT_NEAR(recording.all<DrawnText>(0).at(0).stretch, 10.0 / 11, kTolerance);
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsLinesWithoutWidth) {
+    recording.characterWidth = 0;
+    draw({setOf("1", "\u200B")}, BulkQRDensity::large);
+    const auto text = recording.all<DrawnText>(0).at(0);
+    EXPECT_EQ(text.stretch, 1);
+    EXPECT_NEAR(text.origin.x, 160.82, kTolerance);
+}
+
+TEST_F(BulkQRPDFExporterTest, WritesWhatIsKnownAndDropsEmptyLines) {
+    struct Case {
+        std::string number, brand, model, location;
+        std::vector<std::pair<std::string, std::string>> items;
+        std::vector<std::string> lines;
+    };
+    const std::vector<Case> cases{
+        {"12", "Marvis", "", "", {}, {"Set 12 — Marvis"}},
+        {"12", "", "", "", {}, {"Set 12"}},
+        {"", "Marvis", "", "", {}, {"Marvis"}},
+        {"", "", "Anna", "", {}, {"Anna"}},
+        {"", "", "", "Studio", {}, {"Studio"}},
+        {"1", "", "Anna", "Studio", {}, {"Set 1", "Anna · Studio"}},
+        {"1", "", "", "", {{"jurk", ""}}, {"Set 1", "jurk"}},
+        {"1", "", "", "", {{"jurk", "rood"}}, {"Set 1", "jurk (rood)"}},
+        {"1", "", "", "", {{"jurk", "rood"}, {"hoed", ""}}, {"Set 1", "jurk (rood), hoed"}},
+        {"1", "", "", "", {{"", ""}}, {"Set 1"}},
+        {"1", "", "", "", {{"", "rood"}}, {"Set 1", " (rood)"}},
+        {"1", "", "", "", {{"", ""}, {"", ""}}, {"Set 1", ", "}},
+        {"", "", "A", "", {{"b", ""}}, {"A", "b"}},
+    };
+    for (const auto& [number, brand, model, location, items, lines] : cases) {
+        auto set = setOf(number, brand);
+        set.model = model;
+        set.location = location;
+        for (const auto& [name, color] : items)
+            set.items.push_back(SetItem::make(name, color));
+        draw({set}, BulkQRDensity::large);
+        EXPECT_EQ(recording.texts(0), lines);
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, KeepsEveryLineOnOneLine) {
+    auto set = setOf("1", "a\nb");
+    set.model = "c\r\nd\u2028e";
+    draw({set}, BulkQRDensity::large);
+    EXPECT_THAT(recording.texts(0), ElementsAre("Set 1 — a b", "c d e"));
+}
+
+std::string repeated(const std::string& piece, std::size_t count) {
+    std::string out;
+    for (std::size_t i = 0; i < count; ++i)
+        out += piece;
+    return out;
+}
+
+TEST_F(BulkQRPDFExporterTest, ShortensLinesOfMoreCharactersThanFit) {
+    struct Case {
+        BulkQRDensity density;
+        std::size_t most;
+    };
+    for (const auto& [density, most] : {Case{BulkQRDensity::large, 40}, Case{BulkQRDensity::compact, 28}}) {
+        // As users count: a letter with its marks, a family, a flag, a syllable are one character each.
+        for (const std::string one :
+             {"m", "é", "e\u0301\u0302", "👩‍🎨", "🇳🇱", "👨‍👩‍👧", "각"}) {
+            auto set = setOf("", repeated(one, most));
+            set.model = repeated(one, most + 1);
+            set.items = {SetItem::make(repeated(one, most - 1), "")};
+            draw({set}, density);
+            EXPECT_THAT(recording.texts(0), ElementsAre(repeated(one, most), repeated(one, most - 1) + "…",
+                                                        repeated(one, most - 1)));
+        }
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, ShortensTheWholeHeadline) {
+    // "Set 1 — " is eight characters.
+    draw({setOf("1", std::string(32, 'm')), setOf("1", std::string(33, 'm'))}, BulkQRDensity::large);
+    EXPECT_THAT(recording.texts(0),
+                ElementsAre("Set 1 — " + std::string(32, 'm'), "Set 1 — " + std::string(31, 'm') + "…"));
+}
+
+TEST_F(BulkQRPDFExporterTest, LeavesTheCellEmptyWhereATextIsTooLong) {
+    auto invalid = setOf("3", "\xFF");
+    draw({setOf("1", ""), tooLongSet(), invalid, setOf("4", ""), tooLongSet()}, BulkQRDensity::large);
+    ASSERT_EQ(recording.pages.size(), 2U);
+    const auto codes = recording.all<DrawnBitmap>(0);
+    ASSERT_EQ(codes.size(), 2U);
+    // The others stay in their places.
+    expectAt(codes[0].into, 97.32, 570.7925, 127);
+    expectAt(codes[1].into, 370.96, 173.8475, 127);
+    EXPECT_THAT(recording.texts(0), ElementsAre("Set 1", "Set 4"));
+    EXPECT_EQ(recording.pages[1].size(), 1U);
+    EXPECT_EQ(recording.all<DrawnLines>(1).size(), 1U);
+}
+
+TEST_F(BulkQRPDFExporterTest, DrawsEveryModuleOfACodeEquallyLarge) {
+    const QRGenerator generator(encoder);
+    for (const std::size_t bytes : {0U, 20U, 100U, 139U, 400U, 1000U, 2000U, 2320U}) {
+        const auto set = setOf("", std::string(bytes, 'x'));
+        draw({set}, BulkQRDensity::compact);
+        const auto picture = recording.all<DrawnBitmap>(0).at(0).picture;
+        const auto modules = generator.modules(set.toQRText());
+        ASSERT_TRUE(modules);
+        const int pixels = picture.width() / modules->width();
+        EXPECT_EQ(picture.width(), pixels * modules->width());
+        EXPECT_EQ(picture.height(), picture.width());
+        EXPECT_GE(picture.width(), 600);
+        // No more than that takes.
+        EXPECT_LT((pixels - 1) * modules->width(), 600);
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                ASSERT_EQ(picture.isBlack(x, y), modules->isBlack(x / pixels, y / pixels)) << x << ", " << y;
+        }
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, TellsHowLargeModulesAre) {
+    const MemoryFileStore files;
+    const BulkQRPDFExporter exporter(encoder, recording.factory(), files);
+    // 23 modules on 127 points, 179 on 85.
+    EXPECT_NEAR(exporter.moduleEdge(setOf("1", ""), BulkQRDensity::large).value_or(0), 1.947947, 1e-5);
+    EXPECT_NEAR(exporter.moduleEdge(setOf("", std::string(2320, 'x')), BulkQRDensity::compact).value_or(0),
+                0.167520, 1e-5);
+    EXPECT_FALSE(exporter.moduleEdge(tooLongSet(), BulkQRDensity::large));
+    EXPECT_TRUE(recording.pages.empty());
+}
+
+TEST_F(BulkQRPDFExporterTest, TellsItsProgressBeforeEachCard) {
+    const MemoryFileStore files;
+    std::vector<std::size_t> told;
+    std::vector<std::size_t> drawn;
+    const auto progress = [&](std::size_t count) {
+        told.push_back(count);
+        std::size_t codes = 0;
+        for (std::size_t page = 0; page < recording.pages.size(); ++page)
+            codes += recording.all<DrawnBitmap>(page).size();
+        drawn.push_back(codes);
+        return true;
+    };
+    EXPECT_TRUE(BulkQRPDFExporter(encoder, recording.factory(), files)
+                    .exportTo(numberedSets(6), BulkQRDensity::large, "cards.pdf", progress));
+    EXPECT_THAT(told, ElementsAre(0, 1, 2, 3, 4, 5));
+    EXPECT_EQ(drawn, told);
+}
+
+// On a disk, where what is left behind can be seen.
+class BulkQRPDFFileTest : public BulkQRPDFExporterTest {
+protected:
+    bool exportTo(const std::filesystem::path& path, const SetList& sets,
+                  const BulkQRPDFExporter::Progress& progress = {}) {
+        return BulkQRPDFExporter(encoder, CairoPdfCanvas::make, files)
+            .exportTo(sets, BulkQRDensity::large, path, progress);
+    }
+
+    TemporaryFolder folder;
+    PosixFileStore files;
+};
+
+TEST_F(BulkQRPDFFileTest, WritesNothingWithoutSets) {
+    EXPECT_FALSE(exportTo(folder / "cards.pdf", {}));
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST_F(BulkQRPDFFileTest, WritesNothingWhenAbandoned) {
+    for (const std::size_t last : {0U, 3U, 4U, 9U}) {
+        EXPECT_FALSE(exportTo(folder / "cards.pdf", numberedSets(10),
+                              [&](std::size_t drawn) { return drawn < last; }));
+        EXPECT_THAT(folder.names(), IsEmpty());
+    }
+    EXPECT_TRUE(
+        exportTo(folder / "cards.pdf", numberedSets(10), [](std::size_t drawn) { return drawn < 10; }));
+}
+
+TEST_F(BulkQRPDFFileTest, KeepsTheOldFileWhenAbandoned) {
+    std::ofstream(folder / "cards.pdf") << "old";
+    EXPECT_FALSE(
+        exportTo(folder / "cards.pdf", numberedSets(3), [](std::size_t drawn) { return drawn < 2; }));
+    EXPECT_EQ(testing::readFile(folder / "cards.pdf"), "old");
+    EXPECT_THAT(folder.names(), ElementsAre("cards.pdf"));
+}
+
+TEST_F(BulkQRPDFFileTest, ReplacesTheOldFile) {
+    std::ofstream(folder / "cards.pdf") << "old";
+    EXPECT_TRUE(exportTo(folder / "cards.pdf", numberedSets(3)));
+    EXPECT_EQ(testing::readFile(folder / "cards.pdf").substr(0, 5), "%PDF-");
+    EXPECT_THAT(folder.names(), ElementsAre("cards.pdf"));
+}
+
+TEST_F(BulkQRPDFFileTest, FailsWhereNoFileCanBe) {
+    std::filesystem::create_directory(folder / "taken");
+    EXPECT_FALSE(exportTo(folder / "taken", numberedSets(1)));
+    EXPECT_FALSE(exportTo(folder / "missing/cards.pdf", numberedSets(1)));
+    EXPECT_FALSE(exportTo("", numberedSets(1)));
+    EXPECT_THAT(folder.names(), ElementsAre("taken"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "taken"));
+}
+
+TEST_F(BulkQRPDFFileTest, FailsWhenThereIsNoCanvas) {
+    const BulkQRPDFExporter exporter(
+        encoder, [](ByteSink&, double, double) { return std::unique_ptr<PdfCanvas>(); }, files);
+    EXPECT_FALSE(exporter.exportTo(numberedSets(1), BulkQRDensity::large, folder / "cards.pdf"));
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST_F(BulkQRPDFFileTest, FailsWhenTheCanvasDoes) {
+    recording.succeeds = false;
+    const BulkQRPDFExporter exporter(encoder, recording.factory(), files);
+    EXPECT_FALSE(exporter.exportTo(numberedSets(1), BulkQRDensity::large, folder / "cards.pdf"));
+    EXPECT_TRUE(recording.isFinished);
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST_F(BulkQRPDFFileTest, EveryHeadlineCanBeFoundOnItsPage) {
+    SetList sets;
+    for (int i = 1; i <= 9; ++i)
+        sets.push_back(setOf(std::to_string(i), "Søster & Zoë"));
+    ASSERT_TRUE(exportTo(folder / "cards.pdf", sets));
+    const auto path = (folder / "cards.pdf").string();
+    for (std::size_t page = 1; page <= 3; ++page) {
+        const auto number = std::to_string(page);
+        const auto text =
+            testing::runCommand("pdftotext -enc UTF-8 -f " + number + " -l " + number + " " + path + " -");
+        ASSERT_EQ(text.status, 0);
+        for (std::size_t i = 1; i <= sets.size(); ++i) {
+            const auto headline = sets[i - 1].headline();
+            EXPECT_EQ(text.output.find(headline) != std::string::npos, (i + 3) / 4 == page) << headline;
+        }
+    }
+    EXPECT_EQ(testing::runCommand("qpdf --check " + path).status, 0);
+}
+
+TEST_F(BulkQRPDFFileTest, MakesEqualFilesOfEqualSets) {
+    const testing::EnvironmentVariable date("SOURCE_DATE_EPOCH", "1773480600");
+    SetList sets(6, noorderlicht());
+    sets.push_back(testing::troublesomeSet());
+    ASSERT_TRUE(exportTo(folder / "one.pdf", sets));
+    ASSERT_TRUE(exportTo(folder / "other.pdf", sets));
+    EXPECT_TRUE(testing::readFile(folder / "one.pdf") == testing::readFile(folder / "other.pdf"));
+}
+
+TEST_F(BulkQRPDFFileTest, DrawsWhateverTextsHold) {
+    auto set = setOf("1\0"
+                     "2",
+                     "\uFFFF\uFDD0\U0010FFFF");
+    set.model = repeated("e" + repeated("\u0301", 40), 12);
+    set.location = "🧥 李娜 فستان \u202E\x01";
+    ASSERT_TRUE(exportTo(folder / "cards.pdf", {set, noorderlicht()}));
+    const auto path = (folder / "cards.pdf").string();
+    EXPECT_EQ(testing::runCommand("qpdf --check " + path).status, 0);
+    // The card behind it is drawn all the same.
+    EXPECT_THAT(testing::runCommand("pdftotext -enc UTF-8 " + path + " -").output,
+                ::testing::HasSubstr("Set 12 — Noorderlicht"));
+}
+
+} // namespace
+} // namespace vantor

@@ -1,0 +1,436 @@
+#include "platform/posix/posix_file_store.h"
+#include "tests/support/read_file.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <fstream>
+#include <set>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace vantor {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::readFile;
+using testing::TemporaryFolder;
+using ReadFailure = FileStore::ReadFailure;
+using Names = std::set<std::string>;
+
+void makeFile(const fs::path& path, std::string_view bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+    ASSERT_TRUE(fs::is_regular_file(path));
+}
+
+mode_t modeOf(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777;
+}
+
+// What a user without special rights may do, also where the tests run with all rights.
+class AsOrdinaryUser {
+public:
+    AsOrdinaryUser() : m_before(::geteuid()) {
+        static constexpr uid_t kNobody = 65534;
+        if (m_before == 0) {
+            EXPECT_EQ(::seteuid(kNobody), 0);
+        }
+    }
+    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
+    AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
+    ~AsOrdinaryUser() { EXPECT_EQ(::seteuid(m_before), 0); }
+
+private:
+    uid_t m_before;
+};
+
+// Lets no file grow beyond so many bytes, as if the disk were full there.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t room) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        const rlimit limit{room, m_before.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() {
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &m_before), 0);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+class PosixFileStoreTest : public ::testing::Test {
+protected:
+    TemporaryFolder folder;
+    PosixFileStore posix;
+    const FileStore& store = posix;
+};
+
+TEST_F(PosixFileStoreTest, ReadsEveryByte) {
+    const std::string bytes("a\0b\r\n\xFF", 6);
+    makeFile(folder / "file", bytes);
+    EXPECT_EQ(store.read(folder / "file").bytes, bytes);
+}
+
+TEST_F(PosixFileStoreTest, ReadsEmptyFile) {
+    makeFile(folder / "file", "");
+    EXPECT_EQ(store.read(folder / "file").bytes, "");
+}
+
+TEST_F(PosixFileStoreTest, ReadsThroughLinks) {
+    makeFile(folder / "file", "bytes");
+    fs::create_symlink("file", folder / "link");
+    EXPECT_EQ(store.read(folder / "link").bytes, "bytes");
+}
+
+TEST_F(PosixFileStoreTest, ReadsAsManyBytesAsAllowedAndNoMore) {
+    makeFile(folder / "file", "12345");
+    EXPECT_EQ(store.read(folder / "file", 5).bytes, "12345");
+    const auto refused = store.read(folder / "file", 4);
+    EXPECT_EQ(refused.bytes, std::nullopt);
+    EXPECT_EQ(refused.failure, ReadFailure::TooLarge);
+}
+
+TEST_F(PosixFileStoreTest, ReadsFilesThatHideTheirSize) {
+    const fs::path status = "/proc/self/status";
+    if (!fs::exists(status))
+        GTEST_SKIP() << "no such file system here";
+    EXPECT_NE(store.read(status).bytes.value_or("").find("Pid:"), std::string::npos);
+    EXPECT_EQ(store.read(status, 10).failure, ReadFailure::TooLarge);
+    EXPECT_EQ(store.read(status, 10).bytes, std::nullopt);
+}
+
+TEST_F(PosixFileStoreTest, TellsMissingFromUnreadable) {
+    makeFile(folder / "file", "");
+    fs::create_symlink("itself", folder / "itself");
+    fs::create_symlink("nowhere", folder / "dangling");
+    const std::vector<std::pair<fs::path, ReadFailure>> cases{
+        {folder / "nothing", ReadFailure::Missing},
+        {folder / "no folder/nothing", ReadFailure::Missing},
+        {folder / "dangling", ReadFailure::Missing},
+        {folder.path(), ReadFailure::Unreadable},
+        {folder / "file/below", ReadFailure::Unreadable},
+        {folder / "itself", ReadFailure::Unreadable},
+        {folder / std::string(256, 'n'), ReadFailure::Unreadable},
+        {"/dev/null", ReadFailure::Unreadable},
+    };
+    for (const auto& [path, failure] : cases) {
+        const auto result = store.read(path);
+        EXPECT_EQ(result.bytes, std::nullopt) << path;
+        EXPECT_EQ(result.failure, failure) << path;
+    }
+}
+
+TEST_F(PosixFileStoreTest, RefusesPipesWithoutWaitingForTheOtherEnd) {
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(store.read(folder / "pipe").failure, ReadFailure::Unreadable);
+    EXPECT_FALSE(store.replace(folder / "pipe", "bytes"));
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+    EXPECT_EQ(folder.names(), Names{"pipe"});
+}
+
+TEST_F(PosixFileStoreTest, RefusesToReadWhatIsNotAllowed) {
+    makeFile(folder / "file", "secret");
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(folder / "file", fs::perms::none);
+    const AsOrdinaryUser user;
+    EXPECT_EQ(store.read(folder / "file").failure, ReadFailure::Unreadable);
+}
+
+TEST_F(PosixFileStoreTest, MakesNewFile) {
+    EXPECT_TRUE(store.replace(folder / "file", "bytes"));
+    EXPECT_EQ(readFile(folder / "file"), "bytes");
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+TEST_F(PosixFileStoreTest, MakesEmptyFile) {
+    EXPECT_TRUE(store.replace(folder / "file", ""));
+    EXPECT_TRUE(fs::is_empty(folder / "file"));
+}
+
+TEST_F(PosixFileStoreTest, NewFileHasThePermissionsThatTheUserWants) {
+    const auto before = ::umask(027);
+    EXPECT_TRUE(store.replace(folder / "file", "bytes"));
+    ::umask(before);
+    EXPECT_EQ(modeOf(folder / "file"), 0640);
+}
+
+TEST_F(PosixFileStoreTest, ReplacesTheWholeFile) {
+    makeFile(folder / "file", "old and longer than the new");
+    std::ifstream reader(folder / "file", std::ios::binary);
+    EXPECT_TRUE(store.replace(folder / "file", "new"));
+    EXPECT_EQ(readFile(folder / "file"), "new");
+    EXPECT_EQ(folder.names(), Names{"file"});
+    // Who opened it before still reads all of the old file.
+    std::string old;
+    std::getline(reader, old);
+    EXPECT_EQ(old, "old and longer than the new");
+}
+
+TEST_F(PosixFileStoreTest, KeepsPermissions) {
+    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U, 0200U}) {
+        makeFile(folder / "file", "old");
+        ASSERT_EQ(::chmod((folder / "file").c_str(), mode), 0);
+        EXPECT_TRUE(store.replace(folder / "file", "new"));
+        EXPECT_EQ(modeOf(folder / "file"), mode);
+        EXPECT_EQ(readFile(folder / "file"), "new");
+        fs::remove(folder / "file");
+    }
+}
+
+TEST_F(PosixFileStoreTest, HidesWhatIsBeingWrittenAsTheOldFileDid) {
+    makeFile(folder / "file", "old");
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0600), 0);
+    Names during;
+    mode_t mode = 07777;
+    EXPECT_TRUE(store.replace(folder / "file", [&](ByteSink& sink) {
+        during = folder.names();
+        during.erase("file");
+        if (!during.empty())
+            mode = modeOf(folder / *during.begin());
+        return sink.write("new");
+    }));
+    ASSERT_EQ(during.size(), 1U);
+    EXPECT_TRUE(during.begin()->starts_with(PosixFileStore::kTemporaryPrefix));
+    EXPECT_EQ(mode, 0600U);
+}
+
+TEST_F(PosixFileStoreTest, WritesPiecesOfAllSizesInOrder) {
+    std::string expected;
+    EXPECT_TRUE(store.replace(folder / "file", [&](ByteSink& sink) {
+        static constexpr std::array<std::size_t, 8> kSizes{1, 65535, 65536, 3, 200000, 0, 64, 65472};
+        bool taken = true;
+        for (const std::size_t size : kSizes) {
+            const std::string piece(size, static_cast<char>('a' + size % 26));
+            expected += piece;
+            taken = taken && sink.write(piece);
+        }
+        return taken;
+    }));
+    EXPECT_TRUE(readFile(folder / "file") == expected);
+}
+
+TEST_F(PosixFileStoreTest, KeepsTheLinkAndReplacesItsTarget) {
+    fs::create_directory(folder / "elsewhere");
+    makeFile(folder / "elsewhere/absolute", "old");
+    makeFile(folder / "elsewhere/relative", "old");
+    makeFile(folder / "elsewhere/chain", "old");
+    fs::create_symlink(folder / "elsewhere/absolute", folder / "to absolute");
+    fs::create_symlink("elsewhere/relative", folder / "to relative");
+    fs::create_symlink("../elsewhere/chain", folder / "elsewhere/to chain");
+    fs::create_symlink("elsewhere/to chain", folder / "to to chain");
+    fs::create_symlink("elsewhere/dangling", folder / "to dangling");
+    fs::create_directory_symlink("elsewhere", folder / "folder");
+
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"to absolute", "absolute"}, {"to relative", "relative"}, {"to to chain", "chain"},
+        {"to dangling", "dangling"}, {"folder/new", "new"},
+    };
+    const auto names = folder.names();
+    for (const auto& [link, target] : cases) {
+        EXPECT_TRUE(store.replace(folder / link, "new " + target)) << link;
+        EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder / "elsewhere" / target))) << link;
+        EXPECT_EQ(readFile(folder / "elsewhere" / target), "new " + target);
+    }
+    for (const auto* const link :
+         {"to absolute", "to relative", "to to chain", "to dangling", "elsewhere/to chain"})
+        EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+    EXPECT_EQ(folder.names(), names);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "elsewhere"), {}), 6);
+}
+
+TEST_F(PosixFileStoreTest, FollowsRelativeLinksFromTheCurrentFolder) {
+    const auto before = fs::current_path();
+    fs::current_path(folder.path());
+    fs::create_symlink("file", "link");
+    EXPECT_TRUE(store.replace("link", "new"));
+    EXPECT_TRUE(fs::is_symlink("link"));
+    EXPECT_EQ(readFile("file"), "new");
+    fs::current_path(before);
+}
+
+TEST_F(PosixFileStoreTest, RefusesLinksThatLeadNowhere) {
+    fs::create_symlink("itself", folder / "itself");
+    fs::create_symlink("no folder/file", folder / "to missing folder");
+    fs::create_symlink(".", folder / "to folder");
+    for (const auto* const link : {"itself", "to missing folder", "to folder"}) {
+        EXPECT_FALSE(store.replace(folder / link, "new")) << link;
+        EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+    }
+    EXPECT_EQ(folder.names(), (Names{"itself", "to missing folder", "to folder"}));
+}
+
+TEST_F(PosixFileStoreTest, OldFileStaysWhenTheWriterGivesUp) {
+    makeFile(folder / "file", "old");
+    for (const std::size_t written : {std::size_t{0}, std::size_t{10}, std::size_t{1'000'000}}) {
+        EXPECT_FALSE(store.replace(folder / "file", [&](ByteSink& sink) {
+            EXPECT_TRUE(sink.write(std::string(written, 'n')));
+            return false;
+        }));
+        EXPECT_EQ(readFile(folder / "file"), "old");
+        EXPECT_EQ(folder.names(), Names{"file"});
+    }
+}
+
+TEST_F(PosixFileStoreTest, NoFileAppearsWhenTheWriterGivesUp) {
+    EXPECT_FALSE(store.replace(folder / "file", [](ByteSink& sink) { return sink.write("new") && false; }));
+    EXPECT_EQ(folder.names(), Names{});
+}
+
+TEST_F(PosixFileStoreTest, OldFileStaysWhenTheDiskIsFull) {
+    makeFile(folder / "file", "old");
+    const FullDisk disk(100'000);
+    EXPECT_FALSE(store.replace(folder / "file", std::string(100'001, 'n')));
+    // Small pieces are collected, so that the failure shows only at the end.
+    EXPECT_FALSE(store.replace(folder / "file", [](ByteSink& sink) {
+        for (int i = 0; i < 3; ++i)
+            sink.write(std::string(40'000, 'n'));
+        return true;
+    }));
+    // Once full, the sink takes nothing more.
+    EXPECT_FALSE(store.replace(folder / "file", [](ByteSink& sink) {
+        EXPECT_FALSE(sink.write(std::string(200'000, 'n')));
+        EXPECT_FALSE(sink.write("n"));
+        return true;
+    }));
+    EXPECT_EQ(readFile(folder / "file"), "old");
+    EXPECT_EQ(folder.names(), Names{"file"});
+    EXPECT_TRUE(store.replace(folder / "file", std::string(100'000, 'n')));
+}
+
+TEST_F(PosixFileStoreTest, RefusesFileThatMayNotBeWritten) {
+    makeFile(folder / "file", "old");
+    fs::permissions(folder.path(), fs::perms::all);
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0444), 0);
+    const AsOrdinaryUser user;
+    EXPECT_FALSE(store.replace(folder / "file", "new"));
+    EXPECT_EQ(readFile(folder / "file"), "old");
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+TEST_F(PosixFileStoreTest, RefusesFolderThatMayNotBeWritten) {
+    makeFile(folder / "file", "old");
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
+    const AsOrdinaryUser user;
+    EXPECT_FALSE(store.replace(folder / "file", "new"));
+    EXPECT_FALSE(store.replace(folder / "other", "new"));
+    EXPECT_EQ(readFile(folder / "file"), "old");
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+TEST_F(PosixFileStoreTest, RefusesPlacesThatNoFileCanTake) {
+    makeFile(folder / "file", "old");
+    fs::create_directory(folder / "folder");
+    const auto names = folder.names();
+    const std::vector<fs::path> places{
+        folder / "folder",
+        folder / "folder/",
+        folder / "no folder/file",
+        folder / "file/below",
+        folder / "new/",
+        folder.path(),
+        folder / std::string(256, 'n'),
+        "/dev/null",
+        "/dev/full",
+        "",
+    };
+    for (const auto& place : places) {
+        EXPECT_FALSE(store.replace(place, "new")) << place;
+        EXPECT_EQ(folder.names(), names) << place;
+    }
+    EXPECT_EQ(readFile(folder / "file"), "old");
+    EXPECT_TRUE(fs::is_empty(folder / "folder"));
+}
+
+TEST_F(PosixFileStoreTest, TakesEveryName) {
+    Names expected;
+    std::string longest;
+    while (longest.size() < 254)
+        longest += "é";
+    longest += "x";
+    for (const auto& name : {std::string("SET-12-Merk.png"), std::string(" met spaties "),
+                             std::string("geëxporteerd ½ 🧥.pdf"), std::string("-rf"),
+                             std::string("new\nline"), std::string("\xFF\xFE"), std::string("'\"$(x);*?"),
+                             std::string(255, 'n'), longest, std::string(".hidden")}) {
+        EXPECT_TRUE(store.replace(folder / name, "bytes of " + name)) << name;
+        EXPECT_TRUE(store.replace(folder / name, "new bytes of " + name)) << name;
+        EXPECT_EQ(store.read(folder / name).bytes, "new bytes of " + name);
+        expected.insert(name);
+    }
+    EXPECT_EQ(folder.names(), expected);
+}
+
+TEST_F(PosixFileStoreTest, ReadersAndWritersAtOnceSeeOnlyWholeFiles) {
+    const std::string one(200'000, '1');
+    const std::string other(300'000, '2');
+    ASSERT_TRUE(store.replace(folder / "file", one));
+    std::thread writer([&] {
+        for (int i = 0; i < 20; ++i)
+            EXPECT_TRUE(store.replace(folder / "file", i % 2 == 0 ? other : one));
+    });
+    for (int i = 0; i < 200; ++i) {
+        const auto bytes = store.read(folder / "file").bytes;
+        EXPECT_TRUE(bytes == one || bytes == other);
+    }
+    writer.join();
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+TEST_F(PosixFileStoreTest, MakesFoldersAboveFolders) {
+    EXPECT_TRUE(store.createFolders(folder / "a/b c/é"));
+    EXPECT_TRUE(fs::is_directory(folder / "a/b c/é"));
+    EXPECT_TRUE(store.createFolders(folder / "a/b c/é"));
+}
+
+TEST_F(PosixFileStoreTest, MakesNoFolderWhereAFileIs) {
+    makeFile(folder / "file", "bytes");
+    EXPECT_FALSE(store.createFolders(folder / "file"));
+    EXPECT_FALSE(store.createFolders(folder / "file/below"));
+    EXPECT_EQ(readFile(folder / "file"), "bytes");
+}
+
+TEST_F(PosixFileStoreTest, RenamesFile) {
+    makeFile(folder / "old name", "bytes");
+    EXPECT_TRUE(store.rename(folder / "old name", folder / "new name"));
+    EXPECT_EQ(readFile(folder / "new name"), "bytes");
+    EXPECT_EQ(folder.names(), Names{"new name"});
+}
+
+TEST_F(PosixFileStoreTest, RefusesToRenameToANameThatIsTaken) {
+    makeFile(folder / "file", "bytes");
+    makeFile(folder / "taken", "others");
+    fs::create_directory(folder / "folder");
+    fs::create_symlink("nowhere", folder / "dangling");
+    const auto names = folder.names();
+    for (const auto* const taken : {"taken", "folder", "dangling", "file"})
+        EXPECT_FALSE(store.rename(folder / "file", folder / taken)) << taken;
+    EXPECT_EQ(folder.names(), names);
+    EXPECT_EQ(readFile(folder / "file"), "bytes");
+    EXPECT_EQ(readFile(folder / "taken"), "others");
+    EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
+}
+
+TEST_F(PosixFileStoreTest, RefusesToRenameWhatIsMissing) {
+    EXPECT_FALSE(store.rename(folder / "nothing", folder / "something"));
+    makeFile(folder / "file", "bytes");
+    EXPECT_FALSE(store.rename(folder / "file", folder / "no folder/file"));
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+} // namespace
+} // namespace vantor

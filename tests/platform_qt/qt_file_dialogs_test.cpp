@@ -1,0 +1,396 @@
+#include "platform/qt/qt_dutch_texts.h"
+#include "platform/qt/qt_file_dialogs.h"
+#include "tests/support/event_loop.h"
+#include "tests/support/read_file.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QToolButton>
+#include <deque>
+#include <fstream>
+#include <functional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <utility>
+
+namespace vantor {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TemporaryFolder;
+
+using Path = std::optional<fs::path>;
+
+const FileType kCsv{"CSV-bestand", {"csv"}};
+const FileType kText{"Tekst", {"txt", "text"}};
+
+// Plays the user: handles one dialog after the other as they appear in front.
+class User {
+public:
+    User() {
+        m_timer.setInterval(5);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
+        m_timer.start();
+    }
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
+    ~User() { EXPECT_TRUE(m_steps.empty()) << "waits in vain for " << m_steps.front().first; }
+
+    template <typename Dialog>
+    User& when(const std::string& objectName, std::function<void(Dialog&)> act) {
+        m_steps.emplace_back(objectName,
+                             [act = std::move(act)](QWidget& widget) { act(dynamic_cast<Dialog&>(widget)); });
+        return *this;
+    }
+    User& whenSaving(std::function<void(QFileDialog&)> act) { return when("saveDialog", std::move(act)); }
+    User& whenOpening(std::function<void(QFileDialog&)> act) { return when("openDialog", std::move(act)); }
+    User& whenAsked(std::function<void(QMessageBox&)> act) { return when("replaceQuestion", std::move(act)); }
+
+private:
+    void look() {
+        auto* const front = QApplication::activeModalWidget();
+        if (front == nullptr || !front->isVisible() || !front->isActiveWindow())
+            return;
+        if (m_steps.empty() || front->objectName().toStdString() != m_steps.front().first) {
+            if (++m_patience > 200) {
+                ADD_FAILURE() << "nobody expects " << front->objectName().toStdString();
+                front->close();
+            }
+            return;
+        }
+        m_patience = 0;
+        const auto act = std::move(m_steps.front().second);
+        m_steps.pop_front();
+        act(*front);
+    }
+
+    QTimer m_timer;
+    std::deque<std::pair<std::string, std::function<void(QWidget&)>>> m_steps;
+    int m_patience = 0;
+};
+
+void press(QMessageBox& question, const char* text) {
+    for (auto* const button : question.buttons()) {
+        if (button->text() == QString::fromUtf8(text)) {
+            button->click();
+            return;
+        }
+    }
+    ADD_FAILURE() << "no button " << text;
+    question.reject();
+}
+
+// Not by its text: the toolkit calls the button otherwise while it stands for going into a folder.
+void press(QFileDialog& dialog, QDialogButtonBox::StandardButton which) {
+    auto* const button = dialog.findChild<QDialogButtonBox*>()->button(which);
+    EXPECT_TRUE(button != nullptr && button->isEnabled());
+    button->click();
+}
+
+QLineEdit& nameField(QFileDialog& dialog) {
+    return *dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+}
+
+// As a user would type it: what is chosen in the list counts for more while the field has no focus.
+void type(QFileDialog& dialog, const std::string& name) {
+    nameField(dialog).setFocus();
+    nameField(dialog).setText(QString::fromStdString(name));
+}
+
+std::function<void(QFileDialog&)> open(const std::string& name) {
+    return [=](QFileDialog& dialog) {
+        type(dialog, name);
+        press(dialog, QDialogButtonBox::Open);
+    };
+}
+
+std::function<void(QFileDialog&)> saveAs(const std::string& name) {
+    return [=](QFileDialog& dialog) {
+        type(dialog, name);
+        press(dialog, QDialogButtonBox::Save);
+    };
+}
+
+std::function<void(QFileDialog&)> saveAsProposed() {
+    return [](QFileDialog& dialog) { press(dialog, QDialogButtonBox::Save); };
+}
+
+std::function<void(QFileDialog&)> cancel() {
+    return [](QFileDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); };
+}
+
+std::function<void(QMessageBox&)> answer(const char* button) {
+    return [=](QMessageBox& question) { press(question, button); };
+}
+
+class QtFileDialogsTest : public ::testing::Test {
+protected:
+    [[nodiscard]] std::string in(const std::string& name) const { return (folder / name).string(); }
+    void makeFile(const std::string& name) const { std::ofstream(folder / name) << "oud"; }
+
+    TemporaryFolder folder;
+    QtFileDialogs dialogs;
+    User user;
+};
+
+TEST_F(QtFileDialogsTest, GivesThePlaceThatTheUserChose) {
+    user.whenSaving(saveAs(in("sets.csv")));
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_FALSE(fs::exists(folder / "sets.csv"));
+}
+
+TEST_F(QtFileDialogsTest, GivesNothingWhenTheUserCancels) {
+    user.whenSaving(cancel());
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    user.whenSaving([](QFileDialog& dialog) { dialog.close(); });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    user.whenOpening(cancel());
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+}
+
+struct Proposal {
+    const char* name;
+    const char* proposed;
+    const char* shown;
+};
+
+void PrintTo(const Proposal& each, std::ostream* out) {
+    *out << each.name;
+}
+
+class ProposalTest : public QtFileDialogsTest, public ::testing::WithParamInterface<Proposal> {};
+
+TEST_P(ProposalTest, IsShownAndSavedAsItStands) {
+    // So that the dialogs are in the folder of the test.
+    user.whenSaving(saveAs(in("eerst.csv")));
+    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), folder / "eerst.csv");
+
+    std::string shown;
+    user.whenSaving([&](QFileDialog& dialog) {
+        shown = nameField(dialog).text().toStdString();
+        press(dialog, QDialogButtonBox::Save);
+    });
+    EXPECT_EQ(dialogs.askWhereToSave(GetParam().proposed, kCsv), folder / GetParam().shown);
+    EXPECT_EQ(shown, GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ProposalTest,
+    ::testing::Values(Proposal{"Plain", "Zomer op Texel.csv", "Zomer op Texel.csv"},
+                      Proposal{"Slashes", "A/B 1/2.csv", "A-B 1-2.csv"},
+                      Proposal{"WayOut", "../../etc/x.csv", "..-..-etc-x.csv"},
+                      Proposal{"Root", "/x.csv", "-x.csv"},
+                      Proposal{"Letters", "Été ☀️ “Zomer”.csv", "Été ☀️ “Zomer”.csv"},
+                      Proposal{"Quotes", "Shoot \"Zomer\".csv", "Shoot \"Zomer\".csv"},
+                      Proposal{"OneQuote", "24\" scherm.csv", "24\" scherm.csv"},
+                      Proposal{"OtherSigns", "50% & <b>*? \\n;'.csv", "50% & <b>*? \\n;'.csv"},
+                      Proposal{"CapitalExtension", "Sets.CSV", "Sets.CSV"}),
+    [](const auto& each) { return each.param.name; });
+
+struct Extension {
+    const char* typed;
+    const char* saved;
+};
+
+void PrintTo(const Extension& each, std::ostream* out) {
+    *out << each.typed;
+}
+
+class ExtensionTest : public QtFileDialogsTest, public ::testing::WithParamInterface<Extension> {};
+
+TEST_P(ExtensionTest, IsAddedWhereItIsMissing) {
+    user.whenSaving(saveAs(in(GetParam().typed)));
+    EXPECT_EQ(dialogs.askWhereToSave("voorstel.txt", kText), folder / GetParam().saved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ExtensionTest,
+    ::testing::Values(Extension{"naam", "naam.txt"}, Extension{"naam.txt", "naam.txt"},
+                      Extension{"naam.TXT", "naam.TXT"}, Extension{"naam.text", "naam.text"},
+                      Extension{"naam.csv", "naam.csv.txt"}, Extension{"14.3.26", "14.3.26.txt"},
+                      Extension{"naamtxt", "naamtxt.txt"}, Extension{"naam.", "naam..txt"},
+                      Extension{"\"naam\"", "\"naam\".txt"}));
+
+TEST_F(QtFileDialogsTest, ReplacesOnlyAfterAsking) {
+    makeFile("sets.csv");
+    std::string asked;
+    user.whenSaving(saveAs(in("sets.csv"))).whenAsked([&](QMessageBox& question) {
+        asked = question.text().toStdString();
+        EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("Annuleer"));
+        press(question, "Vervang");
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(asked, "“sets.csv” bestaat al. Wil je het vervangen?");
+    EXPECT_EQ(testing::readFile(folder / "sets.csv"), "oud");
+}
+
+TEST_F(QtFileDialogsTest, AsksByTheNameWithTheAddedExtension) {
+    makeFile("sets.csv");
+    std::string asked;
+    user.whenSaving(saveAs(in("sets"))).whenAsked([&](QMessageBox& question) {
+        asked = question.text().toStdString();
+        press(question, "Vervang");
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_THAT(asked, ::testing::HasSubstr("“sets.csv”"));
+}
+
+TEST_F(QtFileDialogsTest, DoesNotAskForTheNameWithoutItsExtension) {
+    makeFile("sets");
+    user.whenSaving(saveAs(in("sets")));
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+}
+
+TEST_F(QtFileDialogsTest, GoesBackToTheDialogWhenTheFileIsToStay) {
+    makeFile("sets.csv");
+    std::string proposed;
+    user.whenSaving(saveAs(in("sets.csv")))
+        .whenAsked(answer("Annuleer"))
+        .whenSaving([&](QFileDialog& dialog) {
+            proposed = nameField(dialog).text().toStdString();
+            EXPECT_EQ(dialog.directory().path().toStdString(), folder.path().string());
+            saveAs("nieuw.csv")(dialog);
+        });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "nieuw.csv");
+    EXPECT_EQ(proposed, "sets.csv");
+}
+
+TEST_F(QtFileDialogsTest, TakesEscapeForNo) {
+    makeFile("sets.csv");
+    user.whenSaving(saveAs(in("sets.csv")))
+        .whenAsked([](QMessageBox& question) { question.close(); })
+        .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+}
+
+TEST_F(QtFileDialogsTest, NeverReplacesAFolder) {
+    fs::create_directory(folder / "sets.csv");
+    std::string said;
+    user.whenSaving(saveAs(in("sets")))
+        .whenAsked([&](QMessageBox& question) {
+            said = question.text().toStdString();
+            press(question, "Sluit");
+        })
+        .whenSaving(saveAs("sets-2"));
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets-2.csv");
+    EXPECT_THAT(said, ::testing::HasSubstr("“sets.csv” is een map"));
+}
+
+TEST_F(QtFileDialogsTest, ShowsNamesInQuestionsAsPlainText) {
+    makeFile("<b>x.csv");
+    user.whenSaving(saveAs(in("<b>x.csv"))).whenAsked([](QMessageBox& question) {
+        EXPECT_EQ(question.textFormat(), Qt::PlainText);
+        press(question, "Vervang");
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "<b>x.csv");
+}
+
+TEST_F(QtFileDialogsTest, RemembersTheFolderOfTheLastFile) {
+    fs::create_directory(folder / "map");
+    makeFile("map/sets.csv");
+    user.whenOpening([](QFileDialog& dialog) {
+        const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        EXPECT_EQ(dialog.directory(), documents.exists() ? documents : QDir::home());
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+
+    user.whenOpening(open(in("map/sets.csv")));
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), folder / "map" / "sets.csv");
+    user.whenSaving(saveAs("nieuw"));
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "map" / "nieuw.csv");
+    user.whenSaving(saveAs(in("hoger")));
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "hoger.csv");
+    user.whenSaving(saveAsProposed());
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "Zomer.csv");
+}
+
+TEST_F(QtFileDialogsTest, OpensOneExistingFileOfAnyOfTheTypes) {
+    makeFile("sets.txt");
+    user.whenOpening([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.nameFilters(),
+                  QStringList{QStringLiteral("CSV-bestand, Tekst (*.csv *.txt *.text)")});
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        open(in("sets.txt"))(dialog);
+    });
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv, kText}), folder / "sets.txt");
+}
+
+TEST_F(QtFileDialogsTest, OpensFilesWithQuotationMarksInTheirNames) {
+    makeFile(R"(24" "x".csv)");
+    user.whenOpening([&](QFileDialog& dialog) {
+        dialog.setDirectory(QString::fromStdString(folder.path().string()));
+        auto* const list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+        const auto entry = [=] { return list->model()->index(0, 0, list->rootIndex()); };
+        ASSERT_TRUE(testing::runUntil([&] { return entry().isValid(); }));
+        list->setCurrentIndex(entry());
+        Q_EMIT list->activated(entry());
+    });
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), folder / R"(24" "x".csv)");
+}
+
+TEST_F(QtFileDialogsTest, StandsBeforeTheActiveWindow) {
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    user.whenSaving([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), &window);
+        EXPECT_TRUE(dialog.isModal());
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+}
+
+std::set<std::string> textsOf(const QWidget& dialog) {
+    std::set<std::string> texts{dialog.windowTitle().toStdString()};
+    const auto add = [&](const QString& text) {
+        if (!text.isEmpty())
+            texts.insert(text.toStdString());
+    };
+    for (const auto* const label : dialog.findChildren<QLabel*>())
+        add(label->text());
+    for (const auto* const button : dialog.findChildren<QAbstractButton*>()) {
+        if (button->isVisible()) {
+            add(button->text());
+            add(button->toolTip());
+        }
+    }
+    return texts;
+}
+
+TEST_F(QtFileDialogsTest, SpeaksDutch) {
+    useDutchTexts(*qApp);
+    std::set<std::string> texts;
+    user.whenSaving([&](QFileDialog& dialog) {
+        texts = textsOf(dialog);
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_THAT(texts, ::testing::UnorderedElementsAre(
+                           "Bewaar als", "Map:", "Bestandsnaam:", "Soort:", "Bewaar", "Annuleer", "Terug",
+                           "Verder", "Hogere map", "Nieuwe map aanmaken", "Lijstweergave", "Detailweergave"));
+    user.whenOpening([&](QFileDialog& dialog) {
+        texts = textsOf(dialog);
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    EXPECT_THAT(texts, ::testing::IsSupersetOf({"Open bestand", "Open", "Annuleer"}));
+}
+
+} // namespace
+} // namespace vantor

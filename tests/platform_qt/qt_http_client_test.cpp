@@ -1,0 +1,498 @@
+#include "platform/qt/qt_http_client.h"
+#include "tests/support/event_loop.h"
+#include "tests/support/loopback_server.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QTimer>
+#include <algorithm>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace vantor {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::AllOf;
+using testing::answering;
+using ::testing::HasSubstr;
+using testing::LoopbackServer;
+using ::testing::Not;
+using testing::redirecting;
+using testing::response;
+using testing::runFor;
+using testing::runUntil;
+using ::testing::StartsWith;
+using testing::TemporaryFolder;
+
+using Text = std::optional<std::string>;
+
+// Generous, so that only what has to run into a limit does.
+constexpr HttpLimits kLimits{5s, 5s, 65'536};
+
+struct Outcome {
+    int answers = 0;
+    Text body;
+    std::chrono::milliseconds after{};
+};
+
+class QtHttpClientTest : public ::testing::Test {
+protected:
+    Outcome ask(const std::string& address, const HttpLimits& limits = kLimits) {
+        Outcome outcome;
+        QElapsedTimer elapsed;
+        elapsed.start();
+        client.get(address, limits, [&](Text body) {
+            ++outcome.answers;
+            outcome.body = std::move(body);
+            outcome.after = std::chrono::milliseconds(elapsed.elapsed());
+        });
+        EXPECT_EQ(outcome.answers, 0) << "answered before get() returned";
+        EXPECT_TRUE(runUntil([&] { return outcome.answers > 0; }));
+        // Time for a second answer that must not come.
+        runFor(20ms);
+        EXPECT_EQ(outcome.answers, 1);
+        return outcome;
+    }
+
+    QtHttpClient client;
+};
+
+TEST_F(QtHttpClientTest, GivesTheBody) {
+    const LoopbackServer server(answering("inhoud"));
+    EXPECT_EQ(ask(server.address()).body, "inhoud");
+}
+
+TEST_F(QtHttpClientTest, GivesEveryByte) {
+    std::string bytes;
+    for (int i = 0; i < 512; ++i)
+        bytes += static_cast<char>(i % 256);
+    const LoopbackServer server(answering(bytes));
+    EXPECT_EQ(ask(server.address()).body, bytes);
+}
+
+TEST_F(QtHttpClientTest, GivesEmptyBody) {
+    const LoopbackServer server(answering(""));
+    EXPECT_EQ(ask(server.address()).body, "");
+}
+
+TEST_F(QtHttpClientTest, AsksWithAPlainGet) {
+    const LoopbackServer server(answering("x"));
+    ask(server.address("/wp-json/vantor/v1/version-prep"));
+    ASSERT_EQ(server.requests.size(), 1U);
+    EXPECT_THAT(server.requests.front(), AllOf(StartsWith("GET /wp-json/vantor/v1/version-prep HTTP/1.1\r\n"),
+                                               Not(HasSubstr("Cookie")), Not(HasSubstr("Authorization")),
+                                               Not(HasSubstr("Upgrade")), Not(HasSubstr("If-"))));
+}
+
+TEST_F(QtHttpClientTest, KeepsNothingFromOneQuestionToTheNext) {
+    const LoopbackServer server(
+        answering("x", "200 OK",
+                  "Set-Cookie: spoor=1; Path=/\r\nCache-Control: public, max-age=3600\r\n"
+                  "ETag: \"1\"\r\nLast-Modified: Sat, 14 Mar 2026 09:00:00 GMT\r\n"));
+    EXPECT_EQ(ask(server.address()).body, "x");
+    EXPECT_EQ(ask(server.address()).body, "x");
+    ASSERT_EQ(server.requests.size(), 2U);
+    EXPECT_EQ(server.connections, 2);
+    EXPECT_EQ(server.requests[0], server.requests[1]);
+}
+
+TEST_F(QtHttpClientTest, SendsNoCookieAndNoRefererAlongWithARedirect) {
+    const LoopbackServer server([&](QTcpSocket& socket) {
+        socket.write(server.requests.size() == 1
+                         ? response("", "302 Found", "Location: /verder\r\nSet-Cookie: spoor=1; Path=/\r\n")
+                         : response("eind"));
+    });
+    EXPECT_EQ(ask(server.address()).body, "eind");
+    ASSERT_EQ(server.requests.size(), 2U);
+    EXPECT_THAT(server.requests[1], AllOf(Not(HasSubstr("Cookie")), Not(HasSubstr("spoor"))));
+}
+
+TEST_F(QtHttpClientTest, SendsNoCredentials) {
+    const LoopbackServer server(
+        answering("verboden", "401 Unauthorized", "WWW-Authenticate: Basic realm=\"x\"\r\n"));
+    const auto address = server.address();
+    EXPECT_EQ(ask("http://gebruiker:geheim@" + address.substr(7)).body, "verboden");
+    for (const auto& request : server.requests)
+        EXPECT_THAT(request, Not(HasSubstr("Authorization")));
+    EXPECT_EQ(server.requests.size(), 1U);
+}
+
+class StatusTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(StatusTest, IsNotLookedAt) {
+    const LoopbackServer server(answering("inhoud", GetParam()));
+    EXPECT_EQ(ask(server.address()).body, "inhoud");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, StatusTest,
+                         ::testing::Values("200 OK", "201 Created", "203 X", "206 Partial Content", "299 X",
+                                           "300 Multiple Choices", "302 Found", "400 Bad Request",
+                                           "401 Unauthorized", "402 Payment Required", "403 Forbidden",
+                                           "404 Not Found", "405 Method Not Allowed", "407 X", "408 X",
+                                           "409 Conflict", "410 Gone", "418 X", "429 Too Many Requests",
+                                           "451 X", "499 X", "500 Internal Server Error",
+                                           "501 Not Implemented", "502 X", "503 Service Unavailable", "504 X",
+                                           "599 X"));
+
+// Limits
+
+TEST_F(QtHttpClientTest, WaitsNoLongerThanTheSilenceLimitForTheFirstByte) {
+    const LoopbackServer server([](QTcpSocket&) {});
+    const auto outcome = ask(server.address(), {300ms, 5s, 1000});
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_GE(outcome.after, 290ms);
+    EXPECT_LT(outcome.after, 1500ms);
+}
+
+TEST_F(QtHttpClientTest, WaitsNoLongerThanTheSilenceLimitWithinTheBody) {
+    const LoopbackServer server([](QTcpSocket& socket) { socket.write(response("inhoud").chopped(2)); });
+    const auto outcome = ask(server.address(), {300ms, 5s, 1000});
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_GE(outcome.after, 290ms);
+    EXPECT_LT(outcome.after, 1500ms);
+}
+
+TEST_F(QtHttpClientTest, IsPatientWithSlowAnswersWithinTheLimits) {
+    const LoopbackServer server([](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
+        auto* const timer = new QTimer(&socket);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write("x"); });
+        timer->start(100);
+    });
+    // Longer in all than any silence may be.
+    const auto outcome = ask(server.address(), {500ms, 5s, 1000});
+    EXPECT_EQ(outcome.body, "xxxxxxxx");
+    EXPECT_GE(outcome.after, 700ms);
+}
+
+LoopbackServer::Respond trickling(const QByteArray& start) {
+    return [start](QTcpSocket& socket) {
+        socket.write(start);
+        auto* const timer = new QTimer(&socket);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write("x"); });
+        timer->start(20);
+    };
+}
+
+class TrickleTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(TrickleTest, EndsAtTheLimitForTheWhole) {
+    const LoopbackServer server(trickling(GetParam()));
+    const auto outcome = ask(server.address(), {5s, 300ms, 65'536});
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_GE(outcome.after, 290ms);
+    EXPECT_LT(outcome.after, 2s);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TrickleTest,
+                         ::testing::Values("HTTP/1.1 200 ", "HTTP/1.1 200 OK\r\nX-Endless: ",
+                                           "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n",
+                                           "HTTP/1.1 200 OK\r\n\r\n",
+                                           "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3e8\r\n"));
+
+TEST_F(QtHttpClientTest, EndsARingOfRedirects) {
+    const LoopbackServer server(redirecting("/rond"));
+    const auto outcome = ask(server.address());
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_LT(outcome.after, 4s);
+    EXPECT_EQ(server.requests.size(), 21U);
+}
+
+TEST_F(QtHttpClientTest, CountsRedirectsIntoTheLimitForTheWhole) {
+    const LoopbackServer server([](QTcpSocket& socket) {
+        QTimer::singleShot(100, &socket,
+                           [&socket] { socket.write(response("", "302 Found", "Location: /rond\r\n")); });
+    });
+    const auto outcome = ask(server.address(), {5s, 500ms, 1000});
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_GE(outcome.after, 490ms);
+    EXPECT_LT(outcome.after, 1500ms);
+}
+
+struct Length {
+    const char* name;
+    std::size_t bytes;
+    bool isTaken;
+};
+
+void PrintTo(const Length& each, std::ostream* out) {
+    *out << each.name;
+}
+
+class LengthTest : public QtHttpClientTest, public ::testing::WithParamInterface<Length> {};
+
+TEST_P(LengthTest, IsTakenUpToTheLimit) {
+    const std::string body(GetParam().bytes, 'x');
+    const LoopbackServer server(answering(body));
+    const auto expected = GetParam().isTaken ? Text(body) : std::nullopt;
+    EXPECT_EQ(ask(server.address()).body, expected);
+
+    const LoopbackServer untilClosed([&](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + QByteArray::fromStdString(body));
+        socket.disconnectFromHost();
+    });
+    EXPECT_EQ(ask(untilClosed.address()).body, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LengthTest,
+                         ::testing::Values(Length{"OneLess", 65'535, true}, Length{"Exactly", 65'536, true},
+                                           Length{"OneMore", 65'537, false},
+                                           Length{"Megabyte", 1'048'576, false}),
+                         [](const auto& each) { return each.param.name; });
+
+TEST_F(QtHttpClientTest, StopsReadingAnEndlessBody) {
+    const QByteArray block(16 * 1024, 'x');
+    const LoopbackServer server([&](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\n\r\n");
+        QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, [&socket, &block] {
+            if (socket.bytesToWrite() == 0)
+                socket.write(block);
+        });
+    });
+    const auto outcome = ask(server.address());
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_LT(outcome.after, 2s);
+}
+
+// Redirects
+
+TEST_F(QtHttpClientTest, FollowsRedirectsOnTheLoopbackAddress) {
+    for (const auto* const status : {"301 Moved Permanently", "302 Found", "303 See Other",
+                                     "307 Temporary Redirect", "308 Permanent Redirect"}) {
+        const LoopbackServer other(answering("daar"));
+        const LoopbackServer server(redirecting(other.address("/nieuw"), status));
+        EXPECT_EQ(ask(server.address()).body, "daar") << status;
+        ASSERT_EQ(other.requests.size(), 1U);
+        EXPECT_THAT(other.requests.front(), StartsWith("GET /nieuw "));
+    }
+}
+
+TEST_F(QtHttpClientTest, FollowsRelativeRedirects) {
+    const LoopbackServer server([&](QTcpSocket& socket) {
+        socket.write(server.requests.size() < 3 ? response("", "302 Found", "Location: ../b?c=d\r\n")
+                                                : response("eind"));
+    });
+    EXPECT_EQ(ask(server.address("/x/a")).body, "eind");
+    EXPECT_THAT(server.requests.back(), StartsWith("GET /b?c=d "));
+}
+
+class RefusedRedirectTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(RefusedRedirectTest, IsNoAnswer) {
+    const LoopbackServer server(redirecting(GetParam()));
+    const auto outcome = ask(server.address());
+    EXPECT_EQ(outcome.body, std::nullopt);
+    // Much sooner than a limit or an address that does not answer would end it.
+    EXPECT_LT(outcome.after, 1s);
+    EXPECT_EQ(server.requests.size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RefusedRedirectTest,
+                         ::testing::Values("http://192.0.2.1/", "https://192.0.2.1/", "//192.0.2.1/",
+                                           "file:///etc/hostname", "ftp://127.0.0.1/", "data:text/plain,x",
+                                           "qrc:/x", "about:blank", "javascript:x",
+                                           "http://localhost.vantor.example/",
+                                           "http://127.0.0.1.vantor.example/",
+                                           "http://vantor.example@192.0.2.1/", "http://"));
+
+TEST_F(QtHttpClientTest, GivesTheBodyOfARedirectToNowhere) {
+    const LoopbackServer server(answering("hier", "302 Found"));
+    EXPECT_EQ(ask(server.address()).body, "hier");
+}
+
+// What is no answer
+
+class ForbiddenAddressTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(ForbiddenAddressTest, IsNotEvenAsked) {
+    const auto outcome = ask(GetParam());
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_LT(outcome.after, 1s);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ForbiddenAddressTest,
+                         ::testing::Values("", "x", "/etc/hostname", "file:///etc/hostname",
+                                           "ftp://127.0.0.1/", "data:,x", "http://192.0.2.1/", "http://",
+                                           "https://", "https:///x", "http://a b/",
+                                           "http://localhost.vantor.example/", "\xFF"));
+
+TEST_F(QtHttpClientTest, HasNoneWhenNobodyListens) {
+    std::string address;
+    {
+        const LoopbackServer server(answering("x"));
+        address = server.address();
+    }
+    const auto outcome = ask(address);
+    EXPECT_EQ(outcome.body, std::nullopt);
+    EXPECT_LT(outcome.after, 2s);
+}
+
+class BrokenResponseTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(BrokenResponseTest, IsNoAnswer) {
+    const LoopbackServer server([](QTcpSocket& socket) {
+        socket.write(GetParam());
+        socket.disconnectFromHost();
+    });
+    EXPECT_EQ(ask(server.address()).body, std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BrokenResponseTest,
+                         ::testing::Values("", "geen http\r\n\r\n", "HTTP/1.1 200 OK\r\n",
+                                           "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nkort",
+                                           "HTTP/1.1 500 X\r\nContent-Length: 10\r\n\r\nkort"));
+
+// Lifetime
+
+TEST_F(QtHttpClientTest, IsSilentOnceItIsGone) {
+    const LoopbackServer server([](QTcpSocket& socket) {
+        QTimer::singleShot(50, &socket, [&socket] { socket.write(response("x")); });
+    });
+    int answers = 0;
+    auto gone = std::make_unique<QtHttpClient>();
+    gone->get(server.address(), kLimits, [&](const Text&) { ++answers; });
+    gone->get("file:///x", kLimits, [&](const Text&) { ++answers; });
+    EXPECT_TRUE(runUntil([&] { return !server.requests.empty(); }) || answers > 0);
+    answers = 0;
+    gone.reset();
+    runFor(150ms);
+    EXPECT_EQ(answers, 0);
+}
+
+TEST_F(QtHttpClientTest, MayBeAskedAgainByItsAnswer) {
+    const LoopbackServer server(answering("x"));
+    Text second;
+    client.get(server.address(), kLimits, [&](const Text&) {
+        client.get(server.address(), kLimits, [&](Text body) { second = std::move(body); });
+    });
+    EXPECT_TRUE(runUntil([&] { return second.has_value(); }));
+}
+
+TEST_F(QtHttpClientTest, MayBeDestroyedByAnyAnswer) {
+    const LoopbackServer server(answering("kort"));
+    const LoopbackServer endless(answering(std::string(100'000, 'x')));
+    const LoopbackServer silent([](QTcpSocket&) {});
+    for (const auto& address :
+         {server.address(), endless.address(), silent.address(), std::string("file:///x")}) {
+        auto other = std::make_unique<QtHttpClient>();
+        int answers = 0;
+        other->get(address, {100ms, 5s, 1000}, [&](const Text&) {
+            ++answers;
+            other.reset();
+        });
+        EXPECT_TRUE(runUntil([&] { return answers == 1; })) << address;
+        runFor(20ms);
+        EXPECT_EQ(answers, 1) << address;
+    }
+}
+
+TEST_F(QtHttpClientTest, AnswersManyQuestionsAtOnceEachOnItsOwn) {
+    const LoopbackServer server([&](QTcpSocket& socket) {
+        const auto& request = server.requests.back();
+        socket.write(response(request.substr(5, request.find(' ', 5) - 5)));
+    });
+    std::vector<std::string> bodies;
+    for (const auto* const path : {"/a", "/b", "/c", "/d"})
+        client.get(server.address(path), kLimits,
+                   [&](const Text& body) { bodies.push_back(body.value_or("geen")); });
+    EXPECT_TRUE(runUntil([&] { return bodies.size() == 4; }));
+    EXPECT_THAT(bodies, ::testing::UnorderedElementsAre("a", "b", "c", "d"));
+    EXPECT_EQ(server.connections, 4);
+}
+
+// Encrypted
+
+class EncryptedTest : public QtHttpClientTest {
+protected:
+    void SetUp() override {
+        const auto key = (folder / "key.pem").string();
+        const auto certificate = (folder / "certificate.pem").string();
+        QProcess openssl;
+        openssl.start(
+            QStringLiteral("openssl"),
+            {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"), QStringLiteral("ec"),
+             QStringLiteral("-pkeyopt"), QStringLiteral("ec_paramgen_curve:prime256v1"),
+             QStringLiteral("-nodes"), QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
+             QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
+             QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-keyout"),
+             QString::fromStdString(key), QStringLiteral("-out"), QString::fromStdString(certificate)});
+        if (!openssl.waitForFinished() || openssl.exitCode() != 0)
+            GTEST_SKIP() << "openssl makes no certificate here";
+        m_certificate = QSslCertificate::fromPath(QString::fromStdString(certificate)).value(0);
+        QFile keyFile(QString::fromStdString(key));
+        ASSERT_TRUE(keyFile.open(QIODevice::ReadOnly));
+        tls.setLocalCertificate(m_certificate);
+        tls.setPrivateKey(QSslKey(&keyFile, QSsl::Ec));
+        ASSERT_FALSE(m_certificate.isNull());
+        ASSERT_FALSE(tls.privateKey().isNull());
+    }
+    void TearDown() override { QSslConfiguration::setDefaultConfiguration(m_before); }
+
+    // From now on the server's certificate convinces.
+    void trustServer() {
+        auto trusting = m_before;
+        trusting.addCaCertificate(m_certificate);
+        QSslConfiguration::setDefaultConfiguration(trusting);
+    }
+
+    TemporaryFolder folder;
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+
+private:
+    QSslConfiguration m_before = QSslConfiguration::defaultConfiguration();
+    QSslCertificate m_certificate;
+};
+
+TEST_F(EncryptedTest, GivesTheBody) {
+    trustServer();
+    const LoopbackServer server(tls, answering("geheim"));
+    EXPECT_EQ(ask(server.address()).body, "geheim");
+    ASSERT_EQ(server.requests.size(), 1U);
+    EXPECT_THAT(server.requests.front(), StartsWith("GET / HTTP/1.1\r\n"));
+}
+
+TEST_F(EncryptedTest, HasNoneWhereTheCertificateDoesNotConvince) {
+    const LoopbackServer server(tls, answering("geheim"));
+    EXPECT_EQ(ask(server.address()).body, std::nullopt);
+    EXPECT_TRUE(server.requests.empty());
+}
+
+TEST_F(EncryptedTest, HasNoneWhereTheOtherSideDoesNotEncrypt) {
+    const LoopbackServer server(answering("open"));
+    auto address = server.address();
+    address.replace(0, 4, "https");
+    EXPECT_EQ(ask(address, {500ms, 1s, 1000}).body, std::nullopt);
+}
+
+TEST_F(EncryptedTest, FollowsRedirectsToEncryptedPlaces) {
+    trustServer();
+    const LoopbackServer other(tls, answering("daar"));
+    const LoopbackServer server(tls, redirecting(other.address()));
+    EXPECT_EQ(ask(server.address()).body, "daar");
+}
+
+TEST_F(EncryptedTest, NeverFollowsARedirectFromOneSchemeToTheOther) {
+    trustServer();
+    const LoopbackServer open(answering("open"));
+    const LoopbackServer encrypted(tls, answering("geheim"));
+    const LoopbackServer toOpen(tls, redirecting(open.address()));
+    const LoopbackServer toEncrypted(redirecting(encrypted.address()));
+    EXPECT_EQ(ask(toOpen.address()).body, std::nullopt);
+    EXPECT_EQ(ask(toEncrypted.address()).body, std::nullopt);
+    EXPECT_TRUE(open.requests.empty());
+    EXPECT_TRUE(encrypted.requests.empty());
+}
+
+} // namespace
+} // namespace vantor

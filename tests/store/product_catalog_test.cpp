@@ -1,0 +1,413 @@
+#include "store/product_catalog.h"
+#include "tests/store/store_fixture.h"
+#include "tests/support/differences.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <functional>
+
+namespace vantor {
+namespace {
+
+using testing::differences;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using Change = ProductCatalog::Change;
+using Names = std::vector<std::string>;
+
+class ProductCatalogTest : public testing::StoreFixture {
+protected:
+    ProductCatalogTest() : StoreFixture("/home/anna/.local/share/Vantor/catalog.json") {}
+
+    [[nodiscard]] Names productNames() const {
+        Names all;
+        for (const auto& product : m_catalog.products())
+            all.push_back(product.name);
+        return all;
+    }
+    [[nodiscard]] CatalogData state() const {
+        return {m_catalog.products(), m_catalog.clients(), m_catalog.brands()};
+    }
+    void loadFrom(const std::string& bytes) {
+        m_files.files[m_path] = bytes;
+        m_catalog.load();
+    }
+    std::vector<Change> announcedBy(const std::function<void()>& act) {
+        std::vector<Change> all;
+        const auto listening = m_catalog.willChange().connect([&](Change change) { all.push_back(change); });
+        act();
+        return all;
+    }
+
+    ProductCatalog m_catalog{storeFile()};
+};
+
+TEST_F(ProductCatalogTest, BeginsEmptyAndReadsNothing) {
+    EXPECT_EQ(differences(state(), CatalogData()), "");
+    EXPECT_THAT(m_files.reads, IsEmpty());
+}
+
+TEST_F(ProductCatalogTest, FirstSpellingOfAClientStays) {
+    m_catalog.addClient("nike");
+    EXPECT_EQ(savesOf([&] { EXPECT_THAT(announcedBy([&] { m_catalog.addClient("Nike"); }), IsEmpty()); }),
+              0U);
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("nike"));
+    m_catalog.addBrand("Élan");
+    m_catalog.addBrand("E\u0301LAN");
+    EXPECT_THAT(m_catalog.brands(), ElementsAre("Élan"));
+    m_catalog.addBrand("Elan");
+    EXPECT_THAT(m_catalog.brands(), ElementsAre("Elan", "Élan"));
+}
+
+TEST_F(ProductCatalogTest, ClientIsStoredWithoutBlanksAroundIt) {
+    m_catalog.addClient(" \tNike\u00A0 Co ");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Nike\u00A0 Co"));
+    m_catalog.addClient("");
+    m_catalog.addClient(" \t\u3000");
+    EXPECT_EQ(m_catalog.clients().size(), 1U);
+    EXPECT_EQ(saves(), 1U);
+}
+
+TEST_F(ProductCatalogTest, ClientsAndBrandsAreListsOfTheirOwnSortedWhateverTheCase) {
+    for (const auto* name : {"zeta", "Beta", "alfa", "Ärm", "beta 2"})
+        m_catalog.addClient(name);
+    m_catalog.addBrand("Beta");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("alfa", "Ärm", "Beta", "beta 2", "zeta"));
+    EXPECT_THAT(m_catalog.brands(), ElementsAre("Beta"));
+    EXPECT_EQ(m_catalog.allClientNames(), m_catalog.clients());
+}
+
+TEST_F(ProductCatalogTest, DeletesEveryEntryOfExactlyThatName) {
+    m_catalog.setClients({"Nike", "nike", "Nike", "Puma"});
+    EXPECT_EQ(savesOf([&] { m_catalog.deleteClient("Nike"); }), 1U);
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("nike", "Puma"));
+    m_catalog.deleteClient(m_catalog.clients()[0]);
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Puma"));
+    EXPECT_EQ(savesOf([&] { m_catalog.deleteClient("puma"); }), 1U);
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Puma"));
+    m_catalog.setBrands({"Puma"});
+    m_catalog.deleteBrand("Puma");
+    EXPECT_THAT(m_catalog.brands(), IsEmpty());
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Puma"));
+}
+
+TEST_F(ProductCatalogTest, ProductsKeepADeletedBrand) {
+    m_catalog.addBrand("Nike");
+    m_catalog.addProduct("jeans", {}, "Nike");
+    m_catalog.deleteBrand("Nike");
+    EXPECT_EQ(m_catalog.products()[0].brand, "Nike");
+    EXPECT_THAT(m_catalog.allBrandNames(), ElementsAre("Nike"));
+}
+
+TEST_F(ProductCatalogTest, ProductWithAnEmptyOrBlankNameIsNotAdded) {
+    for (const auto* name : {"", " ", "\t\u00A0"}) {
+        EXPECT_THAT(announcedBy([&] { m_catalog.addProduct(name, {"red"}, "Nike"); }), IsEmpty());
+    }
+    EXPECT_THAT(m_catalog.products(), IsEmpty());
+    EXPECT_EQ(saves(), 0U);
+}
+
+TEST_F(ProductCatalogTest, AddingTrimsTheNameButNotTheBrand) {
+    EXPECT_EQ(savesOf([&] { m_catalog.addProduct(" jeans ", {" red ", ""}, " Nike "); }), 1U);
+    const auto& product = m_catalog.products()[0];
+    EXPECT_EQ(product.name, "jeans");
+    EXPECT_THAT(product.colors, ElementsAre(" red ", ""));
+    EXPECT_EQ(product.brand, " Nike ");
+    EXPECT_NE(product.id, Uuid());
+}
+
+TEST_F(ProductCatalogTest, DuplicateProductsAreAllowed) {
+    m_catalog.addProduct("jeans", {}, "Nike");
+    m_catalog.addProduct("jeans", {}, "Nike");
+    EXPECT_THAT(productNames(), ElementsAre("jeans", "jeans"));
+    EXPECT_NE(m_catalog.products()[0].id, m_catalog.products()[1].id);
+}
+
+TEST_F(ProductCatalogTest, ProductsAreKeptByNameWhateverTheirBrands) {
+    m_catalog.addProduct("b", {}, "1");
+    m_catalog.addProduct("A", {}, "3");
+    m_catalog.addProduct("c", {}, "2");
+    EXPECT_THAT(productNames(), ElementsAre("A", "b", "c"));
+}
+
+TEST_F(ProductCatalogTest, ProductsOfOneNameKeepTheirOrder) {
+    for (const auto* brand : {"3", "1", "2"})
+        m_catalog.addProduct("Tee", {}, brand);
+    m_catalog.addProduct("tee", {}, "0");
+    m_catalog.addProduct("a", {}, "");
+    Names brands;
+    for (const auto& product : m_catalog.products())
+        brands.push_back(product.brand);
+    EXPECT_THAT(brands, ElementsAre("", "3", "1", "2", "0"));
+}
+
+TEST_F(ProductCatalogTest, UpdateTrimsNameAndBrandAndSortsAgain) {
+    m_catalog.addProduct("a", {}, "");
+    m_catalog.addProduct("b", {}, "");
+    const auto a = m_catalog.products()[0].id;
+    EXPECT_EQ(savesOf([&] { m_catalog.updateProduct(a, " c ", {"red"}, " Nike "); }), 1U);
+    EXPECT_THAT(productNames(), ElementsAre("b", "c"));
+    EXPECT_EQ(m_catalog.products()[1], (Product{a, "c", {"red"}, "Nike"}));
+    m_catalog.updateProduct(a, " ", {}, " ");
+    EXPECT_EQ(m_catalog.products()[0], (Product{a, "", {}, ""})) << "an empty name is stored as it is";
+}
+
+TEST_F(ProductCatalogTest, UpdateTakesTextsOfTheVeryProduct) {
+    m_catalog.addProduct("a name that is not kept inside the text object itself", {"red"}, "b");
+    const auto& product = m_catalog.products()[0];
+    m_catalog.updateProduct(product.id, product.name, product.colors, product.brand);
+    EXPECT_EQ(m_catalog.products()[0].name, "a name that is not kept inside the text object itself");
+}
+
+TEST_F(ProductCatalogTest, UpdateAndDeleteOfAnUnknownProductChangeNothing) {
+    m_catalog.addProduct("a", {}, "");
+    EXPECT_EQ(savesOf([&] { m_catalog.updateProduct(Uuid::random(), "b", {}, ""); }), 0U);
+    m_catalog.deleteProduct(Uuid::random());
+    EXPECT_THAT(productNames(), ElementsAre("a"));
+}
+
+TEST_F(ProductCatalogTest, DeletesAProduct) {
+    m_catalog.addProduct("a", {}, "");
+    m_catalog.addProduct("b", {}, "");
+    EXPECT_EQ(savesOf([&] { m_catalog.deleteProduct(m_catalog.products()[0].id); }), 1U);
+    EXPECT_THAT(productNames(), ElementsAre("b"));
+}
+
+TEST_F(ProductCatalogTest, AllBrandNamesAreThoseOfTheListAndOfProductsOnceEach) {
+    m_catalog.setBrands({"Marvis"});
+    for (const auto* brand : {"Nike", "Marvis", ""})
+        m_catalog.addProduct("x", {}, brand);
+    EXPECT_THAT(m_catalog.allBrandNames(), ElementsAre("Marvis", "Nike"));
+    m_catalog.addProduct("x", {}, "nike");
+    m_catalog.addProduct("x", {}, "Nike");
+    EXPECT_EQ(m_catalog.allBrandNames().size(), 3U) << "only exact duplicates go";
+    EXPECT_EQ(m_catalog.allBrandNames()[0], "Marvis");
+}
+
+TEST_F(ProductCatalogTest, CatalogueWithClientsForBrandsIsRead) {
+    loadFrom(data("catalog_legacy.json"));
+    auto expected = testing::storedCatalog();
+    expected.brands.clear();
+    EXPECT_EQ(differences(state(), expected), "");
+}
+
+TEST_F(ProductCatalogTest, BareListOfProductsIsReadAndLeavesTheOtherLists) {
+    m_catalog.setClients({"kept"});
+    loadFrom(data("catalog_legacy_products.json"));
+    EXPECT_EQ(differences(m_catalog.products(), testing::storedCatalog().products), "");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("kept"));
+    EXPECT_THAT(m_catalog.brands(), IsEmpty());
+    EXPECT_EQ(saves(), 0U);
+    m_catalog.addBrand("Nike");
+    EXPECT_THAT(m_files.renames, IsEmpty()) << "an old file is no unreadable one";
+    EXPECT_TRUE(saved().starts_with("{\"products\":[{\"id\":")) << "rewritten in today's form";
+    EXPECT_EQ(saved().find("client\":"), std::string::npos);
+}
+
+TEST_F(ProductCatalogTest, FileWithoutBrandsIsReadWithNone) {
+    loadFrom(R"({"products":[],"clients":["Nike"]})");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Nike"));
+    EXPECT_THAT(m_catalog.brands(), IsEmpty());
+}
+
+TEST_F(ProductCatalogTest, LoadedListsStandAsTheyWereRead) {
+    loadFrom(R"({"products":[],"clients":["b","A","b"],"brands":["z","y"]})");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("b", "A", "b"));
+    EXPECT_THAT(m_catalog.brands(), ElementsAre("z", "y"));
+    EXPECT_THAT(m_catalog.allClientNames(), ElementsAre("A", "b", "b"));
+}
+
+TEST_F(ProductCatalogTest, MissingFileLeavesAnEmptyCatalogueAndIsNotMade) {
+    m_catalog.load();
+    EXPECT_EQ(differences(state(), CatalogData()), "");
+    EXPECT_THAT(m_files.files, IsEmpty());
+    m_catalog.addClient("Nike");
+    EXPECT_EQ(saved(), R"({"products":[],"clients":["Nike"],"brands":[]})");
+    EXPECT_THAT(m_files.renames, IsEmpty());
+}
+
+TEST_F(ProductCatalogTest, CorruptFileIsLeftAloneUntilTheFirstChangeSetsItAside) {
+    loadFrom("{\"products\":[{}]}");
+    EXPECT_EQ(differences(state(), CatalogData()), "");
+    EXPECT_EQ(saved(), "{\"products\":[{}]}");
+    EXPECT_EQ(saves(), 0U);
+    m_catalog.addClient("Nike");
+    m_catalog.addClient("Puma");
+    EXPECT_THAT(m_files.files,
+                ElementsAre(Pair(m_path, R"({"products":[],"clients":["Nike","Puma"],"brands":[]})"),
+                            Pair(aside(), "{\"products\":[{}]}")));
+    EXPECT_EQ(m_files.renames.size(), 1U);
+}
+
+TEST_F(ProductCatalogTest, UnreadableFileLeavesTheListsAsTheyWere) {
+    loadFrom(data("catalog.json"));
+    for (const auto& bad :
+         {std::string(), std::string("[1]"), data("shoots.json"), data("catalog.json") + "x",
+          data("catalog.json").substr(1), std::string(1'000'000, '[')}) {
+        m_files.files[m_path] = bad;
+        EXPECT_THAT(announcedBy([&] { m_catalog.load(); }), IsEmpty());
+        EXPECT_EQ(differences(state(), testing::storedCatalog()), "");
+    }
+}
+
+TEST_F(ProductCatalogTest, FileCutOffAnywhereIsNeverHalfRead) {
+    const auto whole = data("catalog.json");
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        loadFrom(whole.substr(0, length));
+        ASSERT_EQ(differences(state(), CatalogData()), "") << length;
+    }
+}
+
+TEST_F(ProductCatalogTest, FileIsWrittenAsEver) {
+    const auto stored = testing::storedCatalog();
+    m_catalog.setProducts(stored.products);
+    m_catalog.setClients(stored.clients);
+    m_catalog.setBrands(stored.brands);
+    EXPECT_EQ(saves(), 0U);
+    m_catalog.save();
+    EXPECT_EQ(saved(), data("catalog.json"));
+}
+
+TEST_F(ProductCatalogTest, FileIsReadAsEver) {
+    for (const auto* name : {"catalog.json", "catalog_other_writer.json"}) {
+        loadFrom(data(name));
+        EXPECT_EQ(differences(state(), testing::storedCatalog()), "") << name;
+    }
+    m_catalog.save();
+    EXPECT_EQ(saved(), data("catalog.json"));
+}
+
+TEST_F(ProductCatalogTest, ImportsTheDocumentedExample) {
+    const auto* const text =
+        "Naam;Kleuren;Merk\ncoated pants;brown, navy, black;Mr Marvis\nsweater;blue navy;";
+    int count = 0;
+    EXPECT_EQ(savesOf([&] { count = m_catalog.importCSV(text, "Nike"); }), 1U) << "one save for all";
+    EXPECT_EQ(count, 2);
+    EXPECT_THAT(productNames(), ElementsAre("coated pants", "sweater"));
+    EXPECT_THAT(m_catalog.products()[0].colors, ElementsAre("brown", "navy", "black"));
+    EXPECT_EQ(m_catalog.products()[0].brand, "Mr Marvis");
+    EXPECT_THAT(m_catalog.products()[1].colors, ElementsAre("blue navy"));
+    EXPECT_EQ(m_catalog.products()[1].brand, "");
+    EXPECT_EQ(savesOf([&] { EXPECT_EQ(m_catalog.importCSV(text, "Nike"), 0); }), 1U)
+        << "nothing the second time";
+    EXPECT_EQ(m_catalog.products().size(), 2U);
+}
+
+TEST_F(ProductCatalogTest, ImportGivesLinesWithoutABrandTheDefaultOne) {
+    EXPECT_EQ(m_catalog.importCSV("sweater;blue navy\ntee", "Nike"), 2);
+    EXPECT_EQ(m_catalog.products()[0].brand, "Nike");
+    EXPECT_EQ(m_catalog.products()[1].brand, "Nike");
+    EXPECT_THAT(m_catalog.products()[1].colors, IsEmpty());
+    EXPECT_EQ(m_catalog.importCSV("sok", m_catalog.products()[0].brand), 1);
+    EXPECT_EQ(m_catalog.products()[0].brand, "Nike") << "the brand may be a text of the catalogue itself";
+}
+
+TEST_F(ProductCatalogTest, ImportNeverUpdatesAProductThatIsThereInAnyCaseOrBrand) {
+    m_catalog.addProduct("Sweater", {"red"}, "Puma");
+    EXPECT_EQ(m_catalog.importCSV("sweater;blue;Nike\nTee;x;y\nTEE;z;w", ""), 1);
+    EXPECT_THAT(productNames(), ElementsAre("Sweater", "Tee"));
+    EXPECT_THAT(m_catalog.products()[0].colors, ElementsAre("red"));
+    EXPECT_THAT(m_catalog.products()[1].colors, ElementsAre("x"));
+}
+
+TEST_F(ProductCatalogTest, ImportKeepsFurtherSemicolonsInTheBrandAndSorts) {
+    EXPECT_EQ(m_catalog.importCSV("z;1\na;b;c;d", "x"), 2);
+    EXPECT_THAT(productNames(), ElementsAre("a", "z"));
+    EXPECT_EQ(m_catalog.products()[0].brand, "c;d");
+    EXPECT_THAT(m_catalog.products()[0].colors, ElementsAre("b"));
+}
+
+TEST_F(ProductCatalogTest, ExportsEveryProduct) {
+    EXPECT_EQ(m_catalog.exportCSV(), "Naam;Kleuren;Merk");
+    m_catalog.addProduct("tee", {}, "Nike");
+    m_catalog.addProduct("jeans", {"black", "blue"}, "");
+    EXPECT_EQ(m_catalog.exportCSV(), "Naam;Kleuren;Merk\njeans;black, blue;\ntee;;Nike");
+}
+
+TEST_F(ProductCatalogTest, AnnouncesEveryChangeBeforeItTakesEffect) {
+    m_catalog.addProduct("a", {}, "");
+    m_files.files[m_path] = data("catalog.json");
+    CatalogData before;
+    std::size_t savesBefore = 0;
+    const auto listening = m_catalog.willChange().connect([&](Change change) {
+        EXPECT_EQ(saves(), savesBefore);
+        if (change == Change::Products)
+            EXPECT_EQ(differences(m_catalog.products(), before.products), "");
+        else if (change == Change::Clients)
+            EXPECT_EQ(differences(m_catalog.clients(), before.clients), "");
+        else
+            EXPECT_EQ(differences(m_catalog.brands(), before.brands), "");
+    });
+    using C = Change;
+    const std::vector<std::pair<std::function<void()>, std::vector<C>>> operations{
+        {[&] { m_catalog.load(); }, {C::Products, C::Clients, C::Brands}},
+        {[&] { m_catalog.addClient("x"); }, {C::Clients}},
+        {[&] { m_catalog.addBrand("x"); }, {C::Brands}},
+        {[&] { m_catalog.deleteClient("x"); }, {C::Clients}},
+        {[&] { m_catalog.deleteBrand("x"); }, {C::Brands}},
+        {[&] { m_catalog.addProduct("x", {}, ""); }, {C::Products}},
+        {[&] { m_catalog.updateProduct(m_catalog.products()[0].id, "y", {}, ""); }, {C::Products}},
+        {[&] { m_catalog.importCSV("q\nr\ns", ""); }, {C::Products}},
+        {[&] { m_catalog.deleteProduct(m_catalog.products()[0].id); }, {C::Products}},
+        {[&] { m_catalog.setProducts({}); }, {C::Products}},
+        {[&] { m_catalog.setClients({"z"}); }, {C::Clients}},
+        {[&] { m_catalog.setBrands({"z"}); }, {C::Brands}},
+    };
+    for (const auto& [operation, announced] : operations) {
+        before = state();
+        savesBefore = saves();
+        EXPECT_EQ(announcedBy(operation), announced);
+    }
+}
+
+TEST_F(ProductCatalogTest, CatalogueWithoutAFileWorksAndWritesNothing) {
+    ProductCatalog catalog;
+    catalog.load();
+    catalog.addClient("Nike");
+    EXPECT_EQ(catalog.importCSV("a\nb", ""), 2);
+    catalog.save();
+    catalog.load();
+    EXPECT_EQ(catalog.products().size(), 2U);
+    EXPECT_EQ(saves(), 0U);
+}
+
+TEST_F(ProductCatalogTest, SavingFailuresLeaveTheCatalogueAsItIs) {
+    m_files.failsToReplace = true;
+    m_catalog.addClient("Nike");
+    EXPECT_THAT(m_catalog.clients(), ElementsAre("Nike"));
+    EXPECT_THAT(m_files.files, IsEmpty());
+}
+
+TEST(UniqueSortedNames, DropsExactDuplicatesOnly) {
+    EXPECT_THAT(uniqueSortedNames({"b", "A", "b", "a", "A"}), ElementsAre("A", "a", "b"));
+    EXPECT_THAT(uniqueSortedNames({}), IsEmpty());
+    EXPECT_THAT(uniqueSortedNames({"zon", "Ärm", "appel"}), ElementsAre("appel", "Ärm", "zon"));
+}
+
+RC_GTEST_PROP(ProductCatalogProperty, ImportingTwiceAddsNothingTheSecondTime, ()) {
+    const auto text = *testing::text() + "\n" + *testing::text() + ";a;b\n" + *testing::text();
+    ProductCatalog catalog;
+    const auto count = catalog.importCSV(text, "Nike");
+    RC_ASSERT(catalog.products().size() == static_cast<std::size_t>(count));
+    RC_ASSERT(catalog.importCSV(text, "Nike") == 0);
+}
+
+RC_GTEST_PROP(ProductCatalogProperty, LoadsWhatItSaved, ()) {
+    const auto made = *testing::catalogData();
+    const testing::MemoryFileStore files;
+    ProductCatalog catalog(StoreFile(files, "/x/catalog.json"));
+    catalog.setProducts(made.products);
+    catalog.setClients(made.clients);
+    catalog.setBrands(made.brands);
+    catalog.save();
+    ProductCatalog other(StoreFile(files, "/x/catalog.json"));
+    other.load();
+    RC_ASSERT(differences(CatalogData{other.products(), other.clients(), other.brands()}, made) == "");
+}
+
+} // namespace
+} // namespace vantor

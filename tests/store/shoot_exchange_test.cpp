@@ -1,0 +1,191 @@
+#include "formats/shoot_file.h"
+#include "tests/store/shoot_manager_fixture.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+namespace vantor {
+namespace {
+
+using testing::differences;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// Shoot files and CSV, in and out of the store.
+class ShootExchange : public testing::ShootManagerFixture {
+protected:
+    Uuid ibiza() {
+        m_manager.insertShoot(testing::ibiza());
+        return testing::ibiza().id;
+    }
+};
+
+TEST_F(ShootExchange, ExportedShootComesBackAsANewOneOfToday) {
+    const auto original = ibiza();
+    newShoot("b");
+    const auto bytes = m_manager.exportJSON(original);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(saves(), 0U) << "exporting saves nothing";
+    m_clock.set({123.5});
+    std::optional<Shoot> added;
+    EXPECT_EQ(savesOf([&] { added = m_manager.importShoot(*bytes); }), 1U);
+    ASSERT_TRUE(added);
+    ASSERT_EQ(m_manager.shoots().size(), 3U);
+    EXPECT_EQ(m_manager.activeShootId(), added->id);
+    EXPECT_EQ(differences(m_manager.shoots()[0], *added), "");
+    EXPECT_NE(added->id, original);
+
+    auto expected = testing::ibiza();
+    expected.id = added->id;
+    expected.date = {123.5};
+    expected.watchFolderPath.reset();
+    expected.activationLog.clear();
+    ASSERT_EQ(added->sets.size(), expected.sets.size());
+    for (std::size_t i = 0; i < expected.sets.size(); ++i) {
+        EXPECT_NE(added->sets[i].id, expected.sets[i].id);
+        expected.sets[i].id = added->sets[i].id;
+    }
+    EXPECT_EQ(differences(*added, expected), "") << "item ids, times and counts are kept";
+    EXPECT_EQ(differences(shoot(original), testing::ibiza()), "");
+}
+
+TEST_F(ShootExchange, ImportingTwiceGivesTwoShoots) {
+    const auto bytes = writeShootFile(testing::ibiza());
+    const auto first = m_manager.importShoot(bytes);
+    const auto second = m_manager.importShoot(bytes);
+    EXPECT_EQ(m_manager.shoots().size(), 2U);
+    EXPECT_NE(first->id, second->id);
+    EXPECT_NE(first->sets[0].id, second->sets[0].id);
+    EXPECT_NE(first->sets[0].id, first->sets[1].id);
+    EXPECT_EQ(m_manager.activeShootId(), second->id);
+}
+
+TEST_F(ShootExchange, ImportLeavesTheActiveSet) {
+    const auto a = newShoot("a");
+    const auto one = newSet(a, "1");
+    m_manager.activateSet(one);
+    m_manager.importShoot(writeShootFile(testing::ibiza()));
+    EXPECT_EQ(m_manager.activeSetId(), one);
+}
+
+TEST_F(ShootExchange, UnknownShootHasNothingToExport) {
+    newShoot("a");
+    EXPECT_FALSE(m_manager.exportJSON(Uuid::random()));
+    EXPECT_EQ(m_manager.exportCSV(Uuid::random()), "");
+}
+
+TEST_F(ShootExchange, FailedImportLeavesTheStoreAndItsFileUntouched) {
+    const auto a = newShoot("a");
+    newSet(a, "1");
+    const auto before = m_manager.shoots();
+    const auto file = saved();
+    const auto good = writeShootFile(testing::ibiza());
+    const auto heard =
+        m_manager.willChange().connect([](ShootManager::Change) { ADD_FAILURE() << "announced"; });
+    for (const auto& bad :
+         {std::string(), std::string("x"), "[" + good + "]", good.substr(0, good.size() - 1), good + good,
+          file, file.substr(1, file.size() - 2), std::string("{}"), std::string("null"),
+          std::string(1'000'000, '['), std::string("PK\x03\x04\0\0", 6)}) {
+        EXPECT_FALSE(m_manager.importShoot(bad)) << bad.substr(0, 60);
+    }
+    EXPECT_EQ(differences(m_manager.shoots(), before), "");
+    EXPECT_EQ(m_manager.activeShootId(), a);
+    EXPECT_EQ(saved(), file);
+    EXPECT_EQ(saves(), 1U);
+}
+
+TEST_F(ShootExchange, DoesNotAnnounceShootsUntilTheyAreRead) {
+    const auto bytes = writeShootFile(testing::ibiza());
+    std::vector<ShootManager::Change> all;
+    const auto heard =
+        m_manager.willChange().connect([&](ShootManager::Change change) { all.push_back(change); });
+    m_manager.importShoot(bytes);
+    EXPECT_THAT(all, ElementsAre(ShootManager::Change::Shoots, ShootManager::Change::ActiveShootId));
+}
+
+TEST_F(ShootExchange, CsvLinesComeInReverseInFrontOfEarlierSets) {
+    const auto a = newShoot("a");
+    newSet(a, "A");
+    int count = 0;
+    EXPECT_EQ(savesOf([&] { count = m_manager.importCSV("Set;Merk\n1;x\n2;y\n3;z\n", a); }), 1U)
+        << "one save for all";
+    EXPECT_EQ(count, 3);
+    EXPECT_THAT(numbers(a), ElementsAre("3", "2", "1", "A"));
+    EXPECT_NE(saved().find("\"setNumber\":\"3\""), std::string::npos);
+}
+
+TEST_F(ShootExchange, EveryCsvLineIsAddedAgainWhenImportedAgain) {
+    const auto a = newShoot("a");
+    const auto* const text =
+        "Set;Merk;Items;Model;Locatie\n1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A";
+    m_clock.set({99});
+    EXPECT_EQ(m_manager.importCSV(text, a), 1);
+    EXPECT_EQ(m_manager.importCSV(text, a), 1);
+    ASSERT_EQ(shoot(a).sets.size(), 2U);
+    EXPECT_NE(shoot(a).sets[0].id, shoot(a).sets[1].id);
+    EXPECT_EQ(shoot(a).sets[0].description(), "coated pants brown, sweater blue navy");
+    EXPECT_EQ(shoot(a).sets[0].timestamp.secondsSinceReference, 99);
+}
+
+TEST_F(ShootExchange, CsvOfAHeaderAloneSavesNothing) {
+    const auto a = newShoot("a");
+    for (const auto* text : {"", "Set;Merk", "Set;Merk\n\n \t\n", "\uFEFFSet;Merk\r\n"})
+        EXPECT_EQ(savesOf([&] { EXPECT_EQ(m_manager.importCSV(text, a), 0); }), 0U) << text;
+}
+
+TEST_F(ShootExchange, CsvWithoutAnyUsableLineSavesOnceAndAddsNothing) {
+    const auto a = newShoot("a");
+    EXPECT_EQ(savesOf([&] { EXPECT_EQ(m_manager.importCSV("x;y\n1;2\n3;4", a), 0); }), 1U);
+    EXPECT_THAT(numbers(a), IsEmpty());
+}
+
+TEST_F(ShootExchange, CsvForAnUnknownShootIsCountedAndAddsNothing) {
+    const auto a = newShoot("a");
+    EXPECT_EQ(m_manager.importCSV("Set;Merk\n1;x\n2;y", Uuid::random()), 2);
+    EXPECT_THAT(numbers(a), IsEmpty());
+}
+
+TEST_F(ShootExchange, SavingWorksAgainAfterACsvImport) {
+    const auto a = newShoot("a");
+    m_manager.importCSV("Set;Merk\n1;x", a);
+    EXPECT_EQ(savesOf([&] { newSet(a, "2"); }), 1U);
+}
+
+TEST_F(ShootExchange, CsvThatIsExportedComesBackInReverse) {
+    const auto a = newShoot("a");
+    m_manager.importCSV("Set;Merk;Email\n1;\"x;y\";a@example.com\n2;z;", a);
+    const auto text = m_manager.exportCSV(a);
+    EXPECT_EQ(text, "Set;Merk;Items;Model;Locatie;Email;Getagd\n2;z;;;;;0\n1;\"x;y\";;;;a@example.com;0");
+    const auto b = newShoot("b");
+    EXPECT_EQ(m_manager.importCSV(text, b), 2);
+    EXPECT_THAT(numbers(b), ElementsAre("1", "2"));
+    EXPECT_EQ(shoot(b).sets[0].brand, "x;y");
+    EXPECT_EQ(shoot(b).sets[0].email, "a@example.com");
+}
+
+RC_GTEST_PROP(ShootExchangeProperty, NoShootFileLeavesTheStoreHalfChanged, ()) {
+    static const auto kGood = writeShootFile(testing::ibiza());
+    const auto bytes = *rc::gen::oneOf(testing::bytes(), testing::damaged(kGood));
+    ShootManager manager;
+    manager.insertShoot(testing::noorderlicht().id == Uuid() ? Shoot() : testing::ibiza());
+    const bool imported = manager.importShoot(bytes).has_value();
+    RC_ASSERT(manager.shoots().size() == (imported ? 2U : 1U));
+    RC_ASSERT(manager.activeShootId().has_value() == imported);
+    RC_ASSERT(differences(manager.shoots().back(), testing::ibiza()) == "");
+}
+
+RC_GTEST_PROP(ShootExchangeProperty, NoCsvOrScanIsACrash, ()) {
+    const auto text = *rc::gen::oneOf(testing::bytes(), testing::text());
+    ShootManager manager;
+    manager.insertShoot(testing::ibiza());
+    manager.setActiveShootId(testing::ibiza().id);
+    const auto count = manager.importCSV("Set;Merk\n" + text, testing::ibiza().id);
+    RC_ASSERT(manager.shoots()[0].sets.size() == 2U + static_cast<std::size_t>(count));
+    const bool scanned = manager.handleScanInput(text).has_value();
+    RC_ASSERT(manager.activeSetId().has_value() == scanned);
+}
+
+} // namespace
+} // namespace vantor

@@ -1,0 +1,234 @@
+// rapidcheck generators: texts of every sort, random bytes, damaged documents, and whole records.
+#pragma once
+
+#include "base/text.h"
+#include "model/product.h"
+#include "model/shoot.h"
+
+#include <rapidcheck.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace vantor::testing {
+
+inline std::string utf8(char32_t c) {
+    const auto byte = [](char32_t value) { return static_cast<char>(static_cast<unsigned char>(value)); };
+    if (c < 0x80)
+        return {byte(c)};
+    if (c < 0x800)
+        return {byte(0xC0 | c >> 6), byte(0x80 | (c & 0x3F))};
+    if (c < 0x10000)
+        return {byte(0xE0 | c >> 12), byte(0x80 | (c >> 6 & 0x3F)), byte(0x80 | (c & 0x3F))};
+    return {byte(0xF0 | c >> 18), byte(0x80 | (c >> 12 & 0x3F)), byte(0x80 | (c >> 6 & 0x3F)),
+            byte(0x80 | (c & 0x3F))};
+}
+
+// One character or a few that belong together: plain letters, what the formats give a meaning to, and all
+// else.
+inline rc::Gen<std::string> character() {
+    static const std::vector<std::string> kTelling{
+        ";",
+        ":",
+        "/",
+        ",",
+        "\"",
+        "\n",
+        "\r",
+        "\r\n",
+        "\t",
+        "\v",
+        "\f",
+        "\u0085",
+        "\u2028",
+        "\u2029",
+        " ",
+        "\u00A0",
+        "\u3000",
+        "\u0301",
+        "\u200D",
+        "\u0600",
+        "\u0903",
+        "\uFE0F",
+        "\uFEFF",
+        "\u200B",
+        ";\u0301",
+        "\u0600;",
+        "\"\u0301",
+        ":\u200D",
+        "/\u0301",
+        ",\u0301",
+        "é",
+        "e\u0301",
+        "\\",
+        "{",
+        "}",
+        "[",
+        "]",
+        "\u001F",
+        "\u007F",
+        "İ",
+        "ß",
+        "\U0001F469",
+        "naam",
+        "Set",
+        "\uFFFD",
+        "\uFFFF",
+        "\u1F88",
+        "ij",
+        "\U0001F469\u200D\U0001F3A8",
+        "\U0001F1F3\U0001F1F1",
+        std::string(1, '\0'),
+    };
+    const auto scalar = rc::gen::map(rc::gen::inRange<std::uint32_t>(0, 0x110000 - 0x800),
+                                     [](std::uint32_t n) { return utf8(n < 0xD800 ? n : n + 0x800); });
+    const auto letter =
+        rc::gen::map(rc::gen::inRange<char>(' ', '~'), [](char c) { return std::string(1, c); });
+    return rc::gen::weightedOneOf<std::string>({{5, letter}, {3, rc::gen::elementOf(kTelling)}, {1, scalar}});
+}
+
+inline rc::Gen<std::string> text() {
+    return rc::gen::map(rc::gen::scale(0.3, rc::gen::container<std::vector<std::string>>(character())),
+                        [](const std::vector<std::string>& pieces) { return joined(pieces, ""); });
+}
+
+// A short list, of elements as large as ever.
+template <typename List, typename Element>
+rc::Gen<List> fewOf(rc::Gen<Element> element) {
+    return rc::gen::scale(0.08, rc::gen::container<List>(rc::gen::scale(12.5, std::move(element))));
+}
+
+// A text that formats built of lines and separators keep as it is: without line breaks, quotes and white
+// space at its ends, without what would join its ends to their neighbours, and without `barred`.
+inline rc::Gen<std::string> plainText(std::string_view barred) {
+    return rc::gen::map(text(), [barred = std::string(barred)](std::string made) {
+        made = onOneLine(made);
+        for (const char c : barred + '"') {
+            for (auto at = findCharacter(made, c); at != std::string::npos; at = findCharacter(made, c))
+                made.erase(at, 1);
+        }
+        made = trimmed(made);
+        const auto fenced = ";" + made + ";";
+        const bool joins = findCharacter(fenced, ';') != 0 ||
+                           findCharacter(fenced, ';', fenced.size() - 1) == std::string_view::npos;
+        return joins ? std::string("a") : made;
+    });
+}
+
+inline rc::Gen<std::string> bytes() {
+    return rc::gen::container<std::string>(rc::gen::arbitrary<char>());
+}
+
+// The document with a few places struck out, doubled, overwritten or cut off.
+inline rc::Gen<std::string> damaged(std::string document) {
+    using Damage = std::tuple<int, std::size_t, std::size_t, std::string>;
+    const auto piece =
+        rc::gen::oneOf(character(), bytes(),
+                       rc::gen::element<std::string>("null", "\"", "[", "{", "}", "]", ",", ":", "-1e999",
+                                                     "\\ud800", "true", "\xFF"));
+    const auto damage = rc::gen::tuple(rc::gen::inRange(0, 4), rc::gen::arbitrary<std::size_t>(),
+                                       rc::gen::inRange<std::size_t>(1, 12), piece);
+    return rc::gen::map(rc::gen::nonEmpty(rc::gen::container<std::vector<Damage>>(damage)),
+                        [document = std::move(document)](const std::vector<Damage>& all) {
+                            auto out = document;
+                            for (const auto& [kind, place, length, by] : all) {
+                                const auto at = out.empty() ? 0 : place % out.size();
+                                if (kind == 0)
+                                    out.erase(at, length);
+                                else if (kind == 1)
+                                    out.insert(at, out.substr(at, length));
+                                else if (kind == 2)
+                                    out.replace(at, length, by);
+                                else
+                                    out.resize(at);
+                            }
+                            return out;
+                        });
+}
+
+inline rc::Gen<Uuid> uuid() {
+    return rc::gen::map(rc::gen::container<std::vector<unsigned>>(16, rc::gen::inRange(0U, 256U)),
+                        [](const std::vector<unsigned>& values) {
+                            static constexpr std::string_view kDigits = "0123456789ABCDEF";
+                            std::string out;
+                            for (const auto value : values) {
+                                if (out.size() == 8 || out.size() == 13 || out.size() == 18 ||
+                                    out.size() == 23)
+                                    out += '-';
+                                out += kDigits[value / 16];
+                                out += kDigits[value % 16];
+                            }
+                            return *Uuid::parse(out);
+                        });
+}
+
+// Any moment a number can tell.
+inline rc::Gen<Timestamp> moment() {
+    return rc::gen::map(rc::gen::arbitrary<double>(),
+                        [](double seconds) { return Timestamp{std::isfinite(seconds) ? seconds : 0}; });
+}
+
+// A whole second of the years 0 to 9999.
+inline rc::Gen<Timestamp> wholeSecond() {
+    return rc::gen::map(rc::gen::inRange<std::int64_t>(-63'145'526'400, 252'423'993'600),
+                        [](std::int64_t seconds) { return Timestamp{static_cast<double>(seconds)}; });
+}
+
+inline rc::Gen<SetItem> setItem(rc::Gen<std::string> texts = text()) {
+    return rc::gen::construct<SetItem>(uuid(), texts, texts);
+}
+
+inline rc::Gen<SetData> setData(rc::Gen<Timestamp> moments, rc::Gen<std::string> texts = text()) {
+    return rc::gen::construct<SetData>(uuid(), texts, texts, fewOf<std::vector<SetItem>>(setItem(texts)),
+                                       texts, texts, moments, rc::gen::arbitrary<std::int64_t>(), texts);
+}
+
+inline rc::Gen<Shoot> shoot(rc::Gen<Timestamp> moments) {
+    const auto path = rc::gen::map(rc::gen::maybe(text()), [](const rc::Maybe<std::string>& made) {
+        return made ? std::optional(*made) : std::nullopt;
+    });
+    const auto activation = rc::gen::construct<SetActivation>(uuid(), moments);
+    return rc::gen::construct<Shoot>(uuid(), text(), text(), text(), moments,
+                                     fewOf<SetList>(setData(moments)), path,
+                                     fewOf<std::vector<SetActivation>>(activation));
+}
+
+inline rc::Gen<Product> product(rc::Gen<std::string> texts = text()) {
+    return rc::gen::construct<Product>(uuid(), texts, fewOf<std::vector<std::string>>(texts), texts);
+}
+
+inline rc::Gen<CatalogData> catalogData() {
+    const auto names = fewOf<std::vector<std::string>>(text());
+    return rc::gen::construct<CatalogData>(fewOf<std::vector<Product>>(product()), names, names);
+}
+
+} // namespace vantor::testing
+
+namespace vantor {
+
+// For the report of a property that does not hold.
+inline void showValue(const SetData& set, std::ostream& out) {
+    rc::show(std::tie(set.setNumber, set.brand, set.model, set.location, set.email), out);
+    for (const auto& item : set.items)
+        rc::show(std::tie(item.name, item.color), out << ' ');
+}
+
+inline void showValue(const Shoot& shoot, std::ostream& out) {
+    rc::show(std::tie(shoot.name, shoot.location, shoot.client), out);
+    for (const auto& set : shoot.sets)
+        showValue(set, out << "\n  ");
+}
+
+inline void showValue(const Product& product, std::ostream& out) {
+    rc::show(std::tie(product.name, product.colors, product.brand), out);
+}
+
+} // namespace vantor

@@ -1,0 +1,55 @@
+#include "view/proposed_names.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace vantor {
+namespace {
+
+SetData setOf(const std::string& number, const std::string& brand) {
+    SetData set;
+    set.setNumber = number;
+    set.brand = brand;
+    return set;
+}
+
+TEST(PngName, JoinsNumberAndBrand) {
+    EXPECT_EQ(pngName(setOf("12", "Marvis")), "SET-12-Marvis.png");
+}
+
+TEST(PngName, StandsWithoutNumberAndBrand) {
+    EXPECT_EQ(pngName(setOf("", "")), "SET--.png");
+}
+
+TEST(PngName, ReplacesNothing) {
+    EXPECT_EQ(pngName(setOf("1/2", "H&M: \"Zoé\"")), "SET-1/2-H&M: \"Zoé\".png");
+}
+
+TEST(ShootFileName, IsTheShootsName) {
+    const auto shoot = Shoot::make("Ibiza / Zomer", "", "", {});
+    EXPECT_EQ(shootFileName(&shoot, "sets", ".csv"), "Ibiza / Zomer.csv");
+}
+
+TEST(ShootFileName, OfANamelessShootIsTheExtension) {
+    const auto shoot = Shoot::make("", "", "", {});
+    EXPECT_EQ(shootFileName(&shoot, "shoot", ".vantor"), ".vantor");
+}
+
+TEST(ShootFileName, HasAFallbackWithoutAShoot) {
+    EXPECT_EQ(shootFileName(nullptr, "shoot", ".vantor"), "shoot.vantor");
+    EXPECT_EQ(shootFileName(nullptr, "sets", ".json"), "sets.json");
+}
+
+TEST(CardsName, FollowsTheShootsName) {
+    EXPECT_EQ(cardsName("Zomer op Texel"), "Zomer op Texel-QR-kaarten.pdf");
+    EXPECT_EQ(cardsName(""), "-QR-kaarten.pdf");
+    EXPECT_EQ(cardsName("a/b"), "a/b-QR-kaarten.pdf");
+}
+
+TEST(CatalogName, IsFixed) {
+    EXPECT_EQ(kCatalogName, "productcatalogus.csv");
+}
+
+} // namespace
+} // namespace vantor
