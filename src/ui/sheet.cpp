@@ -62,9 +62,12 @@ void Sheet::pressOnReturn(QLineEdit* field, QAbstractButton* button) {
 }
 
 void Sheet::keyPressEvent(QKeyEvent* event) {
-    // A dialog would press its first button on Return, wherever the focus is.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    // A dialog would press its first button on Return, wherever the focus is; here only the focused one.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* const button = qobject_cast<QPushButton*>(focusWidget()))
+            button->click();
         return;
+    }
     QDialog::keyPressEvent(event);
 }
 

@@ -1,0 +1,270 @@
+#include "tests/ui/ui_fixture.h"
+
+#include <QAccessible>
+#include <set>
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::IsEmpty;
+
+struct Control {
+    QAccessible::Role role;
+    // As a screen reader says it: that of the label beside it, if it has one.
+    std::string name;
+    std::string object;
+    bool focusable;
+};
+
+std::string nameOf(QAccessibleInterface& control) {
+    for (const auto& [label, relation] : control.relations(QAccessible::Label)) {
+        if (const auto text = label->text(QAccessible::Name); !text.isEmpty())
+            return text.toStdString();
+    }
+    // The name of a box is what is chosen in it, which says nothing of what it is for.
+    return control
+        .text(control.role() == QAccessible::ComboBox ? QAccessible::Description : QAccessible::Name)
+        .toStdString();
+}
+
+std::string nameOf(QWidget& widget) {
+    return nameOf(*QAccessible::queryAccessibleInterface(&widget));
+}
+
+// Everything that assistive technology finds in a window, as it would: from the window downwards, passing over
+// what is not shown.
+void walk(QAccessibleInterface* at, std::vector<Control>& found) {
+    if (at == nullptr || !at->isValid() || at->state().invisible)
+        return;
+    found.push_back({at->role(), nameOf(*at),
+                     at->object() != nullptr ? at->object()->objectName().toStdString() : std::string(),
+                     at->state().focusable != 0});
+    for (int i = 0; i < at->childCount(); ++i)
+        walk(at->child(i), found);
+}
+
+std::vector<Control> controlsOf(QWidget& window) {
+    std::vector<Control> found;
+    walk(QAccessible::queryAccessibleInterface(&window), found);
+    return found;
+}
+
+// The controls that could be focused or pressed and say nothing of what they are.
+std::vector<std::string> nameless(QWidget& window) {
+    std::vector<std::string> found;
+    for (const auto& control : controlsOf(window)) {
+        const bool pressed = control.role == QAccessible::PushButton ||
+                             control.role == QAccessible::ButtonMenu ||
+                             control.role == QAccessible::CheckBox || control.role == QAccessible::ComboBox ||
+                             control.role == QAccessible::EditableText;
+        if ((control.focusable || pressed) && control.name.empty())
+            found.push_back(control.object + " (role " + std::to_string(control.role) + ")");
+    }
+    return found;
+}
+
+std::vector<std::string> objectsIn(QWidget& window) {
+    std::vector<std::string> found;
+    for (const auto& control : controlsOf(window))
+        found.push_back(control.object);
+    return found;
+}
+
+// The widgets that Tab comes by on its way around, from the one that has the focus.
+std::set<const QWidget*> tabWalk(int key) {
+    std::set<const QWidget*> reached;
+    for (int i = 0; i < 500; ++i) {
+        auto* const at = QApplication::focusWidget();
+        if (at == nullptr || !reached.insert(at).second)
+            break;
+        QTest::keyClick(at, static_cast<Qt::Key>(key));
+    }
+    return reached;
+}
+
+// What is enabled and shown and still not reached.
+std::vector<std::string> missedBy(const std::set<const QWidget*>& reached, const QWidget& window) {
+    std::vector<std::string> missed;
+    for (const auto* const widget : window.findChildren<QWidget*>()) {
+        const bool isControl = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                               qobject_cast<const QLineEdit*>(widget) != nullptr ||
+                               qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+                               qobject_cast<const QComboBox*>(widget) != nullptr;
+        if (isControl && widget->isVisible() && widget->isEnabled() && widget->window() == &window &&
+            !reached.contains(widget))
+            missed.push_back(widget->objectName().toStdString());
+    }
+    return missed;
+}
+
+class Accessibility : public UiTest {
+protected:
+    void openFullMain() {
+        openMain();
+        addShoot("Oud");
+        addShoot("Ibiza", "Nike");
+        for (int i = 1; i <= 3; ++i)
+            addSet(std::to_string(i), "Marvis");
+        manager().activateSet(shoot().sets[1].id);
+        announceVersion("2.0", "https://vantor.example/2.0");
+        type(main(), "searchField", "marvis");
+        find<QLineEdit>(main(), "scannerField").setText("SET:1");
+        settle();
+    }
+};
+
+TEST_F(Accessibility, EveryControlOfTheMainWindowHasAName) {
+    openMain();
+    EXPECT_THAT(nameless(main()), IsEmpty());
+    openFullMain();
+    EXPECT_THAT(nameless(main()), IsEmpty());
+    // The walk finds what is there.
+    const auto objects = objectsIn(main());
+    for (const auto* const name :
+         {"updateButton", "shootPicker", "clientsButton", "deleteShootButton", "newSetButton", "searchField",
+          "clearSearchButton", "setList", "qrButton", "editButton", "deleteButton", "activateButton",
+          "scannerField", "activateScanButton"})
+        EXPECT_THAT(objects, ::testing::Contains(name));
+}
+
+TEST_F(Accessibility, EveryControlOfTheGeneratorHasAName) {
+    auto& view = openGenerator();
+    EXPECT_THAT(nameless(view), IsEmpty());
+    click(view, "addItemButton");
+    click(view, "addItemButton");
+    click(view, "generateButton");
+    EXPECT_THAT(nameless(view), IsEmpty());
+    const auto objects = objectsIn(view);
+    for (const auto* const name :
+         {"setNumber", "brand", "model", "location", "itemName", "itemColor", "removeItemButton",
+          "addItemButton", "generateButton", "codePlate", "codeText", "copyButton", "saveButton"})
+        EXPECT_THAT(objects, ::testing::Contains(name));
+}
+
+TEST_F(Accessibility, EveryControlOfTheQrSheetHasAName) {
+    openMainWithSets(1);
+    click(*rows().front(), "qrButton");
+    EXPECT_THAT(nameless(sheet("qrSheet")), IsEmpty());
+}
+
+TEST_F(Accessibility, QuestionsHaveNamedButtons) {
+    openMainWithSets(1);
+    auto& question = open("deleteShootButton", "confirmation");
+    EXPECT_THAT(nameless(question), IsEmpty());
+    const auto objects = objectsIn(question);
+    EXPECT_THAT(objects, ::testing::Contains("confirmDeletion"));
+    EXPECT_THAT(objects, ::testing::Contains("cancelDeletion"));
+}
+
+TEST_F(Accessibility, NamesSayWhatAControlIsFor) {
+    openFullMain();
+    EXPECT_EQ(nameOf(find(main(), "searchField")), "Zoek op naam, model of item...");
+    EXPECT_EQ(nameOf(find(main(), "scannerField")), "Scan QR of typ setdata...");
+    EXPECT_EQ(nameOf(find(main(), "shootPicker")), "Shoot");
+    EXPECT_EQ(nameOf(find(main(), "deleteShootButton")), "Shoot verwijderen (inclusief alle sets erin)");
+    EXPECT_EQ(nameOf(find(main(), "updateButton")), "v2.0 beschikbaar");
+    EXPECT_EQ(nameOf(find(main(), "statBadge")), "Sets: 3");
+    auto& row = *rows().front();
+    EXPECT_EQ(nameOf(row), "Set 3 — Marvis");
+    EXPECT_EQ(nameOf(*rows().at(1)), "Set 2 — Marvis, ACTIEF");
+    EXPECT_EQ(row.accessibleDescription(), "Set 1 van 3");
+    EXPECT_EQ(nameOf(find(row, "qrButton")), "Toon QR-code");
+    EXPECT_EQ(nameOf(find(row, "editButton")), "Bewerken");
+    EXPECT_EQ(nameOf(find(row, "deleteButton")), "Verwijderen");
+    EXPECT_EQ(find(row, "deleteButton").accessibleDescription(), "Set 3 — Marvis");
+}
+
+TEST_F(Accessibility, BoxesSayWhatTheyAreFor) {
+    openFullMain();
+    addProduct("broek", {}, "Nike");
+    EXPECT_EQ(nameOf(find(open("newShootButton", "newShootSheet"), "clientPicker")), "Klant (optioneel)");
+    sheet("newShootSheet").close();
+    settle();
+    returnToMain();
+    auto& products = open("catalogButton", "catalogSheet");
+    EXPECT_EQ(nameOf(find(products, "brandPicker")), "Merk");
+    click(*allVisible<QAbstractButton>(products, "editProductButton").at(0));
+    EXPECT_EQ(nameOf(find(sheet("editProductSheet"), "productBrandPicker")), "Merk");
+}
+
+TEST_F(Accessibility, InvisiblePickerIsOutOfReach) {
+    openMain();
+    addShoot("Ibiza");
+    EXPECT_THAT(objectsIn(main()), ::testing::Not(::testing::Contains("shootPicker")));
+    find(main(), "scannerField").setFocus();
+    EXPECT_FALSE(tabWalk(Qt::Key_Tab).contains(&find(main(), "shootPicker")));
+    addShoot("Oslo");
+    EXPECT_THAT(objectsIn(main()), ::testing::Contains("shootPicker"));
+    find(main(), "scannerField").setFocus();
+    EXPECT_TRUE(tabWalk(Qt::Key_Tab).contains(&find(main(), "shootPicker")));
+}
+
+TEST_F(Accessibility, TabReachesEverythingOnTheMainWindow) {
+    openFullMain();
+    auto& list = find<ui::RecyclingList>(main(), "setList");
+    list.setCurrentRow(0);
+    find(main(), "searchField").setFocus();
+    auto reached = tabWalk(Qt::Key_Tab);
+    // A list's other rows are reached with the arrow keys.
+    for (std::size_t place = 1; place < rows().size(); ++place) {
+        for (const auto* const button : rows()[place]->findChildren<QAbstractButton*>())
+            reached.insert(button);
+    }
+    EXPECT_THAT(missedBy(reached, main()), IsEmpty());
+    EXPECT_TRUE(reached.contains(&list));
+}
+
+TEST_F(Accessibility, TabReachesEverythingOnTheMainWindowBackwards) {
+    openFullMain();
+    find<ui::RecyclingList>(main(), "setList").setCurrentRow(0);
+    find(main(), "searchField").setFocus();
+    auto reached = tabWalk(Qt::Key_Backtab);
+    for (std::size_t place = 1; place < rows().size(); ++place) {
+        for (const auto* const button : rows()[place]->findChildren<QAbstractButton*>())
+            reached.insert(button);
+    }
+    EXPECT_THAT(missedBy(reached, main()), IsEmpty());
+}
+
+TEST_F(Accessibility, TabReachesEverythingOnAnEmptyMainWindow) {
+    openMain();
+    find(main(), "clientsButton").setFocus();
+    EXPECT_THAT(missedBy(tabWalk(Qt::Key_Tab), main()), IsEmpty());
+}
+
+TEST_F(Accessibility, TabReachesEverythingOnTheGenerator) {
+    auto& view = openGenerator();
+    EXPECT_THAT(missedBy(tabWalk(Qt::Key_Tab), view), IsEmpty());
+    click(view, "addItemButton");
+    click(view, "addItemButton");
+    click(view, "generateButton");
+    find(view, "setNumber").setFocus();
+    EXPECT_THAT(missedBy(tabWalk(Qt::Key_Tab), view), IsEmpty());
+    find(view, "setNumber").setFocus();
+    EXPECT_THAT(missedBy(tabWalk(Qt::Key_Backtab), view), IsEmpty());
+}
+
+TEST_F(Accessibility, TabReachesEverythingOnTheQrSheet) {
+    openMainWithSets(1);
+    click(*rows().front(), "qrButton");
+    auto& opened = sheet("qrSheet");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened));
+    EXPECT_THAT(missedBy(tabWalk(Qt::Key_Tab), opened), IsEmpty());
+}
+
+TEST_F(Accessibility, TabGoesDownTheGeneratorsForm) {
+    auto& view = openGenerator();
+    click(view, "addItemButton");
+    find(view, "setNumber").setFocus();
+    std::vector<std::string> order;
+    for (int i = 0; i < 9; ++i) {
+        order.push_back(QApplication::focusWidget()->objectName().toStdString());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_THAT(order,
+                ::testing::ElementsAre("setNumber", "brand", "model", "location", "itemName", "itemColor",
+                                       "removeItemButton", "addItemButton", "generateButton"));
+}
+
+} // namespace
+} // namespace vantor::testing

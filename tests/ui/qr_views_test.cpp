@@ -1,0 +1,463 @@
+#include "output/qr_generator.h"
+#include "tests/output/code_readers.h"
+#include "tests/support/gray_picture.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/theme.h"
+
+#include <QGroupBox>
+#include <QImage>
+#include <QScrollArea>
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::UnorderedElementsAre;
+
+QPalette darkPalette() {
+    QPalette palette(QColor(0x34, 0x37, 0x3e), QColor(0x24, 0x26, 0x2b));
+    palette.setColor(QPalette::Base, QColor(0x1b, 0x1d, 0x21));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, QColor(0xec, 0xed, 0xef));
+    return palette;
+}
+
+// The application's colours for the length of a test.
+class Colors {
+public:
+    explicit Colors(bool dark) : m_before(QApplication::palette()) {
+        if (dark)
+            QApplication::setPalette(darkPalette());
+    }
+    ~Colors() { QApplication::setPalette(m_before); }
+    Colors(const Colors&) = delete;
+    Colors& operator=(const Colors&) = delete;
+
+private:
+    QPalette m_before;
+};
+
+GrayPicture grayOf(const QImage& image) {
+    auto gray = blankPicture(image.width(), image.height());
+    auto pixel = gray.pixels.begin();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            *pixel++ = static_cast<std::uint8_t>(qGray(image.pixel(x, y)));
+    }
+    return gray;
+}
+
+// The window as it is on screen, and where in it the plate of the code lies.
+struct Shown {
+    QImage image;
+    QRect plate;
+};
+
+Shown shownCode(QWidget& window) {
+    const auto& plate = find(window, "codePlate");
+    return {window.grab().toImage(), QRect(plate.mapTo(&window, QPoint()), plate.size())};
+}
+
+bool isWhite(const QImage& image, int x, int y) {
+    return image.pixelColor(x, y) == QColor(Qt::white);
+}
+
+// Where the black modules begin and end.
+QRect blackOf(const Shown& shown) {
+    QRect black;
+    for (int y = shown.plate.top(); y <= shown.plate.bottom(); ++y) {
+        for (int x = shown.plate.left(); x <= shown.plate.right(); ++x) {
+            if (shown.image.pixelColor(x, y) == QColor(Qt::black))
+                black |= QRect(x, y, 1, 1);
+        }
+    }
+    return black;
+}
+
+// The code can be read, is sharp, and has white around it that is four modules wide.
+void expectReadable(const Shown& shown, const std::string& text) {
+    EXPECT_EQ(readByZxing(grayOf(shown.image)), text);
+    EXPECT_EQ(readByZbar(grayOf(shown.image)), text);
+
+    auto black = blackOf(shown);
+    // The dark corners outside of a rounded plate are no part of the code, and are not pure black.
+    ASSERT_FALSE(black.isNull());
+    int run = 0;
+    while (shown.image.pixelColor(black.left() + run, black.top()) == QColor(Qt::black))
+        ++run;
+    const double module = run / 7.0;
+    ASSERT_GE(module, 1);
+    const int four = static_cast<int>(std::ceil(4 * module));
+    const auto quiet = black.adjusted(-four, -four, four, four);
+    ASSERT_TRUE(shown.plate.contains(quiet))
+        << "code " << black.width() << " px, module " << module << " px, plate " << shown.plate.width();
+    int notWhite = 0;
+    int neither = 0;
+    for (int y = quiet.top(); y <= quiet.bottom(); ++y) {
+        for (int x = quiet.left(); x <= quiet.right(); ++x) {
+            const bool white = isWhite(shown.image, x, y);
+            if (!black.contains(x, y))
+                notWhite += white ? 0 : 1;
+            else
+                neither += !white && shown.image.pixelColor(x, y) != QColor(Qt::black) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(notWhite, 0) << "pixels of the quiet zone are not white";
+    EXPECT_EQ(neither, 0) << "pixels of the code are neither black nor white";
+}
+
+Bitmap pictureOf(const std::string& text, int size) {
+    const QrencodeEncoder encoder;
+    return QRGenerator(encoder).generate(text, size).value();
+}
+
+void expectSame(const Bitmap& a, const Bitmap& b) {
+    ASSERT_EQ(a.width(), b.width());
+    ASSERT_EQ(a.height(), b.height());
+    for (int y = 0; y < a.height(); ++y)
+        ASSERT_TRUE(std::ranges::equal(a.row(y), b.row(y))) << "row " << y;
+}
+
+QString codeText(const QWidget& within) {
+    return find<QPlainTextEdit>(within, "codeText").toPlainText();
+}
+
+// --- the sheet
+
+class QrSheet : public UiTest {
+protected:
+    QDialog& openSheetFor(SetData set) {
+        m_set = std::move(set);
+        openMain();
+        addShoot("Ibiza");
+        manager().addSet(shoot().id, m_set);
+        settle();
+        click(*rows().front(), "qrButton");
+        auto& opened = sheet("qrSheet");
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&opened));
+        settle();
+        return opened;
+    }
+
+    SetData m_set;
+};
+
+TEST_F(QrSheet, SaysTheseTexts) {
+    auto& opened = openSheetFor(noorderlicht());
+    EXPECT_THAT(ownTexts(opened),
+                UnorderedElementsAre("QR-code: Set 12 — Noorderlicht", "Kopieer QR", "Bewaar als PNG..."));
+    EXPECT_EQ(opened.windowTitle(), "QR-code: Set 12 — Noorderlicht");
+    EXPECT_EQ(opened.width(), 400);
+    EXPECT_EQ(codeText(opened).toStdString(), m_set.toQRText());
+    EXPECT_TRUE(find<QPlainTextEdit>(opened, "codeText").isReadOnly());
+    EXPECT_LT(find(opened, "sheetTitle").y(), find(opened, "codePlate").y());
+    EXPECT_LT(find(opened, "codePlate").y(), find(opened, "codeText").parentWidget()->y());
+    EXPECT_LT(find(opened, "codeText").parentWidget()->y(), find(opened, "copyButton").y());
+    EXPECT_LT(find(opened, "copyButton").x(), find(opened, "saveButton").x());
+}
+
+struct Look {
+    const char* name;
+    bool dark;
+    // Of the brand, which makes the code larger or smaller.
+    std::size_t letters;
+};
+
+class QrSheetLook : public QrSheet, public ::testing::WithParamInterface<Look> {};
+
+TEST_P(QrSheetLook, ShowsACodeThatCanBeRead) {
+    const Colors colors(GetParam().dark);
+    SetData set;
+    set.id = numberedId(1);
+    set.brand = std::string(GetParam().letters, 'x');
+    auto& opened = openSheetFor(set);
+    const auto shown = shownCode(opened);
+    ASSERT_EQ(ui::theme::isDark(opened.palette()), GetParam().dark);
+    EXPECT_EQ(shown.plate.size(), find(opened, "codePlate").sizeHint());
+    expectReadable(shown, set.toQRText());
+}
+
+INSTANTIATE_TEST_SUITE_P(Colors, QrSheetLook,
+                         ::testing::Values(Look{"LightSmallest", false, 1}, Look{"DarkSmallest", true, 1},
+                                           Look{"LightUsual", false, 60}, Look{"DarkUsual", true, 60},
+                                           Look{"LightLarge", false, 200}, Look{"DarkLarge", true, 200}),
+                         [](const auto& instance) { return std::string(instance.param.name); });
+
+TEST_F(QrSheet, ShowsTheCodeAtItsSize) {
+    auto& opened = openSheetFor(noorderlicht());
+    const auto black = blackOf(shownCode(opened));
+    const QrencodeEncoder encoder;
+    const auto modules = QRGenerator(encoder).modules(m_set.toQRText()).value();
+    // The picture is 250 wide with its quiet module on both sides.
+    const double module = 250.0 / modules.width();
+    EXPECT_NEAR(black.width(), 250 - 2 * module, 1.5);
+    EXPECT_NEAR(black.height(), 250 - 2 * module, 1.5);
+}
+
+TEST_F(QrSheet, CopiesALargePicture) {
+    auto& opened = openSheetFor(noorderlicht());
+    click(opened, "copyButton");
+    ASSERT_THAT(m_clipboard.pictures, SizeIs(1));
+    expectSame(m_clipboard.pictures[0], pictureOf(m_set.toQRText(), 600));
+    EXPECT_TRUE(isOpen("qrSheet"));
+}
+
+TEST_F(QrSheet, SavesALargePicture) {
+    auto& opened = openSheetFor(noorderlicht());
+    m_dialogs.whereToSave = "/out/code.png";
+    click(opened, "saveButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("SET-12-Noorderlicht.png"));
+    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("png")));
+    const auto image = QImage::fromData(QByteArray::fromStdString(m_files.files["/out/code.png"]), "PNG");
+    EXPECT_EQ(image.size(), QSize(600, 600));
+    EXPECT_EQ(readByZxing(grayOf(image)), m_set.toQRText());
+}
+
+TEST_F(QrSheet, IsSilentWhenNothingIsSaved) {
+    auto& opened = openSheetFor(noorderlicht());
+    const auto before = m_files.files;
+    click(opened, "saveButton");
+    m_dialogs.whereToSave = "/out/code.png";
+    m_files.failsToReplace = true;
+    click(opened, "saveButton");
+    EXPECT_EQ(m_files.files, before);
+    EXPECT_FALSE(isOpen("alert"));
+}
+
+TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {
+    SetData set;
+    set.id = numberedId(1);
+    set.setNumber = "1";
+    set.brand = std::string(3000, 'x');
+    auto& opened = openSheetFor(set);
+    EXPECT_THAT(allVisible(opened, "codePlate"), IsEmpty());
+    EXPECT_EQ(codeText(opened).toStdString(), set.toQRText());
+    click(opened, "copyButton");
+    EXPECT_THAT(m_clipboard.pictures, IsEmpty());
+    m_dialogs.whereToSave = "/out/code.png";
+    click(opened, "saveButton");
+    EXPECT_FALSE(m_files.files.contains("/out/code.png"));
+    EXPECT_TRUE(opened.screen()->availableSize().height() >= opened.height()) << opened.height();
+}
+
+TEST_F(QrSheet, ClosesOnEscape) {
+    auto& opened = openSheetFor(noorderlicht());
+    QTest::keyClick(&opened, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(isOpen("qrSheet"));
+}
+
+// --- the generator
+
+class Generator : public UiTest {
+protected:
+    [[nodiscard]] ui::QRGeneratorView& view() { return *m_generator; }
+    [[nodiscard]] std::string text() { return view().buildSetData().toQRText(); }
+    void fill() {
+        type(view(), "setNumber", "12");
+        type(view(), "brand", "Marvis");
+        type(view(), "model", "Anna");
+        type(view(), "location", "Studio A");
+    }
+    QLineEdit& item(const char* name, std::size_t line) {
+        return *allVisible<QLineEdit>(view(), name).at(line);
+    }
+    [[nodiscard]] Shown code() { return shownCode(view()); }
+};
+
+TEST_F(Generator, SaysTheseTexts) {
+    openGenerator();
+    EXPECT_EQ(view().windowTitle(), "QR Generator");
+    EXPECT_THAT(ownTexts(view()),
+                UnorderedElementsAre("QR Generator", "Set info", "Set nummer", "[1]", "Merk",
+                                     "[bijv. Marvis]", "Model", "[Naam model]", "Locatie", "[Studio]",
+                                     "Items", "+ Item toevoegen", "Genereer QR",
+                                     "Vul de gegevens in en klik 'Genereer QR'"));
+    click(view(), "addItemButton");
+    EXPECT_EQ(item("itemName", 0).placeholderText(), "Item naam");
+    EXPECT_EQ(item("itemColor", 0).placeholderText(), "Kleur");
+    EXPECT_EQ(item("itemColor", 0).width(), 120);
+    EXPECT_EQ(find(view(), "setNumber").width(), 80);
+    click(view(), "generateButton");
+    const auto texts = ownTexts(view());
+    EXPECT_THAT(texts, ::testing::Contains("Kopieer QR"));
+    EXPECT_THAT(texts, ::testing::Contains("Bewaar als PNG..."));
+    EXPECT_THAT(texts, ::testing::Not(::testing::Contains("Vul de gegevens in en klik 'Genereer QR'")));
+}
+
+TEST_F(Generator, StartsEmpty) {
+    openGenerator();
+    for (const auto* const name : {"setNumber", "brand", "model", "location"})
+        EXPECT_EQ(find<QLineEdit>(view(), name).text(), "") << name;
+    EXPECT_THAT(allVisible(view(), "itemName"), IsEmpty());
+    EXPECT_THAT(allVisible(view(), "codePlate"), IsEmpty());
+    EXPECT_THAT(allVisible(view(), "copyButton"), IsEmpty());
+}
+
+TEST_F(Generator, MakesACodeOfEmptyFields) {
+    openGenerator();
+    click(view(), "generateButton");
+    EXPECT_THAT(allVisible(view(), "codePlate"), SizeIs(1));
+    EXPECT_EQ(text(), "");
+    EXPECT_EQ(codeText(view()), "");
+    EXPECT_FALSE(blackOf(code()).isNull());
+}
+
+TEST_F(Generator, MakesACodeOfItsFields) {
+    openGenerator();
+    fill();
+    click(view(), "addItemButton");
+    type(item("itemName", 0), "broek");
+    type(item("itemColor", 0), "bruin");
+    click(view(), "addItemButton");
+    type(item("itemColor", 1), "blauw");
+    click(view(), "addItemButton");
+    type(item("itemName", 2), "trui");
+    click(view(), "generateButton");
+    EXPECT_EQ(text(), "SET:12\nBRAND:Marvis\nITEM:broek/bruin\nITEM:trui\nMODEL:Anna\nLOCATION:Studio A");
+    EXPECT_EQ(codeText(view()).toStdString(), text());
+    expectReadable(code(), text());
+}
+
+TEST_F(Generator, ShowsACodeThatCanBeReadInTheDark) {
+    const Colors colors(true);
+    openGenerator();
+    type(view(), "setNumber", "1");
+    click(view(), "generateButton");
+    expectReadable(code(), "SET:1");
+}
+
+TEST_F(Generator, PictureStaysWhileTextAndFileFollowTheFields) {
+    openGenerator();
+    fill();
+    click(view(), "generateButton");
+    const auto generated = text();
+    const auto before = code().image.copy(code().plate);
+    type(view(), "brand", "Nike");
+    EXPECT_EQ(codeText(view()).toStdString(), text());
+    EXPECT_NE(text(), generated);
+    EXPECT_EQ(code().image.copy(code().plate), before);
+
+    click(view(), "copyButton");
+    ASSERT_THAT(m_clipboard.pictures, SizeIs(1));
+    expectSame(m_clipboard.pictures[0], pictureOf(generated, 300));
+
+    m_dialogs.whereToSave = "/out/code.png";
+    click(view(), "saveButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("SET-12-Nike.png"));
+    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("png")));
+    const auto image = QImage::fromData(QByteArray::fromStdString(m_files.files["/out/code.png"]), "PNG");
+    EXPECT_EQ(image.size(), QSize(600, 600));
+    EXPECT_EQ(readByZxing(grayOf(image)), text());
+}
+
+TEST_F(Generator, CopiesTheLatestPictureLast) {
+    openGenerator();
+    type(view(), "setNumber", "1");
+    click(view(), "generateButton");
+    click(view(), "copyButton");
+    type(view(), "setNumber", "2");
+    click(view(), "generateButton");
+    click(view(), "copyButton");
+    ASSERT_THAT(m_clipboard.pictures, SizeIs(2));
+    expectSame(m_clipboard.pictures[1], pictureOf("SET:2", 300));
+}
+
+TEST_F(Generator, ProposesANameOfEmptyFields) {
+    openGenerator();
+    click(view(), "generateButton");
+    const auto before = m_files.files;
+    click(view(), "saveButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("SET--.png"));
+    EXPECT_EQ(m_files.files, before);
+}
+
+TEST_F(Generator, IsEmptyAgainWhenNoCodeCanBeMade) {
+    openGenerator();
+    click(view(), "generateButton");
+    find<QLineEdit>(view(), "brand").setText(QString(3000, 'x'));
+    click(view(), "generateButton");
+    EXPECT_THAT(allVisible(view(), "codePlate"), IsEmpty());
+    EXPECT_THAT(ownTexts(view()), ::testing::Contains("Vul de gegevens in en klik 'Genereer QR'"));
+}
+
+TEST_F(Generator, RemovesItemLinesDownToNone) {
+    openGenerator();
+    for (int i = 0; i < 3; ++i) {
+        click(view(), "addItemButton");
+        type(item("itemName", static_cast<std::size_t>(i)), QString::number(i));
+    }
+    click(*allVisible<QAbstractButton>(view(), "removeItemButton").at(1));
+    ASSERT_THAT(allVisible(view(), "itemName"), SizeIs(2));
+    EXPECT_EQ(item("itemName", 0).text(), "0");
+    EXPECT_EQ(item("itemName", 1).text(), "2");
+    click(*allVisible<QAbstractButton>(view(), "removeItemButton").at(0));
+    click(*allVisible<QAbstractButton>(view(), "removeItemButton").at(0));
+    EXPECT_THAT(allVisible(view(), "itemName"), IsEmpty());
+    EXPECT_TRUE(isShown(view(), "addItemButton"));
+    EXPECT_THAT(ownTexts(view()), ::testing::Contains("Items"));
+}
+
+TEST_F(Generator, ReturnMakesTheCode) {
+    openGenerator();
+    type(view(), "setNumber", "1");
+    QTest::keyClick(&find(view(), "setNumber"), Qt::Key_Return);
+    settle();
+    EXPECT_THAT(allVisible(view(), "codePlate"), SizeIs(1));
+}
+
+TEST_F(Generator, StoresNothing) {
+    openGenerator();
+    fill();
+    click(view(), "generateButton");
+    click(view(), "copyButton");
+    view().close();
+    settle();
+    EXPECT_THAT(m_files.replacements, IsEmpty());
+}
+
+TEST_F(Generator, FitsItsLeastSize) {
+    openGenerator();
+    fill();
+    for (std::size_t i = 0; i < 12; ++i) {
+        click(view(), "addItemButton");
+        item("itemName", i).setText("broek");
+    }
+    click(view(), "generateButton");
+    view().resize(10, 10);
+    settle();
+    EXPECT_GE(view().width(), 500);
+    EXPECT_EQ(view().height(), 600);
+    // As little as both panes need, and no more than a small screen has.
+    EXPECT_LE(view().width(), 700);
+    auto& form = find<QScrollArea>(view(), "formScroll");
+    EXPECT_GE(form.width(), 280);
+    EXPECT_LE(form.widget()->width(), form.viewport()->width()) << "the form is cut off at its side";
+    for (const auto* const name : {"generateButton", "addItemButton", "copyButton", "saveButton"}) {
+        const auto& button = find(view(), name);
+        EXPECT_GE(button.width(), button.minimumSizeHint().width()) << name;
+        EXPECT_TRUE(button.parentWidget()->rect().contains(button.geometry())) << name;
+    }
+    const auto& plate = find(view(), "codePlate");
+    EXPECT_GE(plate.parentWidget()->width(), 280);
+    EXPECT_TRUE(plate.parentWidget()->rect().contains(plate.geometry()));
+    for (auto* const line : allVisible<QLineEdit>(view(), "itemName"))
+        EXPECT_GE(line->width(), 40);
+    expectReadable(code(), text());
+}
+
+TEST_F(Generator, ScrollsALineThatHasTheFocusIntoSight) {
+    openGenerator();
+    for (int i = 0; i < 20; ++i)
+        click(view(), "addItemButton");
+    auto& form = find<QScrollArea>(view(), "formScroll");
+    const auto* const focused = QApplication::focusWidget();
+    ASSERT_EQ(focused, &item("itemName", 19));
+    EXPECT_TRUE(
+        form.viewport()->rect().contains(QRect(focused->mapTo(form.viewport(), QPoint()), focused->size())));
+}
+
+} // namespace
+} // namespace vantor::testing

@@ -1,0 +1,334 @@
+#include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/posix/posix_file_store.h"
+#include "tests/support/command.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/ui/sheets/sheet_test.h"
+#include "ui/bulk_qr_export_sheet.h"
+
+#include <QCheckBox>
+#include <QLayout>
+#include <QProgressDialog>
+#include <QThread>
+#include <QThreadPool>
+#include <atomic>
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+// Where each of the words stands in the text, in the order of their standing.
+std::vector<std::string> inOrder(const std::string& text, std::vector<std::string> words) {
+    std::erase_if(words, [&](const auto& word) { return text.find(word) == std::string::npos; });
+    std::ranges::sort(words, {}, [&](const auto& word) { return text.find(word); });
+    return words;
+}
+
+class BulkExportTest : public SheetTest {
+protected:
+    // The sheet on real files, for a shoot of sets "Merk1" to "Merk<count>".
+    QDialog& openOnDisk(unsigned count, PdfCanvasFactory canvases = CairoPdfCanvas::make) {
+        if (m_main == nullptr)
+            openMain();
+        SetList sets;
+        for (unsigned i = 1; i <= count; ++i) {
+            auto set = SetData::make(m_clock.now());
+            set.setNumber = std::to_string(i);
+            set.brand = "Merk" + std::to_string(i);
+            sets.push_back(std::move(set));
+        }
+        m_onDisk.emplace(ui::Services{m_disk, m_dialogs, m_clipboard, m_urls, m_remembered, m_encoder, m_pngs,
+                                      std::move(canvases), m_updates, m_clock.clock(), std::nullopt, "", ""});
+        m_dialogs.whereToSave = m_folder / "kaarten.pdf";
+        (new ui::BulkQRExportSheet(m_main.get(), std::move(sets), "Texel", *m_onDisk))->open();
+        return awaitSheet("bulkExportSheet");
+    }
+
+    // A canvas that takes its time over each card.
+    PdfCanvasFactory slowly(unsigned long milliseconds) {
+        return [this, milliseconds](ByteSink& sink, double width, double height) {
+            class Slow : public PdfCanvas {
+            public:
+                Slow(std::unique_ptr<PdfCanvas> canvas, unsigned long pause, std::atomic<int>& cards)
+                    : m_canvas(std::move(canvas)),
+                      m_pause(pause),
+                      m_cards(cards) {}
+                void beginPage() override { m_canvas->beginPage(); }
+                void endPage() override { m_canvas->endPage(); }
+                void strokeLines(std::span<const PdfLine> lines, const PdfStroke& stroke) override {
+                    m_canvas->strokeLines(lines, stroke);
+                }
+                void drawBitmap(const Bitmap& picture, const PdfRect& into) override {
+                    QThread::msleep(m_pause);
+                    ++m_cards;
+                    m_canvas->drawBitmap(picture, into);
+                }
+                double textWidth(std::string_view text, const PdfFont& font) override {
+                    return m_canvas->textWidth(text, font);
+                }
+                void drawText(std::string_view text, const PdfFont& font, PdfPoint origin,
+                              double stretch) override {
+                    m_canvas->drawText(text, font, origin, stretch);
+                }
+                bool finish() override { return m_canvas->finish(); }
+
+            private:
+                std::unique_ptr<PdfCanvas> m_canvas;
+                unsigned long m_pause;
+                std::atomic<int>& m_cards;
+            };
+            return std::make_unique<Slow>(CairoPdfCanvas::make(sink, width, height), milliseconds, m_cards);
+        };
+    }
+
+    bool awaitClosing() {
+        const bool closed = runUntil([this] { return !isOpen("bulkExportSheet"); }, std::chrono::seconds(20));
+        settle();
+        return closed;
+    }
+
+    static std::vector<QCheckBox*> boxes(const QWidget& sheet) {
+        return allVisible<QCheckBox>(sheet, "cardCheckBox");
+    }
+
+    [[nodiscard]] std::string printedText() const {
+        return runCommand("pdftotext -layout '" + (m_folder / "kaarten.pdf").string() + "' -").output;
+    }
+    [[nodiscard]] std::string fileFacts() const {
+        return runCommand("pdfinfo '" + (m_folder / "kaarten.pdf").string() + "'").output;
+    }
+
+    TemporaryFolder m_folder;
+    PosixFileStore m_disk;
+    std::optional<ui::Services> m_onDisk;
+    std::atomic<int> m_cards{0};
+};
+
+TEST_F(BulkExportTest, SaysWhatItIsForWithAllSelected) {
+    openMainWithSets(3);
+    const auto& sheet = openBulkExport();
+    EXPECT_EQ(sheet.windowTitle(), "Bulk QR-export");
+    EXPECT_THAT(linesOf(sheet),
+                ElementsAre("Bulk QR-export",
+                            "Exporteer QR-kaarten van meerdere sets in één PDF, klaar om te printen.",
+                            "Dichtheid / Groot — 4 per A4 / Compact — 9 per A4",
+                            "Deselecteer alles / 3 geselecteerd", "(list)", "Annuleer / Exporteer PDF..."));
+    EXPECT_EQ(sheet.size(), QSize(480, 560));
+    EXPECT_GE(find(sheet, "cardList").height(), 240);
+    EXPECT_EQ(sheet.layout()->contentsMargins(), QMargins(24, 24, 24, 24));
+    EXPECT_EQ(sheet.layout()->spacing(), 16);
+    EXPECT_TRUE(find<QAbstractButton>(sheet, "densityLarge").isChecked());
+    EXPECT_FALSE(find<QAbstractButton>(sheet, "densityCompact").isChecked());
+    EXPECT_TRUE(find(sheet, "exportButton").isEnabled());
+    EXPECT_NE(dynamic_cast<ui::ProminentButton*>(&find(sheet, "exportButton")), nullptr);
+}
+
+TEST_F(BulkExportTest, ShowsTheSetsInTheShootsOrderWithTheNamesOfTheirItems) {
+    openMain();
+    addShoot("Texel");
+    addSet("2", "Zara");
+    addSet("1", "Nike", {SetItem::make("jas", "rood"), SetItem::make("broek", "")});
+    const auto& sheet = openBulkExport();
+    EXPECT_THAT(rowTexts(sheet, "cardHeadline"),
+                ElementsAre(shoot().sets[0].headline(), shoot().sets[1].headline()));
+    EXPECT_THAT(rowTexts(sheet, "cardItems"), ElementsAre("jas, broek"));
+}
+
+TEST_F(BulkExportTest, TheButtonOffersAllUntilAllAreSelected) {
+    openMainWithSets(6);
+    const auto& sheet = openBulkExport();
+    ASSERT_EQ(boxes(sheet).size(), 6U);
+    click(*boxes(sheet).at(2));
+    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Selecteer alles");
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "5 geselecteerd");
+    click(sheet, "selectAllButton");
+    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "6 geselecteerd");
+    EXPECT_TRUE(boxes(sheet).at(2)->isChecked());
+    click(sheet, "selectAllButton");
+    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Selecteer alles");
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "0 geselecteerd");
+    EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
+    for (const auto* const box : boxes(sheet))
+        EXPECT_FALSE(box->isChecked());
+}
+
+TEST_F(BulkExportTest, AShootWithoutSetsHasNothingToSelect) {
+    const auto& sheet = openOnDisk(0);
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "0 geselecteerd");
+    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
+    EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
+    EXPECT_THAT(boxes(sheet), IsEmpty());
+    click(sheet, "selectAllButton");
+    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
+}
+
+TEST_F(BulkExportTest, StartsAfreshAtEachOpening) {
+    openMainWithSets(2);
+    const auto& first = openBulkExport();
+    click(*boxes(first).at(0));
+    click(first, "densityCompact");
+    click(first, "cancelButton");
+    const auto& second = openBulkExport();
+    EXPECT_EQ(textOf(second, "selectedCount"), "2 geselecteerd");
+    EXPECT_TRUE(find<QAbstractButton>(second, "densityLarge").isChecked());
+}
+
+TEST_F(BulkExportTest, TheRowsTextsAreTheBoxsLabel) {
+    openMainWithSets(2);
+    const auto& sheet = openBulkExport();
+    QTest::mouseClick(allVisible<QWidget>(sheet, "cardHeadline").at(1), Qt::LeftButton);
+    settle();
+    EXPECT_TRUE(boxes(sheet).at(0)->isChecked());
+    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
+}
+
+TEST_F(BulkExportTest, SetsAreSelectedWithKeysAlone) {
+    openMainWithSets(3);
+    const auto& sheet = openBulkExport();
+    find(sheet, "cardList").setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "2 geselecteerd");
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(boxes(sheet).at(1)->isChecked());
+}
+
+TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
+    auto& sheet = openOnDisk(3);
+    m_dialogs.whereToSave.reset();
+    click(*boxes(sheet).at(0));
+    click(sheet, "exportButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("Texel-QR-kaarten.pdf"));
+    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("pdf")));
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "2 geselecteerd");
+    EXPECT_FALSE(boxes(sheet).at(0)->isChecked());
+    EXPECT_TRUE(find(sheet, "exportButton").isEnabled());
+    EXPECT_THAT(m_folder.names(), IsEmpty());
+}
+
+TEST_F(BulkExportTest, ProposesTheShootsNameAsItStands) {
+    openMain();
+    addShoot("A/B: zomer");
+    addSet("1", "Nike");
+    click(openBulkExport(), "exportButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("A/B: zomer-QR-kaarten.pdf"));
+}
+
+TEST_F(BulkExportTest, PrintsTheSelectedSetsInTheShootsOrderWhateverTheyWereSelectedIn) {
+    auto& sheet = openOnDisk(4);
+    click(sheet, "selectAllButton");
+    for (const std::size_t row : {2U, 0U, 1U})
+        click(*boxes(sheet).at(row));
+    click(sheet, "exportButton");
+    ASSERT_TRUE(awaitClosing());
+    EXPECT_THAT(m_folder.names(), ElementsAre("kaarten.pdf"));
+    EXPECT_THAT(inOrder(printedText(), {"Merk4", "Merk3", "Merk2", "Merk1"}),
+                ElementsAre("Merk1", "Merk2", "Merk3"));
+}
+
+TEST_F(BulkExportTest, TheDensityDecidesHowManyPages) {
+    click(openOnDisk(9), "exportButton");
+    ASSERT_TRUE(awaitClosing());
+    EXPECT_THAT(fileFacts(), ::testing::ContainsRegex("Pages: +3\n"));
+    auto& sheet = openOnDisk(9);
+    click(sheet, "densityCompact");
+    EXPECT_FALSE(find<QAbstractButton>(sheet, "densityLarge").isChecked());
+    click(sheet, "exportButton");
+    ASSERT_TRUE(awaitClosing());
+    EXPECT_THAT(fileFacts(), ::testing::ContainsRegex("Pages: +1\n"));
+}
+
+TEST_F(BulkExportTest, ClosesWithoutAWordWhenTheFileCannotBeWritten) {
+    auto& sheet = openOnDisk(2);
+    m_dialogs.whereToSave = m_folder / "geen map" / "kaarten.pdf";
+    click(sheet, "exportButton");
+    EXPECT_TRUE(awaitClosing());
+    EXPECT_THAT(m_folder.names(), IsEmpty());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(BulkExportTest, AQuickExportShowsNoProgress) {
+    auto& sheet = openOnDisk(4);
+    click(sheet, "exportButton");
+    bool shown = false;
+    ASSERT_TRUE(runUntil([&] {
+        shown = shown || isOpen("exportProgress");
+        return !isOpen("bulkExportSheet");
+    }));
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(BulkExportTest, ASlowExportShowsHowFarItIs) {
+    auto& sheet = openOnDisk(12, slowly(100));
+    click(sheet, "exportButton");
+    EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
+    EXPECT_FALSE(isOpen("exportProgress"));
+    ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }, std::chrono::seconds(5)));
+    const auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
+    EXPECT_EQ(progress.labelText(), "QR-kaarten worden gemaakt...");
+    EXPECT_EQ(progress.maximum(), 12);
+    EXPECT_LT(progress.value(), 12);
+    ASSERT_TRUE(awaitClosing());
+    EXPECT_FALSE(isOpen("exportProgress"));
+    EXPECT_THAT(m_folder.names(), ElementsAre("kaarten.pdf"));
+}
+
+TEST_F(BulkExportTest, ACancelledExportLeavesNoFileAndTheSheetAsItWas) {
+    auto& sheet = openOnDisk(60, slowly(30));
+    click(*boxes(sheet).at(0));
+    click(sheet, "exportButton");
+    ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }, std::chrono::seconds(5)));
+    QTest::keyClick(&this->sheet("exportProgress"), Qt::Key_Escape);
+    ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
+    settle();
+    EXPECT_LT(m_cards, 59);
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
+    EXPECT_FALSE(isOpen("exportProgress"));
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "59 geselecteerd");
+    EXPECT_THAT(m_folder.names(), IsEmpty());
+    click(sheet, "cancelButton");
+    EXPECT_FALSE(isOpen("bulkExportSheet"));
+}
+
+TEST_F(BulkExportTest, CancellingTheSheetDuringAnExportGivesItUpFirst) {
+    auto& sheet = openOnDisk(40, slowly(20));
+    click(sheet, "exportButton");
+    click(sheet, "cancelButton");
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
+    ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
+    EXPECT_THAT(m_folder.names(), IsEmpty());
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
+}
+
+TEST_F(BulkExportTest, TheWindowMayGoDuringAnExport) {
+    auto& sheet = openOnDisk(10, slowly(20));
+    click(sheet, "exportButton");
+    m_main.reset();
+    QThreadPool::globalInstance()->waitForDone();
+    settle();
+    EXPECT_FALSE(isOpen("bulkExportSheet"));
+    EXPECT_FALSE(isOpen("exportProgress"));
+}
+
+TEST_F(BulkExportTest, WorksOnTheSetsAsTheyWere) {
+    openMainWithSets(3);
+    const auto& sheet = openBulkExport();
+    manager().deleteShoot(shoot().id);
+    settle();
+    EXPECT_EQ(textOf(sheet, "selectedCount"), "3 geselecteerd");
+    m_dialogs.whereToSave = "/tmp/kaarten.pdf";
+    click(sheet, "exportButton");
+    ASSERT_TRUE(awaitClosing());
+    EXPECT_THAT(m_files.files.at("/tmp/kaarten.pdf"), HasSubstr("%PDF-"));
+}
+
+} // namespace
+} // namespace vantor::testing

@@ -1,0 +1,357 @@
+#include "tests/ui/sheets/sheet_test.h"
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::Field;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr const char* kNone = "Nog geen producten. Voeg er hieronder een toe of importeer een CSV.";
+constexpr const char* kNoneOfBrand = "Geen producten voor dit merk.";
+
+class CatalogSheetTest : public SheetTest {
+protected:
+    CatalogSheetTest() { openMain(); }
+
+    void addThree() {
+        addProduct("jas", {"rood", "blauw"}, "Nike");
+        addProduct("broek", {}, "Zara");
+        addProduct("riem");
+    }
+    static QComboBox& picker(const QWidget& sheet) { return find<QComboBox>(sheet, "brandPicker"); }
+    static std::vector<std::string> names(const QWidget& sheet) { return rowTexts(sheet, "productName"); }
+    static void addTyped(const QWidget& sheet, const QString& name, const QString& colors) {
+        type(sheet, "newProductNameField", name);
+        type(sheet, "newProductColorsField", colors);
+        click(sheet, "addProductButton");
+    }
+    [[nodiscard]] const Product& product(const std::string& name) {
+        return *std::ranges::find(catalog().products(), name, &Product::name);
+    }
+};
+
+TEST_F(CatalogSheetTest, SaysWhatItIsFor) {
+    addThree();
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(sheet.windowTitle(), "Productcatalogus");
+    EXPECT_THAT(
+        linesOf(sheet),
+        ElementsAre("Productcatalogus / Import CSV / Export CSV",
+                    "Producten die je hier toevoegt kun je bij het aanmaken van een set direct kiezen, "
+                    "zonder opnieuw te typen. Per merk gescheiden, zodat je niet door andermans producten "
+                    "hoeft te scrollen — een klant kan best meerdere merken hebben (bijv. Wehkamp shoot je "
+                    "voor zowel Nike als Marvis), dus dit staat los van welke klant een shoot is.",
+                    "Merk / <Alle merken> / [Nieuw merk...] / + Merk", "(list)",
+                    "[Naam (bijv. coated pants)] / [Kleuren, komma-gescheiden (optioneel)] / + Toevoegen",
+                    "Sluiten"));
+    EXPECT_THAT(rowTexts(sheet, "editProductButton"), ElementsAre("Bewerken", "Bewerken", "Bewerken"));
+    EXPECT_THAT(rowTexts(sheet, "deleteProductButton"),
+                ElementsAre("Verwijderen", "Verwijderen", "Verwijderen"));
+}
+
+TEST_F(CatalogSheetTest, TabFollowsTheForm) {
+    catalog().addBrand("Nike");
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(&focused(), &find(sheet, "newBrandField"));
+    choose(picker(sheet), "Nike");
+    type(sheet, "newProductNameField", "jas");
+    find(sheet, "importButton").setFocus();
+    EXPECT_THAT(tabWalk(), ElementsAre("importButton", "exportButton", "brandPicker", "deleteBrandButton",
+                                       "newBrandField", "addBrandButton", "newProductNameField",
+                                       "newProductColorsField", "addProductButton", "closeButton"));
+}
+
+TEST_F(CatalogSheetTest, OpensOnTheBrandOfTheShootsClient) {
+    addThree();
+    addShoot("Texel", "nIKE");
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(picker(sheet).currentText(), "Nike");
+    EXPECT_THAT(names(sheet), ElementsAre("jas"));
+}
+
+TEST_F(CatalogSheetTest, OpensOnAllBrandsWithoutAShootOrItsBrand) {
+    addThree();
+    EXPECT_EQ(picker(openCatalog()).currentText(), "Alle merken");
+    click(sheet("catalogSheet"), "closeButton");
+    addShoot("Texel", "Wehkamp");
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(picker(sheet).currentText(), "Alle merken");
+    EXPECT_THAT(names(sheet), ElementsAre("broek", "jas", "riem"));
+}
+
+TEST_F(CatalogSheetTest, FiltersByAllGeneralAndOneBrand) {
+    addThree();
+    catalog().addBrand("adidas");
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(entries(picker(sheet)), QStringList({"Alle merken", "Algemeen", "adidas", "Nike", "Zara"}));
+    EXPECT_THAT(names(sheet), ElementsAre("broek", "jas", "riem"));
+    EXPECT_THAT(rowTexts(sheet, "productColors"), ElementsAre("rood, blauw"));
+    EXPECT_FALSE(isShown(sheet, "deleteBrandButton"));
+    choose(picker(sheet), "Algemeen");
+    EXPECT_THAT(names(sheet), ElementsAre("riem"));
+    EXPECT_FALSE(isShown(sheet, "deleteBrandButton"));
+    choose(picker(sheet), "Zara");
+    EXPECT_THAT(names(sheet), ElementsAre("broek"));
+    EXPECT_TRUE(isShown(sheet, "deleteBrandButton"));
+    choose(picker(sheet), "adidas");
+    EXPECT_THAT(names(sheet), IsEmpty());
+    EXPECT_TRUE(isShown(sheet, "noProducts"));
+    EXPECT_EQ(textOf(sheet, "noProducts"), kNoneOfBrand);
+}
+
+TEST_F(CatalogSheetTest, SaysWhenThereAreNoProductsAtAll) {
+    catalog().addBrand("Nike");
+    const auto& sheet = openCatalog();
+    EXPECT_TRUE(isShown(sheet, "noProducts"));
+    EXPECT_EQ(textOf(sheet, "noProducts"), kNone);
+    choose(picker(sheet), "Nike");
+    EXPECT_EQ(textOf(sheet, "noProducts"), kNone);
+    addTyped(sheet, "jas", "");
+    EXPECT_FALSE(isShown(sheet, "noProducts"));
+    click(*allVisible<QAbstractButton>(sheet, "deleteProductButton").at(0));
+    EXPECT_EQ(textOf(sheet, "noProducts"), kNone);
+    EXPECT_TRUE(isShown(sheet, "noProducts"));
+}
+
+TEST_F(CatalogSheetTest, AddsABrandByButtonOrReturnAndChoosesIt) {
+    const auto& sheet = openCatalog();
+    type(sheet, "newBrandField", " Nike \t");
+    click(sheet, "addBrandButton");
+    EXPECT_THAT(catalog().brands(), ElementsAre("Nike"));
+    EXPECT_EQ(picker(sheet).currentText(), "Nike");
+    EXPECT_EQ(textOf(sheet, "newBrandField"), "");
+    type(sheet, "newBrandField", "Adidas");
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().brands(), ElementsAre("Adidas", "Nike"));
+    EXPECT_EQ(picker(sheet).currentText(), "Adidas");
+    EXPECT_TRUE(isOpen("catalogSheet"));
+}
+
+TEST_F(CatalogSheetTest, AnEmptyBrandDoesNothing) {
+    addThree();
+    const auto& sheet = openCatalog();
+    choose(picker(sheet), "Zara");
+    click(sheet, "addBrandButton");
+    type(sheet, "newBrandField", "  ");
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().brands(), IsEmpty());
+    EXPECT_EQ(picker(sheet).currentText(), "Zara");
+}
+
+TEST_F(CatalogSheetTest, AddingABrandInAnotherCaseChoosesThatSpellingAndAddsNothing) {
+    catalog().addBrand("Nike");
+    addProduct("jas", {}, "Nike");
+    const auto& sheet = openCatalog();
+    type(sheet, "newBrandField", "nike");
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().brands(), ElementsAre("Nike"));
+    EXPECT_THAT(names(sheet), IsEmpty());
+    EXPECT_EQ(textOf(sheet, "noProducts"), kNoneOfBrand);
+    EXPECT_TRUE(isShown(sheet, "deleteBrandButton"));
+    EXPECT_NE(picker(sheet).currentText(), "Nike");
+    // What is added now carries the spelling, and makes it a brand of its own.
+    addTyped(sheet, "pet", "");
+    EXPECT_EQ(product("pet").brand, "nike");
+    EXPECT_THAT(names(sheet), ElementsAre("pet"));
+    EXPECT_EQ(picker(sheet).currentText(), "nike");
+}
+
+TEST_F(CatalogSheetTest, DeletesABrandAtOnceAndKeepsItsProducts) {
+    catalog().addBrand("Nike");
+    catalog().addBrand("Leeg");
+    addThree();
+    const auto& sheet = openCatalog();
+    EXPECT_EQ(find(sheet, "deleteBrandButton").toolTip(),
+              "Merk verwijderen uit de lijst (producten blijven bestaan)");
+    choose(picker(sheet), "Nike");
+    click(sheet, "deleteBrandButton");
+    EXPECT_THAT(catalog().brands(), ElementsAre("Leeg"));
+    EXPECT_EQ(picker(sheet).currentText(), "Alle merken");
+    EXPECT_EQ(product("jas").brand, "Nike");
+    EXPECT_EQ(entries(picker(sheet)), QStringList({"Alle merken", "Algemeen", "Leeg", "Nike", "Zara"}));
+    choose(picker(sheet), "Leeg");
+    click(sheet, "deleteBrandButton");
+    EXPECT_THAT(catalog().brands(), IsEmpty());
+    EXPECT_EQ(entries(picker(sheet)), QStringList({"Alle merken", "Algemeen", "Nike", "Zara"}));
+    EXPECT_FALSE(isShown(sheet, "deleteBrandButton"));
+}
+
+TEST_F(CatalogSheetTest, AddsAProductToTheChosenBrand) {
+    catalog().addBrand("Nike");
+    const auto& sheet = openCatalog();
+    addTyped(sheet, "algemeen 1", "red, , blue,");
+    EXPECT_THAT(product("algemeen 1").colors, ElementsAre("red", "blue"));
+    EXPECT_EQ(product("algemeen 1").brand, "");
+    EXPECT_EQ(textOf(sheet, "newProductNameField"), "");
+    EXPECT_EQ(textOf(sheet, "newProductColorsField"), "");
+    EXPECT_EQ(&focused(), &find(sheet, "newProductNameField"));
+    choose(picker(sheet), "Algemeen");
+    addTyped(sheet, "algemeen 2", "");
+    EXPECT_THAT(names(sheet), ElementsAre("algemeen 1", "algemeen 2"));
+    choose(picker(sheet), "Nike");
+    addTyped(sheet, " jas ", " ");
+    EXPECT_THAT(names(sheet), ElementsAre("jas"));
+    EXPECT_EQ(product("jas").brand, "Nike");
+    EXPECT_THAT(product("jas").colors, IsEmpty());
+    choose(picker(sheet), "Alle merken");
+    EXPECT_THAT(names(sheet), ElementsAre("algemeen 1", "algemeen 2", "jas"));
+}
+
+TEST_F(CatalogSheetTest, ANewProductNeedsMoreThanBlanks) {
+    const auto& sheet = openCatalog();
+    const auto& add = find(sheet, "addProductButton");
+    EXPECT_FALSE(add.isEnabled());
+    type(sheet, "newProductColorsField", "rood");
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().products(), IsEmpty());
+    type(sheet, "newProductNameField", " \t");
+    EXPECT_FALSE(add.isEnabled());
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().products(), IsEmpty());
+    type(sheet, "newProductNameField", " x");
+    EXPECT_TRUE(add.isEnabled());
+}
+
+TEST_F(CatalogSheetTest, ReturnInTheNewProductsFieldsAddsIt) {
+    const auto& sheet = openCatalog();
+    type(sheet, "newProductNameField", "jas");
+    press(Qt::Key_Return);
+    EXPECT_THAT(catalog().products(), SizeIs(1));
+    type(sheet, "newProductNameField", "broek");
+    type(sheet, "newProductColorsField", "rood");
+    press(Qt::Key_Return);
+    EXPECT_THAT(names(sheet), ElementsAre("broek", "jas"));
+    EXPECT_TRUE(isOpen("catalogSheet"));
+}
+
+TEST_F(CatalogSheetTest, DeletesAProductAtOnce) {
+    addThree();
+    const auto& sheet = openCatalog();
+    click(*allVisible<QAbstractButton>(sheet, "deleteProductButton").at(1));
+    EXPECT_THAT(names(sheet), ElementsAre("broek", "riem"));
+    EXPECT_THAT(catalog().products(), SizeIs(2));
+    EXPECT_EQ(QApplication::activeModalWidget(), &sheet);
+}
+
+TEST_F(CatalogSheetTest, DeletingTwiceInARowDeletesOnlyWhatIsListed) {
+    addProduct("a1", {}, "Ander");
+    addProduct("b1", {}, "Nike");
+    addProduct("b2", {}, "Ander");
+    addProduct("b3", {}, "Nike");
+    addProduct("b4", {}, "Ander");
+    const auto& sheet = openCatalog();
+    choose(picker(sheet), "Nike");
+    auto& list = find(sheet, "productList");
+    list.setFocus(Qt::TabFocusReason);
+    // Both keys are there before the window comes to redraw.
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    settle();
+    std::vector<std::string> left;
+    for (const auto& kept : catalog().products())
+        left.push_back(kept.name);
+    EXPECT_THAT(left, ElementsAre("a1", "b2", "b4"));
+}
+
+TEST_F(CatalogSheetTest, ExportsUnderItsName) {
+    addThree();
+    const auto& sheet = openCatalog();
+    click(sheet, "exportButton");
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("productcatalogus.csv"));
+    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("csv")));
+    m_dialogs.whereToSave = "/tmp/uit.csv";
+    choose(picker(sheet), "Zara");
+    click(sheet, "exportButton");
+    EXPECT_EQ(m_files.files.at("/tmp/uit.csv"), catalog().exportCSV());
+    EXPECT_THAT(m_files.files.at("/tmp/uit.csv"), ::testing::HasSubstr("riem"));
+    m_files.failsToReplace = true;
+    click(sheet, "exportButton");
+    EXPECT_TRUE(isOpen("catalogSheet"));
+}
+
+TEST_F(CatalogSheetTest, EditSheetSaysWhatItIsForAndShowsTheProduct) {
+    catalog().addBrand("adidas");
+    addThree();
+    const auto& below = openCatalog();
+    choose(picker(below), "Nike");
+    const auto& sheet = openEditProduct();
+    EXPECT_EQ(sheet.windowTitle(), "Product bewerken");
+    EXPECT_THAT(linesOf(sheet), ElementsAre("Product bewerken", "[Naam]", "[Kleuren, komma-gescheiden]",
+                                            "<Algemeen (alle merken)>", "Annuleer / Opslaan"));
+    EXPECT_EQ(textOf(sheet, "productNameField"), "jas");
+    EXPECT_EQ(textOf(sheet, "productColorsField"), "rood, blauw");
+    const auto& brand = find<QComboBox>(sheet, "productBrandPicker");
+    EXPECT_EQ(entries(brand), QStringList({"Algemeen (alle merken)", "adidas", "Nike", "Zara"}));
+    EXPECT_EQ(brand.currentText(), "Nike");
+    EXPECT_EQ(&focused(), &find(sheet, "productNameField"));
+    EXPECT_THAT(tabWalk(), ElementsAre("productNameField", "productColorsField", "productBrandPicker",
+                                       "cancelButton", "confirmButton"));
+}
+
+TEST_F(CatalogSheetTest, SavesAnEditedProduct) {
+    addThree();
+    const auto& below = openCatalog();
+    choose(picker(below), "Nike");
+    const auto id = product("jas").id;
+    const auto& sheet = openEditProduct();
+    type(sheet, "productNameField", " mantel ");
+    type(sheet, "productColorsField", "red, , blue");
+    choose(find<QComboBox>(sheet, "productBrandPicker"), "Zara");
+    click(sheet, "confirmButton");
+    EXPECT_FALSE(isOpen("editProductSheet"));
+    EXPECT_EQ(product("mantel").id, id);
+    EXPECT_THAT(product("mantel").colors, ElementsAre("red", "blue"));
+    EXPECT_EQ(product("mantel").brand, "Zara");
+    // Its brand is gone with its last product, but what is chosen stays chosen.
+    EXPECT_EQ(textOf(below, "noProducts"), kNoneOfBrand);
+    choose(picker(below), "Zara");
+    EXPECT_THAT(names(below), ElementsAre("broek", "mantel"));
+}
+
+TEST_F(CatalogSheetTest, EditingCanMakeAProductGeneralAndReturnSaves) {
+    addThree();
+    const auto& below = openCatalog();
+    choose(picker(below), "Nike");
+    const auto& sheet = openEditProduct();
+    choose(find<QComboBox>(sheet, "productBrandPicker"), "Algemeen (alle merken)");
+    type(sheet, "productColorsField", "");
+    press(Qt::Key_Return);
+    EXPECT_FALSE(isOpen("editProductSheet"));
+    EXPECT_TRUE(isOpen("catalogSheet"));
+    EXPECT_EQ(product("jas").brand, "");
+    EXPECT_THAT(product("jas").colors, IsEmpty());
+}
+
+TEST_F(CatalogSheetTest, AnEditNeedsANameAndCancellingChangesNothing) {
+    addThree();
+    openCatalog();
+    const auto& sheet = openEditProduct();
+    type(sheet, "productNameField", "  ");
+    EXPECT_FALSE(find(sheet, "confirmButton").isEnabled());
+    press(Qt::Key_Return);
+    EXPECT_TRUE(isOpen("editProductSheet"));
+    type(sheet, "productNameField", "x");
+    EXPECT_TRUE(find(sheet, "confirmButton").isEnabled());
+    click(sheet, "cancelButton");
+    EXPECT_FALSE(isOpen("editProductSheet"));
+    EXPECT_THAT(catalog().products(),
+                ElementsAre(Field(&Product::name, "broek"), Field(&Product::name, "jas"),
+                            Field(&Product::name, "riem")));
+}
+
+TEST_F(CatalogSheetTest, ClosesWithItsButtonAndStartsAfresh) {
+    addThree();
+    const auto& sheet = openCatalog();
+    choose(picker(sheet), "Zara");
+    type(sheet, "newBrandField", "half");
+    click(sheet, "closeButton");
+    EXPECT_FALSE(isOpen("catalogSheet"));
+    const auto& again = openCatalog();
+    EXPECT_EQ(picker(again).currentText(), "Alle merken");
+    EXPECT_EQ(textOf(again, "newBrandField"), "");
+}
+
+} // namespace
+} // namespace vantor::testing

@@ -1,0 +1,155 @@
+#include "formats/shoot_file.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/shell.h"
+
+#include <QTimer>
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class ShellTest : public UiTest {
+protected:
+    ShellTest() : m_shell(m_services) {}
+
+    static std::vector<QWidget*> windows() {
+        std::vector<QWidget*> shown;
+        for (auto* const window : QApplication::topLevelWidgets()) {
+            if (window->isVisible())
+                shown.push_back(window);
+        }
+        return shown;
+    }
+
+    ui::Shell m_shell;
+};
+
+TEST_F(ShellTest, OpensTheMainWindow) {
+    auto& window = m_shell.openMain();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.windowTitle(), "Vantor Prep");
+    EXPECT_EQ(window.minimumSize(), QSize(700, 500));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_THAT(windows(), SizeIs(1));
+    EXPECT_EQ(&m_shell.openMain(), &window);
+    EXPECT_THAT(windows(), SizeIs(1));
+}
+
+TEST_F(ShellTest, OpensTheGeneratorOnceAndBringsItForward) {
+    auto& main = m_shell.openMain();
+    click(main, "generatorButton");
+    ASSERT_TRUE(isOpen("qr-generator"));
+    auto& generator = m_shell.openGenerator();
+    EXPECT_THAT(windows(), SizeIs(2));
+    EXPECT_EQ(generator.windowTitle(), "QR Generator");
+    EXPECT_GE(generator.minimumSize().width(), 500);
+    EXPECT_EQ(generator.minimumSize().height(), 600);
+    type(generator, "brand", "Nike");
+    generator.showMinimized();
+    main.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    click(main, "generatorButton");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&generator));
+    EXPECT_FALSE(generator.isMinimized());
+    EXPECT_THAT(windows(), SizeIs(2));
+    EXPECT_EQ(find<QLineEdit>(generator, "brand").text(), "Nike");
+}
+
+TEST_F(ShellTest, ClosingTheGeneratorForgetsItsFields) {
+    m_shell.openMain();
+    type(m_shell.openGenerator(), "brand", "Nike");
+    m_shell.openGenerator().close();
+    settle();
+    EXPECT_FALSE(isOpen("qr-generator"));
+    EXPECT_EQ(find<QLineEdit>(m_shell.openGenerator(), "brand").text(), "");
+}
+
+TEST_F(ShellTest, EndsWhenItsLastWindowCloses) {
+    QApplication::setQuitOnLastWindowClosed(true);
+    auto& main = m_shell.openMain();
+    auto& generator = m_shell.openGenerator();
+    bool ranOn = false;
+    QTimer::singleShot(0, &main, [&] { main.close(); });
+    QTimer::singleShot(100, &generator, [&] {
+        ranOn = !isOpen("main") && generator.isVisible();
+        generator.close();
+    });
+    QTimer tooLong;
+    tooLong.callOnTimeout([] { QApplication::exit(1); });
+    tooLong.start(5000);
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(ranOn);
+    EXPECT_THAT(windows(), IsEmpty());
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+TEST_F(ShellTest, GeneratorWorksOnWithoutTheMainWindow) {
+    m_shell.openMain();
+    auto& generator = m_shell.openGenerator();
+    m_shell.openMain().close();
+    settle();
+    click(generator, "generateButton");
+    EXPECT_TRUE(isShown(generator, "codePlate"));
+}
+
+TEST_F(ShellTest, EscapeClosesTheGeneratorAndNotTheMainWindow) {
+    auto& main = m_shell.openMain();
+    auto& generator = m_shell.openGenerator();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&generator));
+    pressAt(generator, 1000, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(isOpen("qr-generator"));
+    main.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    pressAt(main, 3000, Qt::Key_Escape);
+    settle();
+    EXPECT_TRUE(isOpen("main"));
+}
+
+TEST_F(ShellTest, AddsTheShootsOfHandedFiles) {
+    m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
+    m_files.files["/in/b.vantor"] = "kapot";
+    m_shell.openFiles({"/in/a.vantor"});
+    settle();
+    auto& main = m_shell.openMain();
+    EXPECT_THAT(main.manager().shoots(), SizeIs(1));
+    EXPECT_FALSE(isOpen("alert"));
+    m_shell.openFiles({"/in/a.vantor", "/in/b.vantor"});
+    settle();
+    EXPECT_THAT(main.manager().shoots(), SizeIs(2));
+    EXPECT_TRUE(isOpen("alert"));
+}
+
+TEST_F(ShellTest, HandedFileDoesNotReplaceWhatIsStored) {
+    m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
+    m_shell.openFiles({"/in/a.vantor"});
+    settle();
+    m_shell.openMain().close();
+    settle();
+    m_shell.openFiles({"/in/a.vantor"});
+    settle();
+    EXPECT_THAT(m_shell.openMain().manager().shoots(), SizeIs(2));
+}
+
+TEST_F(ShellTest, RemembersTheWindowsSize) {
+    m_shell.openMain().resize(913, 617);
+    settle();
+    m_shell.openMain().close();
+    settle();
+    EXPECT_EQ(m_shell.openMain().size(), QSize(913, 617));
+}
+
+TEST_F(ShellTest, ControlQEndsEverything) {
+    auto& main = m_shell.openMain();
+    m_shell.openGenerator();
+    main.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    pressAt(main, 1000, Qt::Key_Q, QStringLiteral("\x11"), Qt::ControlModifier);
+    settle();
+    EXPECT_THAT(windows(), IsEmpty());
+}
+
+} // namespace
+} // namespace vantor::testing

@@ -1,0 +1,259 @@
+#include "tests/ui/ui_fixture.h"
+
+#include "platform/cairo/cairo_pdf_canvas.h"
+
+#include <QLabel>
+#include <QToolButton>
+#include <algorithm>
+
+namespace vantor::testing {
+
+using ui::ElidedLabel;
+using ui::Tag;
+
+void settle() {
+    for (int i = 0; i < 3; ++i) {
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void click(QAbstractButton& button) {
+    ASSERT_TRUE(button.isVisible()) << button.objectName().toStdString();
+    ASSERT_TRUE(button.isEnabled()) << button.objectName().toStdString();
+    QTest::mouseClick(&button, Qt::LeftButton);
+    settle();
+}
+
+void click(const QWidget& within, const char* name) {
+    click(find<QAbstractButton>(within, name));
+}
+
+void type(QLineEdit& field, const QString& text) {
+    ASSERT_TRUE(field.isVisible()) << field.objectName().toStdString();
+    field.setFocus();
+    field.selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(&field, Qt::Key_Delete);
+    else
+        QTest::keyClicks(&field, text);
+    settle();
+}
+
+void type(const QWidget& within, const char* name, const QString& text) {
+    type(find<QLineEdit>(within, name), text);
+}
+
+QStringList entries(const QComboBox& box) {
+    QStringList texts;
+    for (int i = 0; i < box.count(); ++i)
+        texts.append(box.itemText(i));
+    return texts;
+}
+
+void choose(QComboBox& box, const QString& text) {
+    const int wanted = box.findText(text);
+    ASSERT_GE(wanted, 0) << text.toStdString();
+    box.setFocus();
+    while (box.currentIndex() != wanted) {
+        const int before = box.currentIndex();
+        QTest::keyClick(&box, before < wanted ? Qt::Key_Down : Qt::Key_Up);
+        ASSERT_NE(box.currentIndex(), before);
+    }
+    settle();
+}
+
+QString textOf(const QWidget& widget) {
+    if (const auto* const label = qobject_cast<const QLabel*>(&widget))
+        return label->text();
+    if (const auto* const label = dynamic_cast<const ElidedLabel*>(&widget))
+        return label->text();
+    if (const auto* const tag = dynamic_cast<const Tag*>(&widget))
+        return tag->text();
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
+        return button->text();
+    if (const auto* const field = qobject_cast<const QLineEdit*>(&widget))
+        return field->text();
+    return {};
+}
+
+namespace {
+
+bool isInRow(const QWidget* widget) {
+    for (; widget != nullptr; widget = widget->parentWidget()) {
+        if (dynamic_cast<const ui::RecyclingList*>(widget) != nullptr)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::vector<std::string> ownTexts(const QWidget& within) {
+    std::vector<std::string> texts;
+    for (const auto* const widget : within.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &within || isInRow(widget))
+            continue;
+        if (const auto* const field = qobject_cast<const QLineEdit*>(widget)) {
+            if (!field->placeholderText().isEmpty())
+                texts.push_back(("[" + field->placeholderText() + "]").toStdString());
+        } else if (const auto* const box = qobject_cast<const QComboBox*>(widget)) {
+            texts.push_back(entries(*box).join(QLatin1Char('|')).toStdString());
+        } else if (const auto text = textOf(*widget); !text.isEmpty()) {
+            texts.push_back(text.toStdString());
+        }
+    }
+    return texts;
+}
+
+std::vector<std::string> helpTexts(const QWidget& within) {
+    std::vector<std::string> texts;
+    for (const auto* const button : within.findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->window() == &within && !isInRow(button) &&
+            !button->toolTip().isEmpty())
+            texts.push_back(button->toolTip().toStdString());
+    }
+    return texts;
+}
+
+void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text, Qt::KeyboardModifiers modifiers) {
+    QWidget* receiver = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &on;
+    if (QWidget* const popup = QApplication::activePopupWidget())
+        receiver = popup->focusWidget() != nullptr ? popup->focusWidget() : popup;
+    if (qt_sendShortcutOverrideEvent(receiver, at, key, modifiers, text))
+        return;
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+    press.setTimestamp(at);
+    QApplication::sendEvent(receiver, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+    release.setTimestamp(at);
+    QApplication::sendEvent(receiver, &release);
+}
+
+UiTest::UiTest()
+    : m_updates("https://vantor.example/version", "check", "1.2.3", m_http, m_defaults, m_timer,
+                m_clock.clock()),
+      m_services{m_files,
+                 m_dialogs,
+                 m_clipboard,
+                 m_urls,
+                 m_remembered,
+                 m_encoder,
+                 m_pngs,
+                 CairoPdfCanvas::make,
+                 m_updates,
+                 m_clock.clock(),
+                 "/data/Vantor",
+                 "vantor.example",
+                 "https://vantor.example/handleiding"} {}
+
+UiTest::~UiTest() {
+    settle();
+    m_generator.reset();
+    m_main.reset();
+    settle();
+}
+
+ui::PrepMainView& UiTest::openMain() {
+    m_main = std::make_unique<ui::PrepMainView>(m_services, [this] { ++m_generatorsAsked; });
+    m_main->show();
+    m_main->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_main.get()))
+        ADD_FAILURE() << "the main window does not become active";
+    settle();
+    return *m_main;
+}
+
+ui::PrepMainView& UiTest::openMainWithSets(unsigned sets) {
+    openMain();
+    auto all = Shoot::make("Ibiza Zomer 2026", "Ibiza", "", m_clock.now());
+    for (unsigned i = 1; i <= sets; ++i) {
+        auto set = SetData::make(m_clock.now());
+        set.setNumber = std::to_string(i);
+        set.brand = "Marvis";
+        all.sets.push_back(std::move(set));
+    }
+    const auto shootId = all.id;
+    manager().insertShoot(std::move(all));
+    manager().setActiveShootId(shootId);
+    settle();
+    return *m_main;
+}
+
+ui::QRGeneratorView& UiTest::openGenerator() {
+    m_generator = std::make_unique<ui::QRGeneratorView>(m_services);
+    m_generator->show();
+    m_generator->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_generator.get()))
+        ADD_FAILURE() << "the generator does not become active";
+    settle();
+    return *m_generator;
+}
+
+QDialog& UiTest::sheet(const char* name) const {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == QLatin1String(name) && window->isVisible())
+            return dynamic_cast<QDialog&>(*window);
+    }
+    throw std::runtime_error(std::string("not open: ") + name);
+}
+
+bool UiTest::isOpen(const char* name) const {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [&](const QWidget* window) {
+        return window->objectName() == QLatin1String(name) && window->isVisible();
+    });
+}
+
+QDialog& UiTest::open(const char* button, const char* sheetName) {
+    click(*m_main, button);
+    auto& opened = sheet(sheetName);
+    if (!QTest::qWaitForWindowActive(&opened))
+        ADD_FAILURE() << sheetName << " does not become active";
+    return opened;
+}
+
+void UiTest::returnToMain() {
+    m_main->activateWindow();
+    if (!QTest::qWaitForWindowActive(m_main.get()))
+        ADD_FAILURE() << "the main window does not become active";
+}
+
+Uuid UiTest::addShoot(const std::string& name, const std::string& client) {
+    auto added = Shoot::make(name, "", client, m_clock.now());
+    const auto shootId = added.id;
+    manager().insertShoot(std::move(added));
+    manager().setActiveShootId(shootId);
+    settle();
+    return shootId;
+}
+
+Uuid UiTest::addSet(const std::string& number, const std::string& brand, std::vector<SetItem> items) {
+    auto set = SetData::make(m_clock.now());
+    const auto setId = set.id;
+    set.setNumber = number;
+    set.brand = brand;
+    set.items = std::move(items);
+    manager().addSet(shoot().id, std::move(set));
+    settle();
+    return setId;
+}
+
+void UiTest::addProduct(const std::string& name, std::vector<std::string> colors, const std::string& brand) {
+    catalog().addProduct(name, std::move(colors), brand);
+    settle();
+}
+
+std::vector<ui::SetRow*> UiTest::rows() {
+    std::vector<ui::SetRow*> found;
+    for (auto* const row : allVisible<QWidget>(*m_main, "setRow"))
+        found.push_back(static_cast<ui::SetRow*>(row));
+    return found;
+}
+
+void UiTest::announceVersion(const std::string& version, const std::string& url) {
+    m_updates.checkForUpdate();
+    m_http.answer(R"({"version":")" + version + R"(","download_url":")" + url + R"("})");
+    settle();
+}
+
+} // namespace vantor::testing

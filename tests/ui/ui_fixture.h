@@ -1,0 +1,158 @@
+// UiTest: the windows on fakes of everything outside the program, driven as a user would.
+#pragma once
+
+#include "platform/libpng/libpng_writer.h"
+#include "platform/qrencode/qrencode_encoder.h"
+#include "tests/support/event_loop.h"
+#include "tests/support/examples.h"
+#include "tests/support/fake_file_dialogs.h"
+#include "tests/support/manual_timer.h"
+#include "tests/support/memory_file_store.h"
+#include "tests/support/memory_key_value_store.h"
+#include "tests/support/recording_clipboard.h"
+#include "tests/support/recording_url_opener.h"
+#include "tests/support/scripted_http_client.h"
+#include "tests/support/standing_clock.h"
+#include "ui/prep_main_view.h"
+#include "ui/qr_generator_view.h"
+#include "ui/recycling_list.h"
+#include "ui/scanner_field.h"
+#include "ui/services.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QTest>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace vantor::testing {
+
+// Lets everything that is due happen, the deleting of closed sheets too.
+void settle();
+
+// The one widget of that name, shown or not.
+template <typename Widget = QWidget>
+Widget& find(const QWidget& within, const char* name) {
+    const auto found = within.findChildren<Widget*>(QLatin1String(name));
+    if (found.size() != 1)
+        throw std::runtime_error(std::string(name) + ": found " + std::to_string(found.size()));
+    return *found.front();
+}
+
+// All of that name that can be seen, from top to bottom and left to right.
+template <typename Widget = QWidget>
+std::vector<Widget*> allVisible(const QWidget& within, const char* name) {
+    std::vector<Widget*> found;
+    for (auto* const widget : within.findChildren<Widget*>(QLatin1String(name))) {
+        if (widget->isVisible())
+            found.push_back(widget);
+    }
+    std::ranges::sort(found, [](const QWidget* a, const QWidget* b) {
+        const auto at = [](const QWidget* widget) { return widget->mapToGlobal(QPoint()); };
+        return std::pair(at(a).y(), at(a).x()) < std::pair(at(b).y(), at(b).x());
+    });
+    return found;
+}
+
+// Clicks in the middle of a button that can be seen and pressed.
+void click(QAbstractButton& button);
+void click(const QWidget& within, const char* name);
+
+// Types into a field that can be seen, in place of what it holds.
+void type(QLineEdit& field, const QString& text);
+void type(const QWidget& within, const char* name, const QString& text);
+
+// Chooses an entry of a box by what it says, as a user would with the keyboard.
+void choose(QComboBox& box, const QString& text);
+
+[[nodiscard]] QStringList entries(const QComboBox& box);
+
+// Whether it is shown on its window, scrolled into sight or not.
+[[nodiscard]] inline bool isShown(const QWidget& within, const char* name) {
+    return find(within, name).isVisible();
+}
+
+// What a label, a tag or an elided line says.
+[[nodiscard]] QString textOf(const QWidget& widget);
+[[nodiscard]] inline QString textOf(const QWidget& within, const char* name) {
+    return textOf(find(within, name));
+}
+
+// Everything that a window or sheet says now: labels, buttons, placeholders (as "[…]"), entries of boxes (as
+// "a|b"). Rows of lists and the contents of fields are data and left out.
+[[nodiscard]] std::vector<std::string> ownTexts(const QWidget& within);
+// The help texts of the buttons that are shown.
+[[nodiscard]] std::vector<std::string> helpTexts(const QWidget& within);
+
+// Presses a key at a time of its own (milliseconds from any origin but 0), as the window system hands it over:
+// to whatever has the focus, shortcuts first.
+void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text = {},
+             Qt::KeyboardModifiers modifiers = {});
+
+class UiTest : public ::testing::Test {
+protected:
+    UiTest();
+    ~UiTest() override;
+
+    // The main window, shown and active.
+    ui::PrepMainView& openMain();
+    // The same with an active shoot of sets numbered from 1 at the front.
+    ui::PrepMainView& openMainWithSets(unsigned sets);
+    ui::QRGeneratorView& openGenerator();
+
+    [[nodiscard]] ui::PrepMainView& main() { return *m_main; }
+    [[nodiscard]] ShootManager& manager() { return m_main->manager(); }
+    [[nodiscard]] ProductCatalog& catalog() { return m_main->catalog(); }
+    [[nodiscard]] const Shoot& shoot() { return *manager().activeShoot(); }
+
+    // The open sheet, question or message of that name.
+    [[nodiscard]] QDialog& sheet(const char* name) const;
+    [[nodiscard]] bool isOpen(const char* name) const;
+    // Goes back to the main window, as a desktop does when a sheet has closed.
+    void returnToMain();
+    // Opens a sheet with the button that does.
+    QDialog& open(const char* button, const char* sheetName);
+
+    // Adds a shoot in front and makes it active.
+    Uuid addShoot(const std::string& name, const std::string& client = {});
+    // Adds a set to the active shoot, at its front.
+    Uuid addSet(const std::string& number, const std::string& brand = {}, std::vector<SetItem> items = {});
+    void addProduct(const std::string& name, std::vector<std::string> colors = {},
+                    const std::string& brand = {});
+
+    // The rows of the main window's list that are in sight.
+    [[nodiscard]] std::vector<ui::SetRow*> rows();
+
+    // A newer version comes to be known.
+    void announceVersion(const std::string& version, const std::string& url);
+
+    MemoryFileStore m_files;
+    FakeFileDialogs m_dialogs;
+    RecordingClipboard m_clipboard;
+    RecordingUrlOpener m_urls;
+    MemoryKeyValueStore m_remembered;
+    MemoryKeyValueStore m_defaults;
+    ScriptedHttpClient m_http;
+    ManualTimer m_timer;
+    StandingClock m_clock{kMorning};
+    QrencodeEncoder m_encoder;
+    LibpngWriter m_pngs;
+    UpdateChecker m_updates;
+    ui::Services m_services;
+    std::unique_ptr<ui::PrepMainView> m_main;
+    std::unique_ptr<ui::QRGeneratorView> m_generator;
+    int m_generatorsAsked = 0;
+};
+
+} // namespace vantor::testing
