@@ -18,7 +18,7 @@ ACCENTS = "éëèêïöóüçàâîñÉ—·"
 KEYSYMS = {
     **{letter: f"U{ord(letter):04X}" for letter in ACCENTS},
     ":": "colon", "/": "slash", " ": "space", ".": "period", "-": "minus", ",": "comma", "@": "at",
-    "\n": "Return", ";": "semicolon", "_": "underscore", "(": "parenleft", ")": "parenright",
+    "\n": "Return", "&": "ampersand", ";": "semicolon", "_": "underscore", "(": "parenleft", ")": "parenright",
 }
 
 
