@@ -40,6 +40,7 @@ constexpr int kRuns = 9;
 
 struct World {
     PosixFileStore files;
+    StoreFolder stores;
     QrencodeEncoder encoder;
     LibpngWriter pngs;
     QtFileDialogs dialogs;
@@ -52,7 +53,8 @@ struct World {
     ui::Services services;
 
     explicit World(const std::filesystem::path& folder)
-        : settings(folder / "settings"),
+        : stores(files, folder, Timestamp::now, [](const std::function<void()>& work) { work(); }),
+          settings(folder / "settings"),
           updates("https://127.0.0.1:9/", "vantorprep.updateChecker", "0.1.0", http, settings, timer),
           services{files,
                    dialogs,
@@ -64,7 +66,7 @@ struct World {
                    CairoPdfCanvas::make,
                    updates,
                    Timestamp::now,
-                   folder,
+                   &stores,
                    "vantor.example",
                    "https://vantor.example/"} {}
 };

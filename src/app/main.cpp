@@ -13,6 +13,7 @@
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
+#include "store/store_folder.h"
 #include "ui/shell.h"
 #include "update/site.h"
 #include "update/update_checker.h"
@@ -20,9 +21,12 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QStandardPaths>
+#include <QThreadPool>
 #include <QUrl>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -76,6 +80,10 @@ int main(int argc, char** argv) {
         return 0;
 
     const PosixFileStore fileStore;
+    QThreadPool background;
+    background.setMaxThreadCount(1);
+    StoreFolder stores(fileStore, folder, Timestamp::now,
+                       [&background](std::function<void()> work) { background.start(std::move(work)); });
     const QrencodeEncoder encoder;
     const LibpngWriter pngs;
     QtFileDialogs dialogs;
@@ -98,7 +106,7 @@ int main(int argc, char** argv) {
                                 CairoPdfCanvas::make,
                                 updates,
                                 Timestamp::now,
-                                folder,
+                                &stores,
                                 std::string(kSiteHost),
                                 std::string(kManualPage)};
     ui::Shell shell(services);

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantor {
 
@@ -56,6 +57,16 @@ public:
 
     // Gives a file another name in its folder; false, and nothing changed, when that name is taken.
     virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const = 0;
+
+    // The names of what stands in the folder, in no order; none when it cannot be read.
+    [[nodiscard]] virtual std::vector<std::string> list(const std::filesystem::path& folder) const = 0;
+
+    // Removes a file or an empty folder; false when it is still there.
+    virtual bool remove(const std::filesystem::path& path) const = 0;
+
+    // Removes from the folder what processes that were killed left of unfinished replacements. Only for a folder
+    // that no other process writes to.
+    virtual void removeLeftovers(const std::filesystem::path& folder) const = 0;
 };
 
 } // namespace vantor

@@ -165,18 +165,18 @@ std::string ProductCatalog::exportCSV() const {
 void ProductCatalog::load() {
     if (!m_file)
         return;
-    const auto bytes = m_file->load();
-    if (!bytes)
-        return;
-    if (auto catalog = readCatalog(*bytes)) {
-        setProducts(std::move(catalog->products));
-        setClients(std::move(catalog->clients));
-        setBrands(std::move(catalog->brands));
-    } else if (auto products = readProducts(*bytes)) {
-        setProducts(*std::move(products));
-    } else {
-        m_file->markUnreadable();
-    }
+    m_file->load([this](std::string_view bytes) {
+        if (auto catalog = readCatalog(bytes)) {
+            setProducts(std::move(catalog->products));
+            setClients(std::move(catalog->clients));
+            setBrands(std::move(catalog->brands));
+            return true;
+        }
+        auto products = readProducts(bytes);
+        if (products)
+            setProducts(*std::move(products));
+        return products.has_value();
+    });
 }
 
 void ProductCatalog::save() {

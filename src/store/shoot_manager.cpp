@@ -41,17 +41,15 @@ const SetData* ShootManager::activeSet() const {
 void ShootManager::load() {
     if (!m_file)
         return;
-    const auto bytes = m_file->load();
-    if (!bytes)
-        return;
-    auto shoots = readShoots(*bytes, DateForm::SecondsSinceReference);
-    if (!shoots) {
-        m_file->markUnreadable();
-        return;
-    }
-    announce(Change::Shoots);
-    m_shoots = *std::move(shoots);
-    setActiveShootId(m_shoots.empty() ? std::nullopt : std::optional(m_shoots.front().id));
+    m_file->load([this](std::string_view bytes) {
+        auto shoots = readShoots(bytes, DateForm::SecondsSinceReference);
+        if (!shoots)
+            return false;
+        announce(Change::Shoots);
+        m_shoots = *std::move(shoots);
+        setActiveShootId(m_shoots.empty() ? std::nullopt : std::optional(m_shoots.front().id));
+        return true;
+    });
 }
 
 void ShootManager::save() {

@@ -2,38 +2,44 @@
 //
 // - Saving replaces it whole and makes missing folders; failures are silent, as the store's own state holds on.
 // - A file that is there but could not be read is never overwritten: the first save sets it aside beside its
-//   old place, as "<name>.unreadable-<UTC time>", once.
-// - Borrows the file store for its lifetime; belongs to the user-interface thread, like the stores.
+//   old place, as "<name>.unreadable-<UTC time>", once. The last five of those are kept.
+// - Content that was read well, and content that was saved, is offered to the daily backups.
+// - Borrows the file store and the backups for its lifetime; belongs to the user-interface thread, like the stores.
 #pragma once
 
 #include "base/timestamp.h"
 #include "platform/file_store.h"
+#include "store/daily_backups.h"
 
+#include <cstddef>
 #include <filesystem>
-#include <optional>
-#include <string>
+#include <functional>
 #include <string_view>
 
 namespace vantor {
 
 class StoreFile {
 public:
-    StoreFile(const FileStore& files, std::filesystem::path path, Clock clock = Timestamp::now);
+    static constexpr std::size_t kMostSetAside = 5;
 
-    // The file's bytes; absent when it is missing or cannot be read.
-    [[nodiscard]] std::optional<std::string> load();
+    // Without `backups` there are none.
+    StoreFile(const FileStore& files, std::filesystem::path path, Clock clock = Timestamp::now,
+              DailyBackups* backups = nullptr);
 
-    // Says that what load() gave made no sense, so that it is to be set aside.
-    void markUnreadable() { m_setAside = true; }
+    // Hands the file's bytes to `accept`, which takes them and says whether they made sense. Calls nothing when the
+    // file is missing or cannot be read.
+    void load(const std::function<bool(std::string_view bytes)>& accept);
 
     void save(std::string_view bytes);
 
 private:
     [[nodiscard]] bool setAside() const;
+    void keepBackup(std::string_view bytes);
 
     const FileStore& m_files;
     std::filesystem::path m_path;
     Clock m_clock;
+    DailyBackups* m_backups;
     bool m_setAside = false;
 };
 

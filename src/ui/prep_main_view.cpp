@@ -52,12 +52,6 @@ constexpr int kGlow = 900;
 // Larger files are no shoot files.
 constexpr std::uint64_t kMostShootFileBytes = std::uint64_t{64} << 20U;
 
-std::optional<StoreFile> storeFile(const Services& services, const char* name) {
-    if (!services.dataFolder)
-        return std::nullopt;
-    return StoreFile(services.files, *services.dataFolder / name, services.clock);
-}
-
 // Tells a control's shortcut: to assistive technology, and to everybody where no help text stands.
 void tellShortcut(QWidget* widget, const QString& key, const QString& what = {}) {
     widget->setAccessibleDescription(shown("Sneltoets %1").arg(key));
@@ -101,8 +95,8 @@ protected:
 PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpenGenerator)
     : m_services(services),
       m_onOpenGenerator(std::move(onOpenGenerator)),
-      m_manager(storeFile(services, "shoots.json"), services.clock),
-      m_catalog(storeFile(services, "catalog.json")),
+      m_manager(services.stores ? std::optional(services.stores->shoots()) : std::nullopt, services.clock),
+      m_catalog(services.stores ? std::optional(services.stores->catalog()) : std::nullopt),
       m_renderSoon([this] { render(); }) {
     setObjectName(QStringLiteral("main"));
     setWindowTitle(shown("Vantor Prep"));

@@ -10,10 +10,9 @@
 #include "platform/png_writer.h"
 #include "platform/qr_encoder.h"
 #include "platform/url_opener.h"
+#include "store/store_folder.h"
 #include "update/update_checker.h"
 
-#include <filesystem>
-#include <optional>
 #include <string>
 
 namespace vantor::ui {
@@ -30,8 +29,8 @@ struct Services {
     PdfCanvasFactory canvases;
     UpdateChecker& updates;
     Clock clock;
-    // The folder of the stores' files; absent: nothing is stored.
-    std::optional<std::filesystem::path> dataFolder;
+    // Where the stores live; null: nothing is stored.
+    StoreFolder* stores;
     std::string siteHost;
     std::string manualPage;
 };

@@ -432,5 +432,37 @@ TEST_F(PosixFileStoreTest, RefusesToRenameWhatIsMissing) {
     EXPECT_EQ(folder.names(), Names{"file"});
 }
 
+TEST_F(PosixFileStoreTest, ListsWhatStandsInAFolder) {
+    makeFile(folder / "shoots.json", "[]");
+    makeFile(folder / ".hidden", "");
+    fs::create_directory(folder / "backups");
+    const auto names = store.list(folder.path());
+    EXPECT_EQ(Names(names.begin(), names.end()), (Names{"shoots.json", ".hidden", "backups"}));
+    EXPECT_TRUE(store.list(folder / "missing").empty());
+    EXPECT_TRUE(store.list(folder / "shoots.json").empty());
+}
+
+TEST_F(PosixFileStoreTest, RemovesFilesAndSaysWhatIsStillThere) {
+    makeFile(folder / "old", "old");
+    EXPECT_TRUE(store.remove(folder / "old"));
+    EXPECT_FALSE(fs::exists(folder / "old"));
+    EXPECT_TRUE(store.remove(folder / "old")) << "it is not there any more";
+    fs::create_directories(folder / "full" / "inner");
+    EXPECT_FALSE(store.remove(folder / "full"));
+}
+
+TEST_F(PosixFileStoreTest, RemovesNothingButWhatAnUnfinishedReplacementLeft) {
+    const auto temporary = std::string(PosixFileStore::kTemporaryPrefix) + "01234567";
+    makeFile(folder / "shoots.json", "[]");
+    makeFile(folder / temporary, "[");
+    fs::create_directory(folder / "backups");
+    makeFile(folder / "backups" / temporary, "[");
+    store.removeLeftovers(folder.path());
+    const auto names = store.list(folder.path());
+    EXPECT_EQ(Names(names.begin(), names.end()), (Names{"shoots.json", "backups"}));
+    EXPECT_TRUE(fs::exists(folder / "backups" / temporary)) << "another folder's is not its own";
+    store.removeLeftovers(folder / "missing");
+}
+
 } // namespace
 } // namespace vantor

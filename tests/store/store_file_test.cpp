@@ -6,11 +6,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace vantor {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::Pair;
 
 const std::filesystem::path kPath = "/home/anna/.local/share/Vantor/shoots.json";
@@ -21,10 +27,26 @@ protected:
     testing::MemoryFileStore m_files;
     testing::StandingClock m_clock{testing::kMorning};
     StoreFile m_file{m_files, kPath, m_clock.clock()};
+
+    // What the store gets to see of the file; "(nothing)" when it is not asked.
+    std::string load(bool makesSense = true) {
+        std::string seen = "(nothing)";
+        m_file.load([&](std::string_view bytes) {
+            seen = bytes;
+            return makesSense;
+        });
+        return seen;
+    }
+    // Sets a file aside whose content is `garbage`.
+    void setAside(const std::string& garbage) {
+        m_files.files[kPath] = garbage;
+        load(false);
+        m_file.save("new");
+    }
 };
 
 TEST_F(StoreFileTest, MissingFileHasNoBytesAndIsMadeWithItsFolderByTheFirstSave) {
-    EXPECT_FALSE(m_file.load());
+    EXPECT_EQ(load(), "(nothing)");
     EXPECT_THAT(m_files.createdFolders, IsEmpty());
     m_file.save("new");
     EXPECT_THAT(m_files.createdFolders, ElementsAre(kPath.parent_path()));
@@ -34,15 +56,14 @@ TEST_F(StoreFileTest, MissingFileHasNoBytesAndIsMadeWithItsFolderByTheFirstSave)
 
 TEST_F(StoreFileTest, ReadableFileIsReplaced) {
     m_files.files[kPath] = "old";
-    EXPECT_EQ(m_file.load(), "old");
+    EXPECT_EQ(load(), "old");
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) {
     m_files.files[kPath] = "garbage";
-    EXPECT_EQ(m_file.load(), "garbage");
-    m_file.markUnreadable();
+    EXPECT_EQ(load(false), "garbage");
     EXPECT_THAT(m_files.renames, IsEmpty()) << "nothing is touched before the first save";
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new"), Pair(kAside, "garbage")));
@@ -55,15 +76,14 @@ TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) 
 TEST_F(StoreFileTest, FileThatCannotBeReadIsSetAside) {
     m_files.files[kPath] = "secret";
     m_files.unreadable = {kPath};
-    EXPECT_FALSE(m_file.load());
+    EXPECT_EQ(load(), "(nothing)");
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new"), Pair(kAside, "secret")));
 }
 
 TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
     m_files.files[kPath] = "garbage";
-    EXPECT_TRUE(m_file.load());
-    m_file.markUnreadable();
+    load(false);
     m_files.failsToRename = true;
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "garbage")));
@@ -75,8 +95,7 @@ TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
 
 TEST_F(StoreFileTest, UnreadableFileThatIsGoneByNowIsNoHindrance) {
     m_files.files[kPath] = "garbage";
-    EXPECT_TRUE(m_file.load());
-    m_file.markUnreadable();
+    load(false);
     m_files.files.clear();
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
@@ -85,8 +104,7 @@ TEST_F(StoreFileTest, UnreadableFileThatIsGoneByNowIsNoHindrance) {
 TEST_F(StoreFileTest, FileSetAsideEarlierInTheSameSecondIsKept) {
     m_files.files[kAside] = "earlier garbage";
     m_files.files[kPath] = "garbage";
-    EXPECT_TRUE(m_file.load());
-    m_file.markUnreadable();
+    load(false);
     m_file.save("new");
     EXPECT_EQ(m_files.files.at(kAside), "earlier garbage");
     EXPECT_EQ(m_files.files.at(kPath), "new");
@@ -97,11 +115,43 @@ TEST_F(StoreFileTest, FileSetAsideEarlierInTheSameSecondIsKept) {
 
 TEST_F(StoreFileTest, LoadingAgainForgetsThatTheFileWasUnreadable) {
     m_files.files[kPath] = "garbage";
-    EXPECT_TRUE(m_file.load());
-    m_file.markUnreadable();
-    EXPECT_TRUE(m_file.load());
+    load(false);
+    load();
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+}
+
+TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {
+    m_files.files[kPath.parent_path() / "catalog.json.unreadable-20250314T093000Z"] = "another store's";
+    for (int day = 0; day < 7; ++day) {
+        m_clock.set({testing::kMorning.secondsSinceReference + day * 86400});
+        setAside("garbage " + std::to_string(day));
+    }
+    std::vector<std::string> kept;
+    for (const auto& [path, bytes] : m_files.files)
+        kept.push_back(bytes);
+    EXPECT_THAT(kept, ElementsAre("another store's", "new", "garbage 2", "garbage 3", "garbage 4",
+                                  "garbage 5", "garbage 6"));
+}
+
+TEST_F(StoreFileTest, WhatStartsManyTimesInOneSecondLosesTheOldestFilesSetAside) {
+    for (int start = 0; start < 7; ++start)
+        setAside("garbage " + std::to_string(start));
+    EXPECT_EQ(m_files.files.size(), 6U);
+    EXPECT_THAT(m_files.files, Contains(Pair(::testing::_, "garbage 6")));
+    EXPECT_THAT(m_files.files, Not(Contains(Pair(::testing::_, "garbage 0"))));
+}
+
+TEST_F(StoreFileTest, NoFileThatWasSetAsideGoesForOneThatCouldNotBe) {
+    for (int day = 0; day < 5; ++day) {
+        m_clock.set({testing::kMorning.secondsSinceReference + day * 86400});
+        setAside("garbage " + std::to_string(day));
+    }
+    m_files.failsToRename = true;
+    setAside("garbage 5");
+    EXPECT_EQ(m_files.files.size(), 6U);
+    EXPECT_EQ(m_files.files.at(kPath), "garbage 5");
+    EXPECT_THAT(m_files.files, Contains(Pair(::testing::_, "garbage 0")));
 }
 
 TEST_F(StoreFileTest, FailuresAreSilent) {

@@ -30,6 +30,7 @@ public:
     mutable std::vector<std::filesystem::path> reads;
     mutable std::vector<std::filesystem::path> replacements;
     mutable std::vector<std::filesystem::path> createdFolders;
+    mutable std::vector<std::filesystem::path> cleared;
     // What succeeded.
     mutable std::vector<std::pair<std::filesystem::path, std::filesystem::path>> renames;
 
@@ -71,6 +72,22 @@ public:
         renames.emplace_back(from, to);
         return true;
     }
+
+    [[nodiscard]] std::vector<std::string> list(const std::filesystem::path& folder) const override {
+        std::vector<std::string> names;
+        for (const auto& [path, bytes] : files) {
+            if (path.parent_path() == folder)
+                names.push_back(path.filename().string());
+        }
+        return names;
+    }
+
+    bool remove(const std::filesystem::path& path) const override {
+        files.erase(path);
+        return true;
+    }
+
+    void removeLeftovers(const std::filesystem::path& folder) const override { cleared.push_back(folder); }
 
 private:
     struct Sink final : ByteSink {

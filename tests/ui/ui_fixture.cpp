@@ -143,7 +143,7 @@ UiTest::UiTest()
                  CairoPdfCanvas::make,
                  m_updates,
                  m_clock.clock(),
-                 "/data/Vantor",
+                 &m_stores,
                  "vantor.example",
                  "https://vantor.example/handleiding"} {}
 

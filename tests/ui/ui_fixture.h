@@ -146,6 +146,7 @@ protected:
     ScriptedHttpClient m_http;
     ManualTimer m_timer;
     StandingClock m_clock{kMorning};
+    StoreFolder m_stores{m_files, "/data/Vantor", m_clock.clock(), [](const auto& work) { work(); }};
     QrencodeEncoder m_encoder;
     LibpngWriter m_pngs;
     UpdateChecker m_updates;

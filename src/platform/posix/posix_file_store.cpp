@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <system_error>
 #include <utility>
@@ -17,11 +19,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Repeats a system call for as long as a signal interrupts it.
+// Repeats a system call that a signal interrupted. Not for ever: a file system that does nothing but report
+// interruptions would freeze whoever waits for the file.
 template <typename Call>
 auto uninterrupted(Call call) {
+    static constexpr int kMostTries = 1000;
     auto result = call();
-    while (result < 0 && errno == EINTR)
+    for (int tries = 1; result < 0 && errno == EINTR && tries < kMostTries; ++tries)
         result = call();
     return result;
 }
@@ -51,6 +55,10 @@ private:
 
 Descriptor open(const fs::path& path, int flags, mode_t mode = 0) {
     return Descriptor(uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
+}
+
+bool readStatus(const Descriptor& descriptor, struct stat& status) {
+    return uninterrupted([&] { return ::fstat(descriptor.number(), &status); }) == 0;
 }
 
 // Collects small pieces, since a PDF writer hands over a few bytes at a time.
@@ -96,13 +104,17 @@ private:
 std::optional<fs::path> resolved(fs::path path) {
     static constexpr int kMostLinks = 40;
     for (int links = 0; links < kMostLinks; ++links) {
-        std::error_code error;
-        const auto status = fs::symlink_status(path, error);
-        if (status.type() != fs::file_type::symlink)
+        // Taken for no link because it could not be looked at, a link would be replaced instead of its target.
+        struct stat status {};
+        if (uninterrupted([&] { return ::lstat(path.c_str(), &status); }) != 0)
+            return errno == ENOENT ? std::optional(path) : std::nullopt;
+        if (!S_ISLNK(status.st_mode))
             return path;
-        const auto target = fs::read_symlink(path, error);
-        if (error)
+        std::array<char, PATH_MAX> text{};
+        const auto length = uninterrupted([&] { return ::readlink(path.c_str(), text.data(), text.size()); });
+        if (length < 0)
             return std::nullopt;
+        const fs::path target(std::string_view(text.data(), static_cast<std::size_t>(length)));
         path = target.is_absolute() ? target : path.parent_path() / target;
     }
     return std::nullopt;
@@ -132,7 +144,7 @@ OldFile examine(const fs::path& path) {
     if (!descriptor.isOpen())
         return {errno == ENOENT, std::nullopt};
     struct stat status {};
-    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!readStatus(descriptor, status) || !S_ISREG(status.st_mode))
         return {};
     return {true, status.st_mode & 07777};
 }
@@ -162,7 +174,7 @@ FileStore::ReadResult PosixFileStore::read(const fs::path& path, std::uint64_t m
     if (!descriptor.isOpen())
         return failed(errno == ENOENT ? ReadFailure::Missing : ReadFailure::Unreadable);
     struct stat status {};
-    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!readStatus(descriptor, status) || !S_ISREG(status.st_mode))
         return failed(ReadFailure::Unreadable);
     if (static_cast<std::uint64_t>(status.st_size) > mostBytes)
         return failed(ReadFailure::TooLarge);
@@ -218,10 +230,33 @@ bool PosixFileStore::rename(const fs::path& from, const fs::path& to) const {
         uninterrupted([&] { return ::unlink(to.c_str()); });
         return false;
     }
+    // Also a name that cannot be looked at counts as taken.
     std::error_code error;
-    if (errno == EEXIST || fs::exists(to, error))
+    if (errno == EEXIST || fs::symlink_status(to, error).type() != fs::file_type::not_found)
         return false;
     return uninterrupted([&] { return ::rename(from.c_str(), to.c_str()); }) == 0;
+}
+
+std::vector<std::string> PosixFileStore::list(const fs::path& folder) const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error))
+        names.push_back(entry->path().filename().string());
+    return names;
+}
+
+bool PosixFileStore::remove(const fs::path& path) const {
+    std::error_code error;
+    fs::remove(path, error);
+    return !error;
+}
+
+void PosixFileStore::removeLeftovers(const fs::path& folder) const {
+    for (const auto& name : list(folder)) {
+        if (name.starts_with(kTemporaryPrefix))
+            remove(folder / name);
+    }
 }
 
 } // namespace vantor

@@ -20,6 +20,9 @@ public:
                  const std::function<bool(ByteSink&)>& write) const override;
     bool createFolders(const std::filesystem::path& folder) const override;
     bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const override;
+    [[nodiscard]] std::vector<std::string> list(const std::filesystem::path& folder) const override;
+    bool remove(const std::filesystem::path& path) const override;
+    void removeLeftovers(const std::filesystem::path& folder) const override;
 };
 
 } // namespace vantor

@@ -41,7 +41,7 @@ protected:
             sets.push_back(std::move(set));
         }
         m_onDisk.emplace(ui::Services{m_disk, m_dialogs, m_clipboard, m_urls, m_remembered, m_encoder, m_pngs,
-                                      std::move(canvases), m_updates, m_clock.clock(), std::nullopt, "", ""});
+                                      std::move(canvases), m_updates, m_clock.clock(), nullptr, "", ""});
         m_dialogs.whereToSave = m_folder / "kaarten.pdf";
         (new ui::BulkQRExportSheet(m_main.get(), std::move(sets), "Texel", *m_onDisk))->open();
         return awaitSheet("bulkExportSheet");
