@@ -10,7 +10,7 @@ namespace vantor {
 
 // A kind of file that a dialog admits.
 struct FileType {
-    // As the dialog shows it, in Dutch.
+    // In Dutch; the dialog shows what the text lookup has for it.
     std::string name;
     // Without dots; the first is added to a name that has none of them.
     std::vector<std::string> extensions;

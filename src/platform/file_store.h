@@ -2,7 +2,7 @@
 //
 // - A file is replaced whole or not at all: whoever reads it finds the old content or the new one, also after
 //   a crash, a power cut, a full disk or an error in the middle.
-// - Nothing is reported beyond success or failure; nothing throws.
+// - Nothing is reported beyond success or failure; nothing throws but for want of memory, which leaves files whole too.
 #pragma once
 
 #include "platform/byte_sink.h"

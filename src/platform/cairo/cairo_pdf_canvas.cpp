@@ -1,5 +1,6 @@
 #include "platform/cairo/cairo_pdf_canvas.h"
 
+#include "base/releaser.h"
 #include "base/timestamp.h"
 
 #include <cairo-pdf.h>
@@ -19,15 +20,6 @@
 
 namespace vantor {
 namespace {
-
-// Calls a library's own release function when the owner goes.
-template <auto kRelease>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const {
-        kRelease(object);
-    }
-};
 
 using Surface = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
 using Context = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;

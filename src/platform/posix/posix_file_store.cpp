@@ -1,61 +1,20 @@
 #include "platform/posix/posix_file_store.h"
 
 #include "base/uuid.h"
+#include "platform/posix/descriptor.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <system_error>
-#include <utility>
 
 namespace vantor {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Repeats a system call that a signal interrupted. Not for ever: a file system that does nothing but report
-// interruptions would freeze whoever waits for the file.
-template <typename Call>
-auto uninterrupted(Call call) {
-    static constexpr int kMostTries = 1000;
-    auto result = call();
-    for (int tries = 1; result < 0 && errno == EINTR && tries < kMostTries; ++tries)
-        result = call();
-    return result;
-}
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-    [[nodiscard]] int number() const { return m_number; }
-
-    // Some file systems tell only here that something was not written. An interrupted close has closed.
-    bool close() {
-        const int result = ::close(std::exchange(m_number, -1));
-        return result == 0 || errno == EINTR;
-    }
-
-private:
-    int m_number;
-};
-
-Descriptor open(const fs::path& path, int flags, mode_t mode = 0) {
-    return Descriptor(uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
-}
 
 bool readStatus(const Descriptor& descriptor, struct stat& status) {
     return uninterrupted([&] { return ::fstat(descriptor.number(), &status); }) == 0;
@@ -81,7 +40,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kBufferBytes = 64 * 1024;
+    static constexpr std::size_t kBufferBytes = std::size_t{64} * 1024;
 
     bool writeAll(std::string_view bytes) {
         while (!m_failed && !bytes.empty()) {
@@ -125,7 +84,7 @@ fs::path folderOf(const fs::path& path) {
 }
 
 bool syncFolder(const fs::path& folder) {
-    auto descriptor = open(folder, O_RDONLY | O_DIRECTORY);
+    auto descriptor = openFile(folder, O_RDONLY | O_DIRECTORY);
     if (!descriptor.isOpen())
         return false;
     const int result = uninterrupted([&] { return ::fsync(descriptor.number()); });
@@ -140,7 +99,7 @@ struct OldFile {
 };
 
 OldFile examine(const fs::path& path) {
-    const auto descriptor = open(path, O_WRONLY | O_NONBLOCK);
+    const auto descriptor = openFile(path, O_WRONLY | O_NONBLOCK);
     if (!descriptor.isOpen())
         return {errno == ENOENT, std::nullopt};
     struct stat status {};
@@ -149,10 +108,19 @@ OldFile examine(const fs::path& path) {
     return {true, status.st_mode & 07777};
 }
 
+bool syncToDisk(const Descriptor& file) {
+#ifdef F_FULLFSYNC
+    // fsync(2) leaves the bytes in the disk's own memory there. File systems that know no other way refuse.
+    if (::fcntl(file.number(), F_FULLFSYNC) == 0)
+        return true;
+#endif
+    return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
+}
+
 bool writeTemporary(const fs::path& path, std::optional<mode_t> mode,
                     const std::function<bool(ByteSink&)>& write) {
     // Nobody may read here what the old file did not let him read.
-    auto descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(0666) & 0666);
+    auto descriptor = openFile(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(0666) & 0666);
     if (!descriptor.isOpen())
         return false;
     DescriptorSink sink(descriptor.number());
@@ -160,9 +128,7 @@ bool writeTemporary(const fs::path& path, std::optional<mode_t> mode,
         return false;
     if (mode && uninterrupted([&] { return ::fchmod(descriptor.number(), *mode); }) != 0)
         return false;
-    if (uninterrupted([&] { return ::fsync(descriptor.number()); }) != 0)
-        return false;
-    return descriptor.close();
+    return syncToDisk(descriptor) && descriptor.close();
 }
 
 } // namespace
@@ -170,7 +136,7 @@ bool writeTemporary(const fs::path& path, std::optional<mode_t> mode,
 FileStore::ReadResult PosixFileStore::read(const fs::path& path, std::uint64_t mostBytes) const {
     const auto failed = [](ReadFailure why) { return ReadResult{std::nullopt, why}; };
     // Without blocking, a named pipe opens at once and is refused below instead of waiting for a writer.
-    const auto descriptor = open(path, O_RDONLY | O_NONBLOCK);
+    const auto descriptor = openFile(path, O_RDONLY | O_NONBLOCK);
     if (!descriptor.isOpen())
         return failed(errno == ENOENT ? ReadFailure::Missing : ReadFailure::Unreadable);
     struct stat status {};
@@ -217,9 +183,17 @@ bool PosixFileStore::replace(const fs::path& path, const std::function<bool(Byte
 }
 
 bool PosixFileStore::createFolders(const fs::path& folder) const {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    return fs::is_directory(folder, error);
+    const auto isThere = [&] {
+        struct stat status {};
+        return uninterrupted([&] { return ::stat(folder.c_str(), &status); }) == 0 && S_ISDIR(status.st_mode);
+    };
+    const auto make = [&] { return uninterrupted([&] { return ::mkdir(folder.c_str(), 0777); }) == 0; };
+    if (isThere() || make())
+        return true;
+    if (errno == ENOENT && folder.has_parent_path() && createFolders(folder.parent_path()) && make())
+        return true;
+    // Another process may have been quicker.
+    return isThere();
 }
 
 bool PosixFileStore::rename(const fs::path& from, const fs::path& to) const {

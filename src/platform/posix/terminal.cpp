@@ -1,4 +1,4 @@
-#include "platform/posix/terminal.h"
+#include "platform/terminal.h"
 
 #include <unistd.h>
 

@@ -1,33 +1,25 @@
 #include "platform/qrencode/qrencode_encoder.h"
 
+#include "base/releaser.h"
+
 #include <qrencode.h>
 
 #include <limits>
 #include <memory>
 
 namespace vantor {
-namespace {
-
-struct InputDeleter {
-    void operator()(QRinput* input) const { QRinput_free(input); }
-};
-struct CodeDeleter {
-    void operator()(QRcode* code) const { QRcode_free(code); }
-};
-
-} // namespace
 
 std::optional<Bitmap> QrencodeEncoder::encode(std::string_view bytes) const {
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         return std::nullopt;
-    const std::unique_ptr<QRinput, InputDeleter> input(QRinput_new2(0, QR_ECLEVEL_M));
+    const std::unique_ptr<QRinput, Releaser<QRinput_free>> input(QRinput_new2(0, QR_ECLEVEL_M));
     if (!input)
         return std::nullopt;
     // The library refuses a segment without bytes but makes a code of an input without segments.
     if (!bytes.empty() && QRinput_append(input.get(), QR_MODE_8, static_cast<int>(bytes.size()),
                                          reinterpret_cast<const unsigned char*>(bytes.data())) != 0)
         return std::nullopt;
-    const std::unique_ptr<QRcode, CodeDeleter> code(QRcode_encodeInput(input.get()));
+    const std::unique_ptr<QRcode, Releaser<QRcode_free>> code(QRcode_encodeInput(input.get()));
     if (!code)
         return std::nullopt;
 

@@ -1,5 +1,8 @@
 #include "platform/qt/qt_file_dialogs.h"
 
+#include "base/shown_text.h"
+#include "base/text_lookup.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -9,9 +12,14 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <algorithm>
+#include <string_view>
 
 namespace vantor {
 namespace {
+
+QString shown(std::string_view dutch) {
+    return QString::fromStdString(lookUp(dutch));
+}
 
 QWidget* windowInFront() {
     auto* const modal = QApplication::activeModalWidget();
@@ -23,7 +31,7 @@ QString filterOf(const std::vector<FileType>& types) {
     QStringList names;
     QStringList patterns;
     for (const auto& type : types) {
-        names += QString::fromStdString(type.name);
+        names += shown(type.name);
         for (const auto& extension : type.extensions)
             patterns += QStringLiteral("*.") + QString::fromStdString(extension);
     }
@@ -46,11 +54,11 @@ void prepare(QFileDialog& dialog, QFileDialog::AcceptMode mode, const QString& t
     dialog.setWindowTitle(title);
     // Makes the buttons anew, so that their texts have to come behind it.
     dialog.setAcceptMode(mode);
-    dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Map:"));
-    dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Bestandsnaam:"));
-    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Soort:"));
+    dialog.setLabelText(QFileDialog::LookIn, shown("Map:"));
+    dialog.setLabelText(QFileDialog::FileName, shown("Bestandsnaam:"));
+    dialog.setLabelText(QFileDialog::FileType, shown("Soort:"));
     dialog.setLabelText(QFileDialog::Accept, accept);
-    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Annuleer"));
+    dialog.setLabelText(QFileDialog::Reject, shown("Annuleer"));
 }
 
 // The file that the dialog ended with. The toolkit's own dialog takes quotation marks for a list of names.
@@ -64,21 +72,22 @@ QString chosenFile(const QFileDialog& dialog) {
 
 bool mayReplace(const QString& path) {
     const QFileInfo file(path);
+    const auto name = QString::fromStdString(shownText(file.fileName().toStdString()));
     QMessageBox question(windowInFront());
     question.setObjectName(QStringLiteral("replaceQuestion"));
-    question.setWindowTitle(QStringLiteral("Bestand vervangen"));
+    question.setWindowTitle(shown("Bestand vervangen"));
     question.setTextFormat(Qt::PlainText);
     if (file.isDir()) {
         question.setIcon(QMessageBox::Warning);
-        question.setText(QStringLiteral("“%1” is een map. Kies een andere naam.").arg(file.fileName()));
-        question.addButton(QStringLiteral("Sluit"), QMessageBox::RejectRole);
+        question.setText(shown("“%1” is een map. Kies een andere naam.").arg(name));
+        question.addButton(shown("Sluit"), QMessageBox::RejectRole);
         question.exec();
         return false;
     }
     question.setIcon(QMessageBox::Question);
-    question.setText(QStringLiteral("“%1” bestaat al. Wil je het vervangen?").arg(file.fileName()));
-    const auto* const replace = question.addButton(QStringLiteral("Vervang"), QMessageBox::DestructiveRole);
-    auto* const cancel = question.addButton(QStringLiteral("Annuleer"), QMessageBox::RejectRole);
+    question.setText(shown("“%1” bestaat al. Wil je het vervangen?").arg(name));
+    const auto* const replace = question.addButton(shown("Vervang"), QMessageBox::DestructiveRole);
+    auto* const cancel = question.addButton(shown("Annuleer"), QMessageBox::RejectRole);
     question.setDefaultButton(cancel);
     question.setEscapeButton(cancel);
     question.exec();
@@ -99,7 +108,7 @@ std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::st
     while (true) {
         QFileDialog dialog(windowInFront());
         dialog.setObjectName(QStringLiteral("saveDialog"));
-        prepare(dialog, QFileDialog::AcceptSave, QStringLiteral("Bewaar als"), QStringLiteral("Bewaar"));
+        prepare(dialog, QFileDialog::AcceptSave, shown("Bewaar als"), shown("Bewaar"));
         dialog.setFileMode(QFileDialog::AnyFile);
         dialog.setOption(QFileDialog::DontConfirmOverwrite);
         dialog.setNameFilter(filterOf({type}));
@@ -121,7 +130,7 @@ std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::st
 std::optional<std::filesystem::path> QtFileDialogs::askWhatToOpen(const std::vector<FileType>& types) {
     QFileDialog dialog(windowInFront());
     dialog.setObjectName(QStringLiteral("openDialog"));
-    prepare(dialog, QFileDialog::AcceptOpen, QStringLiteral("Open bestand"), QStringLiteral("Open"));
+    prepare(dialog, QFileDialog::AcceptOpen, shown("Open bestand"), shown("Open"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilter(filterOf(types));
     dialog.setDirectory(m_folder);
