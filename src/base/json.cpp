@@ -25,7 +25,7 @@ constexpr unsigned kSkipFlags = kScalarFlags | rapidjson::kParseIterativeFlag;
 // The library refuses all else that is not valid UTF-8, but takes the escape of a low surrogate on its own.
 bool holdsSurrogate(std::string_view text) {
     for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
-        if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0)
+        if (text.substr(at + 1, 1) >= "\xA0")
             return true;
     }
     return false;

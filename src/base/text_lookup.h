@@ -6,6 +6,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,8 @@ using TextLookup = std::function<std::string(std::string_view dutch)>;
 void setTextLookup(TextLookup lookup);
 
 [[nodiscard]] std::string lookUp(std::string_view dutch);
+
+// The same with values in the places of "%1" to "%9". Values are not looked up, and "%1" in them is only text.
+[[nodiscard]] std::string lookUp(std::string_view dutch, std::initializer_list<std::string_view> values);
 
 } // namespace vantor

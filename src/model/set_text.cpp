@@ -1,6 +1,7 @@
 // The texts of a set: its card's text in both directions, and the two lines that name it on screen.
 
 #include "base/text.h"
+#include "base/text_lookup.h"
 #include "model/shoot.h"
 
 namespace vantor {
@@ -69,7 +70,7 @@ std::string SetData::toQRText() const {
 }
 
 std::string SetData::headline() const {
-    std::string line = setNumber.empty() ? "" : "Set " + setNumber;
+    auto line = setNumber.empty() ? std::string() : lookUp("Set %1", {setNumber});
     if (!setNumber.empty() && !brand.empty())
         line += " — ";
     return line + brand;

@@ -55,6 +55,31 @@ TEST(DoubleEndedVector, ChangesThroughItsIterators) {
     EXPECT_EQ(listed(texts), (std::vector<std::string>{"a", "b", "c"}));
 }
 
+TEST(DoubleEndedVector, HasIteratorsThatCountAndCompareAcrossItsHalves) {
+    Texts texts{"c", "d"};
+    texts.push_front("b");
+    texts.push_front("a");
+    const auto third = texts.begin() + 2;
+    EXPECT_EQ(*third, "c");
+    EXPECT_EQ(*(third - 1), "b");
+    EXPECT_EQ(third[-2], "a");
+    EXPECT_EQ(third - texts.begin(), 2);
+    EXPECT_LT(texts.begin(), third);
+    EXPECT_GT(texts.end(), third);
+    EXPECT_LE(third, third);
+    EXPECT_FALSE(third < texts.begin());
+}
+
+TEST(DoubleEndedVector, IsNotEmptyWithOneElementAtEitherEnd) {
+    Texts front;
+    front.push_front("a");
+    EXPECT_FALSE(front.empty());
+    Texts back;
+    back.push_back("a");
+    EXPECT_FALSE(back.empty());
+    EXPECT_EQ(front.front(), back.back());
+}
+
 TEST(DoubleEndedVector, IsEmptyAfterBeingCleared) {
     Texts texts{"a"};
     texts.push_front("b");

@@ -137,6 +137,7 @@ TEST(JsonReader, PassesOverAByteOrderMarkInFront) {
 }
 
 TEST(JsonReader, ReadsEscapes) {
+    EXPECT_EQ(text("\"\xED\x9F\xBF\xEE\x80\x80\""), "\xED\x9F\xBF\xEE\x80\x80");
     EXPECT_EQ(text(R"("\"\\\/\b\f\n\r\t\u00e9\u0000\uD83D\uDC69")"), "\"\\/\b\f\n\r\t\u00E9\0\U0001F469"s);
 }
 

@@ -105,7 +105,7 @@ TEST_F(SignalTest, CallbackMayUnsubscribeItself) {
 TEST_F(SignalTest, CallbackThatUnsubscribesItselfKeepsWhatItHoldsWhileItRuns) {
     auto self = std::make_shared<Subscription>();
     const auto held = std::make_shared<std::string>("held");
-    std::weak_ptr<std::string> watched = held;
+    const std::weak_ptr<std::string> watched = held;
     std::string seen;
     *self = m_signal.connect([self, &seen, copy = held] {
         self->reset();

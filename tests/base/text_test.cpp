@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ostream>
 #include <thread>
 
 namespace vantor {
@@ -119,10 +120,40 @@ TEST(ValidUtf8, RefusesWhatIsNotTheShortestFormOfACharacter) {
         EXPECT_FALSE(isValidUtf8(bad));
 }
 
+TEST(Characters, AreThoseOfTheTextAndMakeItUpAgain) {
+    forEveryCharacter([](char32_t c, const std::string& text) {
+        ASSERT_EQ(characters(text), std::u32string(1, c));
+        ASSERT_EQ(utf8(std::u32string(1, c)), text);
+    });
+    EXPECT_EQ(characters("a\u00E9\U0001F469"), U"a\u00E9\U0001F469");
+    EXPECT_EQ(utf8(U"a\u00E9\U0001F469"), "a\u00E9\U0001F469");
+    EXPECT_EQ(characters(""), U"");
+    EXPECT_EQ(utf8(U""), "");
+}
+
+TEST(Characters, ThatThereAreNotShowAsReplacements) {
+    EXPECT_EQ(characters("a\xFFz"), U"a\uFFFDz");
+    EXPECT_EQ(characters("\xE2\x82"), U"\uFFFD");
+    for (const char32_t none : {0xD800U, 0xDFFFU, 0x110000U, 0xFFFFFFFFU})
+        EXPECT_EQ(utf8(std::u32string{U'a', none, U'z'}), "a\uFFFDz");
+}
+
+TEST(RightToLeft, AreTheLettersOfSuchScriptsAndTheirNumbers) {
+    for (const char32_t c : {U'\u05D0', U'\u0627', U'\u0661', U'\u07CA', U'\u200F', U'\U0001E900'})
+        EXPECT_TRUE(isRightToLeft(c)) << static_cast<unsigned>(c);
+    for (const char32_t c :
+         {U'a', U'1', U' ', U'(', U'\u00E9', U'\u06F1', U'\u200E', U'\u202E', U'\U0001F469'})
+        EXPECT_FALSE(isRightToLeft(c)) << static_cast<unsigned>(c);
+}
+
 struct Found {
     std::string text;
     std::size_t at;
 };
+
+void PrintTo(const Found& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.text);
+}
 
 class FindCharacter : public ::testing::TestWithParam<Found> {};
 
@@ -164,6 +195,10 @@ struct Split {
     std::optional<std::string> first;
     std::optional<std::string> second;
 };
+
+void PrintTo(const Split& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.text);
+}
 
 class SplitOnce : public ::testing::TestWithParam<Split> {};
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <ostream>
 #include <set>
 
 namespace vantor {
@@ -51,6 +52,10 @@ struct Line {
     std::string line;
     std::string summary;
 };
+
+void PrintTo(const Line& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.line);
+}
 
 class CatalogCsvLine : public ::testing::TestWithParam<Line> {};
 

@@ -72,6 +72,10 @@ struct Quoted {
     std::string written;
 };
 
+void PrintTo(const Quoted& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.cell);
+}
+
 class QuotedCell : public ::testing::TestWithParam<Quoted> {};
 
 TEST_P(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {

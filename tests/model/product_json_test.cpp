@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <ostream>
+
 namespace vantor {
 namespace {
 
@@ -57,6 +59,10 @@ struct Legacy {
     std::string members;
     std::string brand;
 };
+
+void PrintTo(const Legacy& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.members);
+}
 
 class LegacyProduct : public ::testing::TestWithParam<Legacy> {};
 

@@ -185,11 +185,12 @@ TEST(ShootJson, IsMindfulOfTheCaseOfKeys) {
 }
 
 TEST(ShootJson, TakesAWholeNumberInAnyForm) {
-    for (const auto* seven : {"7.0", "70e-1", "0.7E1", "7.000"})
+    for (const auto* seven : {"7.0", "70e-1", "0.7E1", "7.000"}) {
         EXPECT_EQ(read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":)" + std::string(seven)))
                       ->sets[0]
                       .taggedCount,
                   7);
+    }
     EXPECT_EQ(read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":-9223372036854775808)"))
                   ->sets[0]
                   .taggedCount,
@@ -198,10 +199,11 @@ TEST(ShootJson, TakesAWholeNumberInAnyForm) {
 
 TEST(ShootJson, RefusesCountsThatAreNoneAndNumbersOutOfRange) {
     for (const auto* count :
-         {"7.5", "9223372036854775808", "-9223372036854775809", "1e19", "1e999", "\"7\"", "true", "[7]"})
+         {"7.5", "9223372036854775808", "-9223372036854775809", "1e19", "1e999", "\"7\"", "true", "[7]"}) {
         EXPECT_FALSE(
             read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":)" + std::string(count))))
             << count;
+    }
     for (const auto* date : {"1e999", "-1e999", "NaN", "\"795173400\"", "\"2026-03-14T09:30:00Z\"", "null"})
         EXPECT_FALSE(read(with(exampleJson(), "795173400.5", date))) << date;
 }
@@ -268,11 +270,10 @@ protected:
 };
 
 TEST_P(ShootJsonKey, TakesAValueOfItsTypeAndRefusesOthers) {
-    const std::pair<char, const char*> values[] = {{'t', "\"text\""}, {'n', "1.25"}, {'l', "[]"},
-                                                   {'o', "{}"},       {'b', "true"}, {'b', "false"}};
-    for (const auto& [kind, value] : values) {
+    using Value = std::pair<char, const char*>;
+    for (const auto& [kind, value] : {Value('t', "\"text\""), Value('n', "1.25"), Value('l', "[]"),
+                                      Value('o', "{}"), Value('b', "true"), Value('b', "false")})
         EXPECT_EQ(read(withValue(value)).has_value(), kind == GetParam().kind) << value;
-    }
 }
 
 TEST_P(ShootJsonKey, IsRefusedWithoutAnyValueOrWithGarbage) {

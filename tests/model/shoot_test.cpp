@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace vantor {
 namespace {
 
@@ -51,6 +53,10 @@ struct Slashed {
     std::string name;
     std::string color;
 };
+
+void PrintTo(const Slashed& each, std::ostream* out) {
+    *out << ::testing::PrintToString(each.text);
+}
 
 class ParseSlashedItem : public ::testing::TestWithParam<Slashed> {};
 

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <utility>
 
@@ -22,6 +23,10 @@ struct Enabling {
     SetDraft draft;
     bool canAdd;
 };
+
+void PrintTo(const Enabling& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class CanAdd : public ::testing::TestWithParam<Enabling> {};
 

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,10 @@ struct Search {
     std::string query;
     bool found;
 };
+
+void PrintTo(const Search& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class SearchOfOneSet : public ::testing::TestWithParam<Search> {};
 

@@ -1,4 +1,4 @@
-#include "view/shown_text.h"
+#include "base/shown_text.h"
 
 #include "base/text.h"
 

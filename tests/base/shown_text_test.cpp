@@ -1,7 +1,8 @@
-#include "view/shown_text.h"
+#include "base/shown_text.h"
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace vantor {
@@ -12,6 +13,10 @@ struct Case {
     std::string text;
     std::string shown;
 };
+
+void PrintTo(const Case& each, std::ostream* out) {
+    *out << each.name;
+}
 
 constexpr const char* kIsolate = "\u2068";
 constexpr const char* kPop = "\u2069";
