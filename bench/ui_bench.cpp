@@ -144,11 +144,11 @@ Start measureStart(const QString& program, const std::filesystem::path& folder) 
     return {median(times), median(memories)};
 }
 
-bool g_allReached = true;
+bool allReached = true;
 
 void report(const char* what, double value, const char* unit, double most) {
     const bool reached = value <= most;
-    g_allReached = g_allReached && reached;
+    allReached = allReached && reached;
     std::printf("%-78s %9.2f %-4s (most %.2f)%s\n", what, value, unit, most, reached ? "" : "  MISSED");
 }
 
@@ -231,5 +231,5 @@ int main(int argc, char** argv) {
     report("resident memory beside twice that with 10 sets and the data's size",
            many.residentMiB / (2 * few.residentMiB + data), "x", 1);
     measureWindow(root / "many");
-    return g_allReached ? 0 : 1;
+    return allReached ? 0 : 1;
 }

@@ -2,9 +2,10 @@
 
 #include "app/desktop_colors.h"
 #include "app/first_process.h"
+#include "app/start_arguments.h"
+#include "base/text_lookup.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
-#include "platform/posix/posix_file_store.h"
 #include "platform/qrencode/qrencode_encoder.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_dutch_texts.h"
@@ -13,20 +14,31 @@
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
+#include "platform/system/system.h"
 #include "store/store_folder.h"
+#include "ui/beside_window.h"
+#include "ui/confirmation.h"
 #include "ui/shell.h"
+#include "ui/text.h"
 #include "update/site.h"
 #include "update/update_checker.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
+#include <QDir>
 #include <QStandardPaths>
 #include <QThreadPool>
-#include <QUrl>
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <iostream>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -38,24 +50,64 @@ fs::path dataFolder() {
     return fs::path(folder.toStdString()) / "Vantor";
 }
 
-// One name a data folder, so that starts with other data do not meet.
-QString processName(const fs::path& folder) {
+// Where the owner of a data folder can be reached, the best place first; starts with other data do not meet there.
+QStringList meetingPlaces(const fs::path& folder) {
     const auto hash =
         QCryptographicHash::hash(QByteArray::fromStdString(folder.string()), QCryptographicHash::Sha1);
-    return QStringLiteral("vantor-prep-") + QString::fromLatin1(hash.toHex().left(16));
+    const auto name = QStringLiteral("/vantor-prep-") + QString::fromLatin1(hash.toHex().left(16));
+    QStringList places{QDir::tempPath() + name};
+    if (const auto runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+        !runtime.isEmpty())
+        places.prepend(runtime + name);
+    return places;
 }
 
-// Files as the desktop names them: as paths, or as file addresses.
-std::vector<fs::path> filesOf(const QStringList& arguments) {
-    std::vector<fs::path> files;
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        const auto& argument = arguments[i];
-        const bool isAddress = argument.startsWith(QLatin1String("file://"));
-        const auto path = isAddress ? QUrl(argument).toLocalFile() : argument;
-        files.push_back(fs::absolute(path.toStdString()));
-    }
-    return files;
+vantor::StartArguments startArguments(const std::vector<std::string_view>& arguments) {
+    std::error_code error;
+    const auto folder = fs::current_path(error);
+    return vantor::readStartArguments(arguments, error ? fs::path("/") : folder);
 }
+
+// The exit status of a start that only says something.
+std::optional<int> answered(const vantor::StartArguments& arguments) {
+    using Wish = vantor::StartArguments::Wish;
+    switch (arguments.wish) {
+    case Wish::Help:
+        std::cout << vantor::helpText();
+        return 0;
+    case Wish::Version:
+        std::cout << "vantor-prep " VANTOR_VERSION "\n";
+        return 0;
+    case Wish::UnknownOption:
+        std::cerr << vantor::lookUp("Onbekende optie: ") << arguments.option << '\n' << vantor::helpText();
+        return 2;
+    case Wish::Run:
+        break;
+    }
+    return std::nullopt;
+}
+
+void sayThatNobodyAnswers() {
+    const auto title = vantor::ui::shown("Vantor Prep reageert niet");
+    const auto text =
+        vantor::ui::shown("Vantor Prep is al open, maar geeft geen antwoord. Wacht even en probeer "
+                          "het opnieuw, of sluit het eerst af.");
+    std::cerr << title.toStdString() << ": " << text.toStdString() << std::endl;
+    vantor::ui::showMessage(title, text);
+}
+
+// A disk that does not answer must not keep the program from ending.
+class EndOfReading {
+public:
+    EndOfReading() = default;
+    EndOfReading(const EndOfReading&) = delete;
+    EndOfReading& operator=(const EndOfReading&) = delete;
+    ~EndOfReading() {
+        constexpr int kLongestWait = 1000;
+        if (!vantor::ui::readingThreads().waitForDone(kLongestWait))
+            std::_Exit(0);
+    }
+};
 
 std::string updateEndpoint() {
     const auto other = qEnvironmentVariable("VANTOR_UPDATE_ENDPOINT");
@@ -66,20 +118,44 @@ std::string updateEndpoint() {
 
 int main(int argc, char** argv) {
     using namespace vantor;
-    QApplication application(argc, argv);
+    const std::vector<std::string_view> all(argv + std::min(argc, 1), argv + argc);
+    // Needs no display.
+    if (const auto start = startArguments(all); start.wish != StartArguments::Wish::UnknownOption) {
+        if (const auto status = answered(start))
+            return *status;
+    }
+
+    const auto folder = dataFolder();
+    const SystemFileStore fileStore;
+    SystemProcessLock lock(folder / "lock");
+    // The toolkit takes its own options away, but nothing that is the name of a file.
+    const auto files = std::ranges::find(all, "--");
+    auto count = static_cast<int>(argc - (all.end() - files));
+    QApplication application(count, argv);
+    const EndOfReading endOfReading;
     QApplication::setApplicationName(QStringLiteral("Vantor Prep"));
     QApplication::setApplicationVersion(QStringLiteral(VANTOR_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("example.vantor.Prep"));
+    QApplication::setDesktopFileName(
+        QString::fromUtf8(kApplicationId.data(), static_cast<qsizetype>(kApplicationId.size())));
     applyColorScheme(application);
     useDutchTexts(application);
 
-    const auto folder = dataFolder();
-    const auto files = filesOf(QApplication::arguments());
-    FirstProcess process(processName(folder));
-    if (process.handOver(files))
+    std::vector<std::string_view> left(argv + std::min(count, 1), argv + count);
+    left.insert(left.end(), files, all.end());
+    const auto start = startArguments(left);
+    if (const auto status = answered(start))
+        return *status;
+    FirstProcess process(lock, meetingPlaces(folder));
+    switch (process.begin(start.files)) {
+    case FirstProcess::Role::Owner:
+        break;
+    case FirstProcess::Role::HandedOver:
         return 0;
+    case FirstProcess::Role::Unanswered:
+        sayThatNobodyAnswers();
+        return 1;
+    }
 
-    const PosixFileStore fileStore;
     QThreadPool background;
     background.setMaxThreadCount(1);
     StoreFolder stores(fileStore, folder, Timestamp::now,
@@ -110,7 +186,7 @@ int main(int argc, char** argv) {
                                 std::string(kSiteHost),
                                 std::string(kManualPage)};
     ui::Shell shell(services);
-    shell.openFiles(files);
-    process.listen([&shell](const auto& handedOver) { shell.openFiles(handedOver); });
+    shell.openFiles({start.files, process.handedBeforeAt(), {}, {}});
+    process.serve([&shell](auto handed) { shell.openFiles(std::move(handed)); });
     return QApplication::exec();
 }

@@ -173,9 +173,10 @@ void ProductCatalog::load() {
             return true;
         }
         auto products = readProducts(bytes);
-        if (products)
-            setProducts(*std::move(products));
-        return products.has_value();
+        if (!products)
+            return false;
+        setProducts(*std::move(products));
+        return true;
     });
 }
 

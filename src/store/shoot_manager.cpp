@@ -155,9 +155,13 @@ std::optional<Shoot> ShootManager::importShoot(std::string_view from) {
     auto read = readShootFile(from);
     if (!read)
         return std::nullopt;
+    return importShoot(std::move(*read));
+}
+
+Shoot ShootManager::importShoot(Shoot read) {
     auto added =
-        Shoot::make(std::move(read->name), std::move(read->location), std::move(read->client), m_clock());
-    added.sets = std::move(read->sets);
+        Shoot::make(std::move(read.name), std::move(read.location), std::move(read.client), m_clock());
+    added.sets = std::move(read.sets);
     for (auto& set : added.sets)
         set.id = Uuid::random();
     insertShoot(added);

@@ -70,6 +70,8 @@ public:
     // Adds the shoot of a shoot file at the front, as a new shoot of today with new set ids and an empty log,
     // and makes it active. Absent, and nothing changed, when the bytes are not a shoot file. Saves.
     std::optional<Shoot> importShoot(std::string_view from);
+    // The same for a shoot that was read from a shoot file.
+    Shoot importShoot(Shoot read);
 
     // Adds a set for every usable line, each at the front, so that the last line comes first. The result counts
     // the usable lines, also when there is no such shoot. Saves once, unless there is no line behind a header.

@@ -19,9 +19,12 @@ void StoreFile::load(const std::function<bool(std::string_view bytes)>& accept) 
         m_setAside = read.failure != FileStore::ReadFailure::Missing;
         return;
     }
-    m_setAside = !accept(*read.bytes);
-    if (!m_setAside)
-        keepBackup(*read.bytes);
+    // Unreadable until it was read, also for whoever goes on after an exception.
+    m_setAside = true;
+    if (!accept(*read.bytes))
+        return;
+    m_setAside = false;
+    keepBackup(*read.bytes);
 }
 
 void StoreFile::save(std::string_view bytes) {

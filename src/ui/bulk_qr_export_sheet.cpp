@@ -7,6 +7,7 @@
 #include "ui/text.h"
 #include "ui/theme.h"
 #include "view/proposed_names.h"
+#include "view/shown_set.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -146,7 +147,7 @@ RecyclingList* BulkQRExportSheet::makeList() {
         const auto& set = m_selection.sets()[static_cast<std::size_t>(place)];
         row.id = set.id;
         row.box->setChecked(m_selection.isSelected(set.id));
-        const auto headline = shownData(set.headline());
+        const auto headline = qstring(shownHeadline(set));
         row.headline->setText(headline);
         QStringList names;
         for (const auto& item : set.items)
@@ -211,8 +212,11 @@ void BulkQRExportSheet::runExport(const std::filesystem::path& path) {
 
 QProgressDialog* BulkQRExportSheet::makeProgress(int cards) {
     auto* const progress =
-        named(new QProgressDialog(shown("QR-kaarten worden gemaakt..."), shown("Annuleer"), 0, cards, this),
-              "exportProgress");
+        named(new QProgressDialog(QString(), shown("Annuleer"), 0, cards, this), "exportProgress");
+    auto* const label =
+        new TextLabel(shown("QR-kaarten worden gemaakt..."), theme::bodyFont(), TextColor::Primary);
+    label->setAlignment(Qt::AlignCenter);
+    progress->setLabel(label);
     progress->setWindowTitle(windowTitle());
     progress->setWindowModality(Qt::WindowModal);
     progress->setMinimumDuration(kProgressDelay);

@@ -188,7 +188,10 @@ RecyclingList* CatalogSheet::makeList() {
         row.place = place;
         const auto name = shownData(product->name);
         row.name->setText(name);
-        row.colors->setText(shownData(joined(product->colors, ", ")));
+        QStringList colors;
+        for (const auto& color : product->colors)
+            colors.append(shownData(color));
+        row.colors->setText(colors.join(QStringLiteral(", ")));
         row.colors->setVisible(!product->colors.empty());
         row.setAccessibleName(name);
         row.edit->setAccessibleDescription(name);

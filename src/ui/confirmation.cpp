@@ -3,6 +3,7 @@
 #include "ui/text.h"
 #include "ui/theme.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -18,6 +19,9 @@ QMessageBox* makeBox(QWidget* over, QMessageBox::Icon icon, const QString& title
     box->setTextFormat(Qt::PlainText);
     box->setText(title);
     box->setInformativeText(message);
+    // The box's own format is that of its first text alone.
+    for (auto* const label : box->findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     return box;
 }
 
@@ -47,6 +51,14 @@ void showAlert(QWidget* over, const QString& title, const QString& message,
     box->addButton(QMessageBox::Ok);
     QObject::connect(box, &QMessageBox::finished, box, onClosed);
     box->open();
+}
+
+void showMessage(const QString& title, const QString& message) {
+    auto* const box = makeBox(nullptr, QMessageBox::Warning, title, message);
+    box->setObjectName(QStringLiteral("message"));
+    box->setWindowTitle(title);
+    box->addButton(QMessageBox::Ok);
+    box->exec();
 }
 
 } // namespace vantor::ui

@@ -1,4 +1,4 @@
-// Questions and messages over a window. They open at once and return; the answer comes later.
+// Questions and messages. Those over a window open at once and return; the answer comes later.
 #pragma once
 
 #include <QString>
@@ -15,5 +15,8 @@ void confirmDeletion(QWidget* over, const QString& title, const QString& message
 // Says something, with one button that closes it.
 void showAlert(QWidget* over, const QString& title, const QString& message,
                const std::function<void()>& onClosed);
+
+// Says something where there is no window, and returns when its one button has closed it.
+void showMessage(const QString& title, const QString& message);
 
 } // namespace vantor::ui

@@ -2,13 +2,13 @@
 
 #include "base/text.h"
 #include "ui/beside_window.h"
+#include "ui/dropped_files.h"
 #include "ui/large_text_edit.h"
 #include "ui/text.h"
 #include "ui/theme.h"
 
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
-#include <QMimeData>
 #include <QVBoxLayout>
 
 namespace vantor::ui {
@@ -82,15 +82,15 @@ void CsvImportSheet::chooseFile() {
 }
 
 void CsvImportSheet::readFile(const std::filesystem::path& path) {
-    besideWindow<QString>(
+    readBesideWindow<QString>(
         this,
         [&files = m_services.files, path] {
             const auto read = files.read(path, kMostFileBytes);
             const auto text = read.bytes ? textOfFile(*read.bytes) : std::nullopt;
             return text ? qstring(*text) : QString();
         },
-        [this](const QString& text) {
-            if (!text.isNull())
+        [this, chosen = ++m_chosen](const QString& text) {
+            if (!text.isNull() && chosen == m_chosen)
                 m_csvText->setText(text);
         });
 }
@@ -106,16 +106,15 @@ void CsvImportSheet::runImport() {
 }
 
 void CsvImportSheet::dragEnterEvent(QDragEnterEvent* event) {
-    const auto urls = event->mimeData()->urls();
-    if (!urls.isEmpty() && urls.front().isLocalFile())
+    if (!droppedFiles(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void CsvImportSheet::dropEvent(QDropEvent* event) {
-    const auto urls = event->mimeData()->urls();
-    if (urls.isEmpty())
+    const auto files = droppedFiles(*event->mimeData());
+    if (files.empty())
         return;
-    readFile(std::filesystem::path(urls.front().toLocalFile().toStdString()));
+    readFile(files.front());
     event->acceptProposedAction();
 }
 

@@ -43,6 +43,8 @@ private:
     const Services& m_services;
     QString m_result;
     QTimer m_closing;
+    // Counts the files that were chosen: only the last one's text is shown, however long it takes.
+    int m_chosen = 0;
     LargeTextEdit* m_csvText;
     TextLabel* m_onlyBeginning;
     TextLabel* m_resultLabel;

@@ -11,8 +11,8 @@
 
 namespace vantor::ui {
 
-ItemEditor::ItemEditor(const Style& style, QWidget* before, std::function<void()> onChange)
-    : m_style(style),
+ItemEditor::ItemEditor(Style style, QWidget* before, std::function<void()> onChange)
+    : m_style(std::move(style)),
       m_before(before),
       m_onChange(std::move(onChange)) {
     m_column = new QVBoxLayout(this);

@@ -24,7 +24,7 @@ public:
     };
 
     // Tab comes to the lines from `before`, and goes on from them to what came after it.
-    ItemEditor(const Style& style, QWidget* before, std::function<void()> onChange);
+    ItemEditor(Style style, QWidget* before, std::function<void()> onChange);
 
     // Shows these pairs; the focus stays where it is.
     void setPairs(const ItemPairs& pairs);

@@ -5,6 +5,7 @@
 #include "ui/catalog_sheet.h"
 #include "ui/clients_sheet.h"
 #include "ui/confirmation.h"
+#include "ui/dropped_files.h"
 #include "ui/flow_layout.h"
 #include "ui/import_sheet.h"
 #include "ui/new_shoot_sheet.h"
@@ -21,16 +22,14 @@
 #include "view/new_shoot_draft.h"
 #include "view/proposed_names.h"
 #include "view/set_filter.h"
+#include "view/shown_set.h"
 
-#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QSvgWidget>
@@ -49,8 +48,6 @@ constexpr QSize kDefaultSize{1180, 760};
 constexpr int kPickerWidth = 200;
 // How long a scanned row glows, in milliseconds.
 constexpr int kGlow = 900;
-// Larger files are no shoot files.
-constexpr std::uint64_t kMostShootFileBytes = std::uint64_t{64} << 20U;
 
 // Tells a control's shortcut: to assistive technology, and to everybody where no help text stands.
 void tellShortcut(QWidget* widget, const QString& key, const QString& what = {}) {
@@ -65,23 +62,13 @@ QPushButton* makeCommand(const char* objectName, const QString& text, const QStr
     return button;
 }
 
-bool takesText(const QWidget* widget) {
-    if (widget == nullptr)
-        return false;
-    const auto* const combo = qobject_cast<const QComboBox*>(widget);
-    return qobject_cast<const QLineEdit*>(widget) != nullptr ||
-           qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
-           (combo != nullptr && combo->isEditable());
-}
-
-bool isShootFile(const QUrl& url) {
-    return url.isLocalFile() && url.fileName().endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
-}
-
-bool isPrintable(const QKeyEvent& event) {
-    const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    return held == 0 && !event.text().isEmpty() && event.text().front().isPrint() &&
-           event.key() != Qt::Key_Space;
+// The shoot files among what is dragged or dropped.
+std::vector<fs::path> shootFilesOf(const QMimeData& data) {
+    auto files = droppedFiles(data);
+    std::erase_if(files, [](const fs::path& file) {
+        return !qstring(file.filename().string()).endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
+    });
+    return files;
 }
 
 // The header's ground, a shade apart from the window.
@@ -97,6 +84,7 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
       m_onOpenGenerator(std::move(onOpenGenerator)),
       m_manager(services.stores ? std::optional(services.stores->shoots()) : std::nullopt, services.clock),
       m_catalog(services.stores ? std::optional(services.stores->catalog()) : std::nullopt),
+      m_opener(services.files, m_manager, [this] { showImportError(); }),
       m_renderSoon([this] { render(); }) {
     setObjectName(QStringLiteral("main"));
     setWindowTitle(shown("Vantor Prep"));
@@ -503,7 +491,7 @@ void PrepMainView::renderPicker() {
             current = index;
     }
     m_picker->setCurrentIndex(current);
-    m_picker->setToolTip(plainToolTip(m_picker->currentText()));
+    tellInFull(m_picker, m_picker->currentText());
     m_pickerBox->setVisible(shoots.size() >= 2);
 }
 
@@ -514,7 +502,7 @@ void PrepMainView::renderShootLine(const Shoot& shoot) {
     m_activeMarker->setActive(active != nullptr);
     m_activeText->setVisible(active != nullptr);
     if (active != nullptr)
-        m_activeText->setText(shown("Actief: %1").arg(shownData(active->headline())));
+        m_activeText->setText(shown("Actief: %1").arg(qstring(shownHeadline(*active))));
 }
 
 void PrepMainView::renderSets(const Shoot* shoot) {
@@ -605,25 +593,25 @@ void PrepMainView::exportVantorFile() {
 }
 
 void PrepMainView::importVantorFile() {
-    const auto path = m_services.dialogs.askWhatToOpen({shootFileType()});
-    if (!path)
-        return;
-    // A file that was chosen here but cannot be read is passed over in silence.
-    if (const auto read = m_services.files.read(*path, kMostShootFileBytes); read.bytes)
-        importShootBytes(read.bytes);
+    if (auto path = m_services.dialogs.askWhatToOpen({shootFileType()}))
+        m_opener.openChosen(std::move(*path));
 }
 
-void PrepMainView::openShootFile(const fs::path& path) {
-    importShootBytes(m_services.files.read(path, kMostShootFileBytes).bytes);
+void PrepMainView::openShootFiles(HandedFiles handed) {
+    m_opener.open(std::move(handed));
 }
 
-void PrepMainView::importShootBytes(const std::optional<std::string>& bytes) {
-    if (bytes && m_manager.importShoot(*bytes))
+void PrepMainView::showImportError() {
+    // One message for however many files.
+    if (std::exchange(m_importErrorShown, true))
         return;
     showAlert(
         this, shown("Kon .vantor-bestand niet openen"),
         shown("Het bestand kon niet gelezen worden, mogelijk beschadigd of geen geldig .vantor-bestand."),
-        [this] { m_scanner->setFocus(); });
+        [this] {
+            m_importErrorShown = false;
+            m_scanner->setFocus();
+        });
 }
 
 void PrepMainView::openManual() {
@@ -650,16 +638,12 @@ void PrepMainView::openSheet(QDialog* sheet) {
 }
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {
-    const auto urls = event->mimeData()->urls();
-    if (std::ranges::any_of(urls, isShootFile))
+    if (!shootFilesOf(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void PrepMainView::dropEvent(QDropEvent* event) {
-    for (const auto& url : event->mimeData()->urls()) {
-        if (isShootFile(url))
-            openShootFile(fs::path(url.toLocalFile().toStdString()));
-    }
+    openShootFiles({shootFilesOf(*event->mimeData()), {}, {}, {}});
     event->acceptProposedAction();
 }
 
@@ -671,7 +655,7 @@ bool PrepMainView::eventFilter(QObject* watched, QEvent* event) {
     // Whatever is typed while nothing on this window takes text is meant for the scanner field.
     if (widget->window() != this || !m_scanner->isVisible() || QApplication::activeModalWidget() != nullptr ||
         QApplication::activePopupWidget() != nullptr || takesText(QApplication::focusWidget()) ||
-        !isPrintable(*key))
+        !typesCharacter(*key))
         return false;
     m_scanner->setFocus();
     m_scanner->takeKey(key);

@@ -8,10 +8,10 @@
 #include "ui/render_soon.h"
 #include "ui/services.h"
 #include "ui/set_row.h"
+#include "ui/shoot_file_opener.h"
 
 #include <QTimer>
 #include <QWidget>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -33,8 +33,8 @@ public:
     // `onOpenGenerator` shows the QR generator's window.
     PrepMainView(const Services& services, std::function<void()> onOpenGenerator);
 
-    // Adds the shoot of a file that the desktop handed over; says so when it is none.
-    void openShootFile(const std::filesystem::path& path);
+    // Adds the shoots of files that the desktop handed over; says so when one is none. Reads them beside the window.
+    void openShootFiles(HandedFiles handed);
 
     [[nodiscard]] ShootManager& manager() { return m_manager; }
     [[nodiscard]] ProductCatalog& catalog() { return m_catalog; }
@@ -74,7 +74,7 @@ private:
     void exportJSON();
     void exportVantorFile();
     void importVantorFile();
-    void importShootBytes(const std::optional<std::string>& bytes);
+    void showImportError();
     void openManual();
     void openDownload();
     void confirmDeleteShoot();
@@ -84,6 +84,8 @@ private:
     std::function<void()> m_onOpenGenerator;
     ShootManager m_manager;
     ProductCatalog m_catalog;
+    ShootFileOpener m_opener;
+    bool m_importErrorShown = false;
     RenderSoon m_renderSoon;
     std::vector<Subscription> m_subscriptions;
     bool m_loaded = false;

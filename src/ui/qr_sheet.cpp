@@ -5,6 +5,7 @@
 #include "ui/qr_actions.h"
 #include "ui/text.h"
 #include "ui/theme.h"
+#include "view/shown_set.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -16,17 +17,21 @@ namespace {
 constexpr int kWidth = 400;
 constexpr int kSpacing = 20;
 
+QString titleOf(const SetData& set) {
+    return shown("QR-code: %1").arg(qstring(shownHeadline(set)));
+}
+
 } // namespace
 
 QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
-    : Sheet(over, "qrSheet", shown("QR-code: %1").arg(shownData(set.headline()))),
+    : Sheet(over, "qrSheet", titleOf(set)),
       m_set(std::move(set)),
       m_services(services) {
     setFixedWidth(kWidth);
     column()->setSpacing(kSpacing);
 
     auto* const title = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "sheetTitle");
-    title->setText(windowTitle());
+    title->setText(titleOf(m_set));
     title->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     column()->addWidget(title, 0, Qt::AlignHCenter);
     const auto text = m_set.toQRText();

@@ -186,6 +186,13 @@ void RecyclingList::keyPressEvent(QKeyEvent* event) {
             return;
         }
         break;
+    case Qt::Key_F10:
+        // The menu key of keyboards that have none.
+        if (event->modifiers() == Qt::ShiftModifier) {
+            showMenuOfCurrentRow();
+            return;
+        }
+        break;
     default:
         break;
     }
@@ -193,12 +200,17 @@ void RecyclingList::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
+void RecyclingList::showMenuOfCurrentRow() {
+    QWidget* const row = m_current ? rowWidget(*m_current) : nullptr;
+    if (row != nullptr && m_rows.showMenu)
+        m_rows.showMenu(*m_current, row->mapToGlobal(row->rect().center()));
+}
+
 void RecyclingList::contextMenuEvent(QContextMenuEvent* event) {
     if (!m_rows.showMenu)
         return;
     if (event->reason() == QContextMenuEvent::Keyboard) {
-        if (QWidget* const row = m_current ? rowWidget(*m_current) : nullptr)
-            m_rows.showMenu(*m_current, row->mapToGlobal(row->rect().center()));
+        showMenuOfCurrentRow();
         return;
     }
     const int place = (event->pos().y() + verticalScrollBar()->value()) / m_rowHeight;

@@ -64,6 +64,7 @@ private:
     void setTabStops(QWidget& row, bool isCurrent);
     [[nodiscard]] std::optional<int> placeOf(const QWidget* within) const;
     void moveCurrent(int by);
+    void showMenuOfCurrentRow();
 
     Rows m_rows;
     int m_count = 0;

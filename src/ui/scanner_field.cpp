@@ -1,8 +1,10 @@
 #include "ui/scanner_field.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
 #include <utility>
 
 namespace vantor::ui {
@@ -35,7 +37,27 @@ bool isModifierAlone(const QKeyEvent& event) {
     }
 }
 
+// Makes the toolkit judge anew whether a modal window blocks this one. Setting what is set already does.
+void judgeBlocking(QWindow* window) {
+    window->setTransientParent(window->transientParent());
+}
+
 } // namespace
+
+bool typesCharacter(const QKeyEvent& event) {
+    const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return held == 0 && !event.text().isEmpty() && event.text().front().isPrint() &&
+           event.key() != Qt::Key_Space;
+}
+
+bool takesText(const QWidget* widget) {
+    if (widget == nullptr)
+        return false;
+    const auto* const combo = qobject_cast<const QComboBox*>(widget);
+    return qobject_cast<const QLineEdit*>(widget) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+           (combo != nullptr && combo->isEditable());
+}
 
 ScannerField::ScannerField(std::function<void()> onSubmit) : m_onSubmit(std::move(onSubmit)) {
     m_clock.start();
@@ -45,9 +67,12 @@ ScannerField::ScannerField(std::function<void()> onSubmit) : m_onSubmit(std::mov
     m_lastLook.setTimerType(Qt::PreciseTimer);
     // After a busy moment the timer may be served before keys that were pressed long before it was due.
     QObject::connect(&m_silence, &QTimer::timeout, this, [this] { m_lastLook.start(kLastLook); });
-    QObject::connect(&m_lastLook, &QTimer::timeout, this, [this] {
-        m_burst.fallSilent();
-        submit();
+    QObject::connect(&m_lastLook, &QTimer::timeout, this, [this] { fallSilent(); });
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* focused) {
+        if (focused == nullptr || focused != m_opening)
+            return;
+        m_opening.clear();
+        judgeBlocking(window()->windowHandle());
     });
     qApp->installEventFilter(this);
 }
@@ -64,6 +89,7 @@ ScannerBurst::Time ScannerField::timeOf(const QKeyEvent& event) const {
 void ScannerField::takeKey(QKeyEvent* event) {
     if (isModifierAlone(*event))
         return;
+    m_beforeStray.reset();
     if (isReturn(*event)) {
         // There is nothing that a Return in an empty field could end.
         if (text().isEmpty())
@@ -88,6 +114,15 @@ void ScannerField::settle(ScannerBurst::EarlierReturn earlier) {
         submit();
 }
 
+void ScannerField::fallSilent() {
+    if (m_beforeStray) {
+        setText(*std::exchange(m_beforeStray, std::nullopt));
+        return;
+    }
+    m_burst.fallSilent();
+    submit();
+}
+
 void ScannerField::submit() {
     m_onSubmit();
 }
@@ -102,7 +137,54 @@ void ScannerField::inputMethodEvent(QInputMethodEvent* event) {
     QLineEdit::inputMethodEvent(event);
 }
 
+// A modal window blocks this one as soon as it is opened, but has the focus only when the desktop has shown it. The
+// keys of that while would be thrown away, and a card that begins in it would go on without them in the other window.
+void ScannerField::hearUntilFocused(QWindow* opening) {
+    if (opening == nullptr || opening == QGuiApplication::focusWindow())
+        return;
+    // Judged while it stands over no window in particular, it blocks none.
+    const auto modality = opening->modality();
+    auto* const over = opening->transientParent();
+    opening->setModality(Qt::WindowModal);
+    opening->setTransientParent(nullptr);
+    judgeBlocking(window()->windowHandle());
+    opening->setTransientParent(over);
+    opening->setModality(modality);
+    m_opening = opening;
+}
+
+bool ScannerField::filterWindow(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked)
+        hearUntilFocused(QGuiApplication::modalWindow());
+    if (!m_opening || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+        return false;
+    if (event->type() == QEvent::ShortcutOverride)
+        event->accept();
+    else
+        takeKeyOfBlockedWindow(static_cast<QKeyEvent*>(event));
+    return true;
+}
+
+void ScannerField::takeKeyOfBlockedWindow(QKeyEvent* event) {
+    if (!isVisible())
+        return;
+    if (m_burst.isRunning(timeOf(*event))) {
+        takeKey(event);
+        return;
+    }
+    const auto* const focused = window()->focusWidget();
+    if (!typesCharacter(*event) || (focused != this && takesText(focused)))
+        return;
+    // A hand's key is thrown away like any other once it is clear that no scanner follows it.
+    const auto before = m_beforeStray.value_or(text());
+    takeKey(event);
+    m_beforeStray = before;
+    m_silence.start(static_cast<int>(ScannerBurst::kReturnPause));
+}
+
 bool ScannerField::eventFilter(QObject* watched, QEvent* event) {
+    if (watched->isWindowType())
+        return watched == window()->windowHandle() && filterWindow(event);
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return false;
     auto* const key = static_cast<QKeyEvent*>(event);

@@ -4,6 +4,7 @@
 #include "ui/symbol.h"
 #include "ui/text.h"
 #include "ui/theme.h"
+#include "view/shown_set.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -67,10 +68,10 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
 
 void SetRow::show(const SetData& set, bool isActive, int place, int count) {
     m_id = set.id;
-    m_headline = shownData(set.headline());
+    m_headline = qstring(shownHeadline(set));
     m_marker->setActive(isActive);
     m_headlineLabel->setText(m_headline);
-    m_description->setText(shownData(set.description()));
+    m_description->setText(qstring(shownDescription(set)));
     m_count->setText(QString::number(set.taggedCount));
     m_count->setColor(set.taggedCount >= 1 ? TextColor::Green : TextColor::Secondary);
     m_activate->setVisible(!isActive);

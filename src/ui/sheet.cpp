@@ -11,7 +11,8 @@ namespace vantor::ui {
 
 Sheet::Sheet(QWidget* over, const char* objectName, const QString& title) : QDialog(over) {
     setObjectName(QLatin1String(objectName));
-    setWindowTitle(title);
+    // Of one "[*]" the toolkit makes a mark for unsaved changes, of two it makes "[*]".
+    setWindowTitle(QString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     m_column = new QVBoxLayout(this);

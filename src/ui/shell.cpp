@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QShortcut>
+#include <utility>
 
 namespace vantor::ui {
 namespace {
@@ -50,10 +51,8 @@ QRGeneratorView& Shell::openGenerator() {
     return static_cast<QRGeneratorView&>(*m_generator);
 }
 
-void Shell::openFiles(const std::vector<std::filesystem::path>& files) {
-    auto& window = openMain();
-    for (const auto& file : files)
-        window.openShootFile(file);
+void Shell::openFiles(HandedFiles handed) {
+    openMain().openShootFiles(std::move(handed));
 }
 
 } // namespace vantor::ui

@@ -1,12 +1,11 @@
 // Shell: the program's two windows, each there at most once, and the files that the desktop hands over.
 #pragma once
 
+#include "ui/handed_files.h"
 #include "ui/services.h"
 
 #include <QPointer>
 #include <QWidget>
-#include <filesystem>
-#include <vector>
 
 namespace vantor::ui {
 
@@ -24,8 +23,8 @@ public:
     PrepMainView& openMain();
     QRGeneratorView& openGenerator();
 
-    // Adds the shoot of each file, in order, in the main window, which comes to the front.
-    void openFiles(const std::vector<std::filesystem::path>& files);
+    // Adds the shoot of each file, in order, in the main window, which comes to the front. Reads them beside it.
+    void openFiles(HandedFiles handed);
 
 private:
     const Services& m_services;

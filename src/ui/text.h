@@ -1,8 +1,8 @@
 // Texts between the core, which speaks UTF-8, and the widgets.
 #pragma once
 
+#include "base/shown_text.h"
 #include "base/text_lookup.h"
-#include "view/shown_text.h"
 
 #include <QString>
 #include <string>

@@ -74,7 +74,7 @@ void ElidedLabel::resizeEvent(QResizeEvent*) {
 }
 
 void ElidedLabel::updateToolTip() {
-    setToolTip(sizeHint().width() > width() ? plainToolTip(m_text) : QString());
+    tellInFull(this, sizeHint().width() > width() ? m_text : QString());
 }
 
 TextLabel::TextLabel(const QString& text, const QFont& font, TextColor color, bool wraps, QWidget* parent)
@@ -266,7 +266,7 @@ Tag::Tag(Kind kind, QWidget* parent) : QWidget(parent), m_kind(kind) {
 void Tag::setText(const QString& text) {
     m_text = text;
     setAccessibleName(text);
-    setToolTip(plainToolTip(text));
+    tellInFull(this, text);
     updateGeometry();
     update();
 }
@@ -307,6 +307,11 @@ Divider::Divider(Qt::Orientation orientation, QWidget* parent) : QWidget(parent)
 
 void Divider::paintEvent(QPaintEvent*) {
     QPainter(this).fillRect(rect(), theme::hairline(palette()));
+}
+
+void tellInFull(QWidget* widget, const QString& text) {
+    widget->setToolTip(plainToolTip(text));
+    widget->setAccessibleDescription(text);
 }
 
 QLineEdit* makeField(const char* objectName, const QString& placeholder, const QString& label) {

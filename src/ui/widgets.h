@@ -173,6 +173,9 @@ Widget* named(Widget* widget, const char* objectName, const QString& accessibleN
     return widget;
 }
 
+// Shows a text as a tool tip, as it is. Assistive technology would read the tip with its markup, and gets the text.
+void tellInFull(QWidget* widget, const QString& text);
+
 // A field with its placeholder, named by its label or else by that placeholder.
 [[nodiscard]] QLineEdit* makeField(const char* objectName, const QString& placeholder,
                                    const QString& label = {});

@@ -1,17 +1,14 @@
-// UpdateChecker: asks the product's web site whether there is a newer version, and tells where to download
-// it.
+// UpdateChecker: asks the product's web site for a newer version, and tells where to download it.
 //
 // - Nothing is downloaded or installed. Every failure is silent: what was known before holds on.
 // - A newer version is remembered, so that the next start knows of it before any answer.
 // - At most one answer is asked for every six hours, however often the program is started; an answer that
-// makes
-//   no sense, or that does not come, counts as one.
-// - Every change of what is available is announced through willChange() before it takes effect; whoever hears
-// of
-//   it may read, but not change or destroy, the checker.
+//   makes no sense, or that does not come, counts as one.
+// - Every change of what is available is announced through willChange() before it takes effect; whoever
+//   hears of it may read, but not change or destroy, the checker.
 // - Borrows the client, the store and the timer, which have to outlive it. One instance serves the whole
-// program;
-//   it belongs to the user-interface thread. An answer or a tick that comes when it is gone is ignored.
+//   program; it belongs to the user-interface thread. An answer or a tick that comes when it is gone is
+//   ignored.
 #pragma once
 
 #include "base/signal.h"

@@ -238,6 +238,20 @@ TEST_F(QtFileDialogsTest, ReplacesOnlyAfterAsking) {
     EXPECT_EQ(testing::readFile(folder / "sets.csv"), "oud");
 }
 
+TEST_F(QtFileDialogsTest, AsksByANameThatCannotReorderTheQuestion) {
+    makeFile("<b>\u202Egnp\x01.csv");
+    std::string asked;
+    user.whenSaving(saveAs(in("<b>\u202Egnp\x01.csv")))
+        .whenAsked([&](QMessageBox& question) {
+            asked = question.text().toStdString();
+            EXPECT_EQ(question.textFormat(), Qt::PlainText);
+            press(question, "Annuleer");
+        })
+        .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
+    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), std::nullopt);
+    EXPECT_EQ(asked, "“\u2068<b>\u202Egnp\u2401.csv\u2069” bestaat al. Wil je het vervangen?");
+}
+
 TEST_F(QtFileDialogsTest, AsksByTheNameWithTheAddedExtension) {
     makeFile("sets.csv");
     std::string asked;

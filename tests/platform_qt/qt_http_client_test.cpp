@@ -1,19 +1,14 @@
 #include "platform/qt/qt_http_client.h"
 #include "tests/support/event_loop.h"
 #include "tests/support/loopback_server.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/server_certificate.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
-#include <QSslCertificate>
-#include <QSslKey>
 #include <QTimer>
 #include <algorithm>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -32,8 +27,9 @@ using testing::redirecting;
 using testing::response;
 using testing::runFor;
 using testing::runUntil;
+using testing::ServerCertificate;
 using ::testing::StartsWith;
-using testing::TemporaryFolder;
+using testing::Trust;
 
 using Text = std::optional<std::string>;
 
@@ -128,7 +124,7 @@ TEST_F(QtHttpClientTest, SendsNoCredentials) {
     EXPECT_EQ(server.requests.size(), 1U);
 }
 
-class StatusTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+class StatusTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(StatusTest, IsNotLookedAt) {
     const LoopbackServer server(answering("inhoud", GetParam()));
@@ -185,10 +181,10 @@ LoopbackServer::Respond trickling(const QByteArray& start) {
     };
 }
 
-class TrickleTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+class TrickleTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(TrickleTest, EndsAtTheLimitForTheWhole) {
-    const LoopbackServer server(trickling(GetParam()));
+    const LoopbackServer server(trickling(GetParam().c_str()));
     const auto outcome = ask(server.address(), {5s, 300ms, 65'536});
     EXPECT_EQ(outcome.body, std::nullopt);
     EXPECT_GE(outcome.after, 290ms);
@@ -252,7 +248,7 @@ INSTANTIATE_TEST_SUITE_P(All, LengthTest,
                          [](const auto& each) { return each.param.name; });
 
 TEST_F(QtHttpClientTest, StopsReadingAnEndlessBody) {
-    const QByteArray block(16 * 1024, 'x');
+    const QByteArray block(16'384, 'x');
     const LoopbackServer server([&](QTcpSocket& socket) {
         socket.write("HTTP/1.1 200 OK\r\n\r\n");
         QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, [&socket, &block] {
@@ -287,7 +283,7 @@ TEST_F(QtHttpClientTest, FollowsRelativeRedirects) {
     EXPECT_THAT(server.requests.back(), StartsWith("GET /b?c=d "));
 }
 
-class RefusedRedirectTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+class RefusedRedirectTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(RefusedRedirectTest, IsNoAnswer) {
     const LoopbackServer server(redirecting(GetParam()));
@@ -313,7 +309,7 @@ TEST_F(QtHttpClientTest, GivesTheBodyOfARedirectToNowhere) {
 
 // What is no answer
 
-class ForbiddenAddressTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+class ForbiddenAddressTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(ForbiddenAddressTest, IsNotEvenAsked) {
     const auto outcome = ask(GetParam());
@@ -338,11 +334,11 @@ TEST_F(QtHttpClientTest, HasNoneWhenNobodyListens) {
     EXPECT_LT(outcome.after, 2s);
 }
 
-class BrokenResponseTest : public QtHttpClientTest, public ::testing::WithParamInterface<const char*> {};
+class BrokenResponseTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
 
 TEST_P(BrokenResponseTest, IsNoAnswer) {
     const LoopbackServer server([](QTcpSocket& socket) {
-        socket.write(GetParam());
+        socket.write(GetParam().data(), static_cast<qint64>(GetParam().size()));
         socket.disconnectFromHost();
     });
     EXPECT_EQ(ask(server.address()).body, std::nullopt);
@@ -415,55 +411,35 @@ TEST_F(QtHttpClientTest, AnswersManyQuestionsAtOnceEachOnItsOwn) {
 
 class EncryptedTest : public QtHttpClientTest {
 protected:
-    void SetUp() override {
-        const auto key = (folder / "key.pem").string();
-        const auto certificate = (folder / "certificate.pem").string();
-        QProcess openssl;
-        openssl.start(
-            QStringLiteral("openssl"),
-            {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"), QStringLiteral("ec"),
-             QStringLiteral("-pkeyopt"), QStringLiteral("ec_paramgen_curve:prime256v1"),
-             QStringLiteral("-nodes"), QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
-             QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
-             QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-keyout"),
-             QString::fromStdString(key), QStringLiteral("-out"), QString::fromStdString(certificate)});
-        if (!openssl.waitForFinished() || openssl.exitCode() != 0)
-            GTEST_SKIP() << "openssl makes no certificate here";
-        m_certificate = QSslCertificate::fromPath(QString::fromStdString(certificate)).value(0);
-        QFile keyFile(QString::fromStdString(key));
-        ASSERT_TRUE(keyFile.open(QIODevice::ReadOnly));
-        tls.setLocalCertificate(m_certificate);
-        tls.setPrivateKey(QSslKey(&keyFile, QSsl::Ec));
-        ASSERT_FALSE(m_certificate.isNull());
-        ASSERT_FALSE(tls.privateKey().isNull());
-    }
-    void TearDown() override { QSslConfiguration::setDefaultConfiguration(m_before); }
-
-    // From now on the server's certificate convinces.
-    void trustServer() {
-        auto trusting = m_before;
-        trusting.addCaCertificate(m_certificate);
-        QSslConfiguration::setDefaultConfiguration(trusting);
-    }
-
-    TemporaryFolder folder;
-    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-
-private:
-    QSslConfiguration m_before = QSslConfiguration::defaultConfiguration();
-    QSslCertificate m_certificate;
+    ServerCertificate certificate;
 };
 
 TEST_F(EncryptedTest, GivesTheBody) {
-    trustServer();
-    const LoopbackServer server(tls, answering("geheim"));
+    const Trust trust(certificate);
+    const LoopbackServer server(certificate.server(), answering("geheim"));
     EXPECT_EQ(ask(server.address()).body, "geheim");
     ASSERT_EQ(server.requests.size(), 1U);
     EXPECT_THAT(server.requests.front(), StartsWith("GET / HTTP/1.1\r\n"));
 }
 
 TEST_F(EncryptedTest, HasNoneWhereTheCertificateDoesNotConvince) {
-    const LoopbackServer server(tls, answering("geheim"));
+    const LoopbackServer server(certificate.server(), answering("geheim"));
+    EXPECT_EQ(ask(server.address()).body, std::nullopt);
+    EXPECT_TRUE(server.requests.empty());
+}
+
+TEST_F(EncryptedTest, HasNoneWhereTheCertificateHasRunOut) {
+    const ServerCertificate old("IP:127.0.0.1", -1);
+    const Trust trust(old);
+    const LoopbackServer server(old.server(), answering("geheim"));
+    EXPECT_EQ(ask(server.address()).body, std::nullopt);
+    EXPECT_TRUE(server.requests.empty());
+}
+
+TEST_F(EncryptedTest, HasNoneWhereTheCertificateIsForAnotherHost) {
+    const ServerCertificate others("DNS:vantor.example,IP:127.0.0.2");
+    const Trust trust(others);
+    const LoopbackServer server(others.server(), answering("geheim"));
     EXPECT_EQ(ask(server.address()).body, std::nullopt);
     EXPECT_TRUE(server.requests.empty());
 }
@@ -476,17 +452,17 @@ TEST_F(EncryptedTest, HasNoneWhereTheOtherSideDoesNotEncrypt) {
 }
 
 TEST_F(EncryptedTest, FollowsRedirectsToEncryptedPlaces) {
-    trustServer();
-    const LoopbackServer other(tls, answering("daar"));
-    const LoopbackServer server(tls, redirecting(other.address()));
+    const Trust trust(certificate);
+    const LoopbackServer other(certificate.server(), answering("daar"));
+    const LoopbackServer server(certificate.server(), redirecting(other.address()));
     EXPECT_EQ(ask(server.address()).body, "daar");
 }
 
 TEST_F(EncryptedTest, NeverFollowsARedirectFromOneSchemeToTheOther) {
-    trustServer();
+    const Trust trust(certificate);
     const LoopbackServer open(answering("open"));
-    const LoopbackServer encrypted(tls, answering("geheim"));
-    const LoopbackServer toOpen(tls, redirecting(open.address()));
+    const LoopbackServer encrypted(certificate.server(), answering("geheim"));
+    const LoopbackServer toOpen(certificate.server(), redirecting(open.address()));
     const LoopbackServer toEncrypted(redirecting(encrypted.address()));
     EXPECT_EQ(ask(toOpen.address()).body, std::nullopt);
     EXPECT_EQ(ask(toEncrypted.address()).body, std::nullopt);

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <vector>
 
 namespace vantor {
 namespace {
@@ -29,21 +30,21 @@ TEST_F(QtKeyValueStoreTest, IsEmptyAtFirst) {
 }
 
 TEST_F(QtKeyValueStoreTest, KeepsTextsOverARestart) {
-    const std::string texts[] = {"",
-                                 "2.0",
-                                 "https://vantor.example/a?b=1&c=d;e#f",
-                                 "a, b",
-                                 "a; b = c",
-                                 " spaties ",
-                                 "\"x\"",
-                                 "@Date",
-                                 "@Variant(1)",
-                                 "regel\nregel\r\n\t",
-                                 "caf\xC3\xA9 \xF0\x9F\x93\xB7",
-                                 "\\x41 % %41",
-                                 "1.5",
-                                 "true",
-                                 std::string("a\0b", 3)};
+    const std::vector<std::string> texts{"",
+                                         "2.0",
+                                         "https://vantor.example/a?b=1&c=d;e#f",
+                                         "a, b",
+                                         "a; b = c",
+                                         " spaties ",
+                                         "\"x\"",
+                                         "@Date",
+                                         "@Variant(1)",
+                                         "regel\nregel\r\n\t",
+                                         "caf\xC3\xA9 \xF0\x9F\x93\xB7",
+                                         "\\x41 % %41",
+                                         "1.5",
+                                         "true",
+                                         std::string("a\0b", 3)};
     for (const auto& text : texts) {
         {
             QtKeyValueStore store(file);
@@ -57,13 +58,13 @@ TEST_F(QtKeyValueStoreTest, KeepsTextsOverARestart) {
 }
 
 TEST_F(QtKeyValueStoreTest, KeepsDatesToTheLastBitOverARestart) {
-    const double seconds[] = {0.0,
-                              -0.25,
-                              800'000'000.123'456'7,
-                              std::nextafter(800'000'000.0, 1e9),
-                              -978'307'200.0,
-                              1e-300,
-                              std::numeric_limits<double>::max()};
+    const std::vector<double> seconds{0.0,
+                                      -0.25,
+                                      800'000'000.123'456'7,
+                                      std::nextafter(800'000'000.0, 1e9),
+                                      -978'307'200.0,
+                                      1e-300,
+                                      std::numeric_limits<double>::max()};
     for (const double each : seconds) {
         {
             QtKeyValueStore store(file);
@@ -124,7 +125,7 @@ TEST_F(QtKeyValueStoreTest, TakesNothingElseForATextOrADate) {
 
 TEST_F(QtKeyValueStoreTest, SurvivesAFileOfNonsense) {
     std::ofstream(file, std::ios::binary) << "[General\n"
-                                          << kKey << "=@Variant(\\0\\0\\0\\x7f\\xff)\n=\n\xFF\xFE\0";
+                                          << kKey << "=@Variant(\\0\\0\\0\\x7f\\xff)\n=\n\xFF\xFE" << '\0';
     QtKeyValueStore store(file);
     EXPECT_FALSE(store.date(kKey));
     store.setText("a", "1");

@@ -1,24 +1,15 @@
-#include "platform/qt/qt_http_client.h"
-#include "platform/qt/qt_key_value_store.h"
-#include "platform/qt/qt_timer.h"
-#include "tests/support/event_loop.h"
+#include "tests/platform_qt/update_over_http.h"
 #include "tests/support/loopback_server.h"
-#include "tests/support/standing_clock.h"
-#include "tests/support/temporary_folder.h"
-#include "update/update_checker.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
 #include <QTimer>
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace vantor {
 namespace {
@@ -28,9 +19,7 @@ using testing::answering;
 using testing::LoopbackServer;
 using testing::runFor;
 using testing::runUntil;
-using testing::StandingClock;
 using ::testing::StartsWith;
-using testing::TemporaryFolder;
 
 using Text = std::optional<std::string>;
 
@@ -42,47 +31,11 @@ std::string answerOf(const std::string& version) {
     return R"({"version":")" + version + R"(","download_url":")" + kDownload + R"("})";
 }
 
-// Asks the real client, with less patience.
-class HurriedClient final : public HttpClient {
-public:
-    void get(std::string_view address, const HttpLimits& limits,
-             std::function<void(std::optional<std::string> body)> onAnswer) override {
-        m_client.get(address,
-                     {std::min(limits.silence, longestSilence), std::min(limits.whole, longestWhole),
-                      limits.mostBytes},
-                     std::move(onAnswer));
-    }
-
-    std::chrono::milliseconds longestSilence = 1h;
-    std::chrono::milliseconds longestWhole = 1h;
-
-private:
-    QtHttpClient m_client;
-};
-
-class UpdateOverHttpTest : public ::testing::Test {
+class UpdateOverHttpTest : public testing::UpdateOverHttp {
 protected:
     std::unique_ptr<UpdateChecker> makeChecker(const LoopbackServer& server) {
-        return std::make_unique<UpdateChecker>(server.address(kPath), "vantorprep.updateChecker", "1.9.9",
-                                               client, defaults, timer, clock.clock());
+        return UpdateOverHttp::makeChecker(server.address(kPath));
     }
-
-    // Checks once, whenever the last answer came, and waits for what is stored about the new one.
-    void check(UpdateChecker& checker) {
-        clock.set({clock.now().secondsSinceReference + 21'600});
-        checker.checkForUpdate();
-        EXPECT_TRUE(runUntil([&] { return isStored(checker, clock.now()); }));
-    }
-    bool isStored(const UpdateChecker& checker, Timestamp moment) const {
-        const auto date = defaults.date(checker.lastCheckKey());
-        return date && date->secondsSinceReference == moment.secondsSinceReference;
-    }
-
-    TemporaryFolder folder;
-    HurriedClient client;
-    QtKeyValueStore defaults{folder / "instellingen.ini"};
-    QtTimer timer;
-    StandingClock clock{kNow};
 };
 
 TEST_F(UpdateOverHttpTest, NoticesANewerVersionAndForgetsItWhenItIsInstalled) {
@@ -159,7 +112,7 @@ TEST_F(UpdateOverHttpTest, CountsNoConnectionAsAnAnswer) {
 }
 
 TEST_F(UpdateOverHttpTest, GivesUpOnATrickle) {
-    client.longestWhole = 500ms;
+    client.whole = 500ms;
     const LoopbackServer server([](QTcpSocket& socket) {
         socket.write("HTTP/1.1 200 OK\r\n\r\n" + QByteArray::fromStdString(answerOf("2.0")));
         auto* const drip = new QTimer(&socket);

@@ -182,16 +182,33 @@ inline rc::Gen<Timestamp> wholeSecond() {
                         [](std::int64_t seconds) { return Timestamp{static_cast<double>(seconds)}; });
 }
 
-inline rc::Gen<SetItem> setItem(rc::Gen<std::string> texts = text()) {
+inline rc::Gen<SetItem> setItem(const rc::Gen<std::string>& texts = text()) {
     return rc::gen::construct<SetItem>(uuid(), texts, texts);
 }
 
-inline rc::Gen<SetData> setData(rc::Gen<Timestamp> moments, rc::Gen<std::string> texts = text()) {
+inline rc::Gen<SetData> setData(const rc::Gen<Timestamp>& moments,
+                                const rc::Gen<std::string>& texts = text()) {
     return rc::gen::construct<SetData>(uuid(), texts, texts, fewOf<std::vector<SetItem>>(setItem(texts)),
                                        texts, texts, moments, rc::gen::arbitrary<std::int64_t>(), texts);
 }
 
-inline rc::Gen<Shoot> shoot(rc::Gen<Timestamp> moments) {
+// A set of plain texts with a number and named items, whose texts are without `barred`.
+inline rc::Gen<SetData> plainSet(std::string_view barred) {
+    return rc::gen::apply(
+        [](SetData set, std::vector<SetItem> items) {
+            for (auto& item : items) {
+                if (item.name.empty())
+                    item.name = "tee";
+            }
+            if (set.setNumber.empty())
+                set.setNumber = "1";
+            set.items = std::move(items);
+            return set;
+        },
+        setData(moment(), plainText("")), fewOf<std::vector<SetItem>>(setItem(plainText(barred))));
+}
+
+inline rc::Gen<Shoot> shoot(const rc::Gen<Timestamp>& moments) {
     const auto path = rc::gen::map(rc::gen::maybe(text()), [](const rc::Maybe<std::string>& made) {
         return made ? std::optional(*made) : std::nullopt;
     });
@@ -201,7 +218,7 @@ inline rc::Gen<Shoot> shoot(rc::Gen<Timestamp> moments) {
                                      fewOf<std::vector<SetActivation>>(activation));
 }
 
-inline rc::Gen<Product> product(rc::Gen<std::string> texts = text()) {
+inline rc::Gen<Product> product(const rc::Gen<std::string>& texts = text()) {
     return rc::gen::construct<Product>(uuid(), texts, fewOf<std::vector<std::string>>(texts), texts);
 }
 

@@ -11,7 +11,7 @@
 namespace vantor::testing {
 
 inline std::string readFile(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
+    const std::ifstream in(path, std::ios::binary);
     std::ostringstream bytes;
     bytes << in.rdbuf();
     EXPECT_TRUE(in.good() && !bytes.str().empty()) << "cannot read " << path;

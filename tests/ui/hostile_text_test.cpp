@@ -1,8 +1,21 @@
+#include "tests/support/read_file.h"
 #include "tests/ui/ui_fixture.h"
+#include "ui/catalog_picker_menu.h"
+#include "ui/text.h"
+#include "ui/widgets.h"
 
+#include <QAccessible>
+#include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
+#include <QTabBar>
 #include <QTextDocument>
+#include <QThreadPool>
+#include <array>
+#include <filesystem>
+#include <regex>
+#include <set>
 
 namespace vantor::testing {
 namespace {
@@ -187,6 +200,304 @@ TEST_F(HostileText, ScannedTextIsShownAsItWas) {
     click(main(), "activateScanButton");
     EXPECT_EQ(shoot().sets[0].brand, kReversing);
     EXPECT_TRUE(textOf(row(), "headline").contains("<i>1</i>"));
+}
+
+// --- everything that any window shows
+
+// Markup, shortcuts, the mark of an unsaved window, a place for a value, a direction that is never closed, one that
+// was never opened, and a control character.
+const std::string kHostile = "<u>kanarie</u> &amp; &Kn && [*] %1 \u2067\u202Ex\u0007y";
+const QString kWord = QStringLiteral("kanarie");
+
+struct Seen {
+    QString where;
+    QString text;
+};
+
+// What is left of a text where "&" marks a shortcut.
+QString withoutMnemonics(const QString& text) {
+    QString left;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == QLatin1Char('&') && i + 1 < text.size())
+            ++i;
+        left += text[i];
+    }
+    return left;
+}
+
+// What is left of a window's title, as QWidget::windowTitle tells.
+QString withoutUnsavedMarks(QString title) {
+    const QString two = QStringLiteral("[*][*]");
+    const QString kept = QChar(0xE000);
+    return title.replace(two, kept).remove(QStringLiteral("[*]")).replace(kept, QStringLiteral("[*]"));
+}
+
+// Everything that a window says with labels, buttons, boxes, menus, titles, tool tips and to assistive technology.
+// What fields and editors hold is for editing, and as it is.
+std::vector<Seen> everythingSeen(QWidget& window) {
+    std::vector<Seen> seen;
+    auto widgets = window.findChildren<QWidget*>();
+    widgets.prepend(&window);
+    for (auto* const widget : widgets) {
+        const auto add = [&](const char* what, const QString& text) {
+            if (!text.isEmpty()) {
+                seen.push_back({QLatin1String(widget->metaObject()->className()) + QLatin1Char(' ') +
+                                    widget->objectName() + QLatin1String(": ") + QLatin1String(what),
+                                text});
+            }
+        };
+        add("tool tip", QString::fromStdString(shownToolTip(*widget)));
+        add("status tip", widget->statusTip());
+        if (widget->isWindow())
+            add("title", withoutUnsavedMarks(widget->windowTitle()));
+        if (const auto* const label = qobject_cast<const QLabel*>(widget)) {
+            if (!label->text().isEmpty() && label->textFormat() != Qt::PlainText)
+                add("reads markup", kWord);
+            add("text", label->buddy() != nullptr ? withoutMnemonics(label->text()) : label->text());
+        } else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget)) {
+            add("text", withoutMnemonics(button->text()));
+        } else if (const auto* const field = qobject_cast<const QLineEdit*>(widget)) {
+            add("placeholder", field->placeholderText());
+        } else if (const auto* const box = qobject_cast<const QComboBox*>(widget)) {
+            for (const auto& entry : entries(*box))
+                add("entry", entry);
+        } else if (const auto* const group = qobject_cast<const QGroupBox*>(widget)) {
+            add("title", withoutMnemonics(group->title()));
+        } else if (const auto* const tabs = qobject_cast<const QTabBar*>(widget)) {
+            for (int i = 0; i < tabs->count(); ++i)
+                add("tab", withoutMnemonics(tabs->tabText(i)));
+        } else {
+            add("text", textOf(*widget));
+        }
+        for (const auto* const action : widget->actions())
+            add("action", withoutMnemonics(action->text()));
+        if (auto* const told = QAccessible::queryAccessibleInterface(widget)) {
+            add("name", told->text(QAccessible::Name));
+            add("description", told->text(QAccessible::Description));
+            add("help", told->text(QAccessible::Help));
+        }
+    }
+    return seen;
+}
+
+// Where a window shows the hostile text otherwise than whole, closed off, and with a sign for what cannot be seen.
+std::vector<std::string> breaches(const std::vector<Seen>& seen) {
+    const auto whole = QString::fromStdString(shownText(kHostile));
+    std::vector<std::string> found;
+    for (const auto& [where, text] : seen) {
+        if (text.count(kWord) != text.count(whole) || text.contains(QChar(7)))
+            found.push_back(
+                (where + QStringLiteral(" \u201C") + text + QStringLiteral("\u201D")).toStdString());
+    }
+    return found;
+}
+
+bool showsHostileText(const std::vector<Seen>& seen) {
+    return std::ranges::any_of(seen, [](const Seen& each) { return each.text.contains(kWord); });
+}
+
+struct HostileWindow {
+    const char* name;
+    // Whether there is a place in it where the text can be read.
+    bool shows;
+};
+
+void PrintTo(const HostileWindow& window, std::ostream* out) {
+    *out << window.name;
+}
+
+constexpr auto kWindows = std::to_array<HostileWindow>({
+    {"main", true},
+    {"newShootSheet", true},
+    {"newSetSheet", false},
+    {"editSetSheet", false},
+    {"importSheet", false},
+    {"bulkExportSheet", true},
+    {"clientsSheet", true},
+    {"catalogSheet", true},
+    {"editProductSheet", true},
+    {"catalogImportSheet", false},
+    {"qrSheet", true},
+});
+
+class HostileWindows : public HostileText {
+protected:
+    HostileWindows() {
+        openWith(kHostile);
+        // Two shoots, for the picker.
+        addShoot(kHostile, kHostile);
+        manager().setActiveShootId(manager().shoots()[1].id);
+        catalog().addClient(kHostile);
+        catalog().addBrand(kHostile);
+        addProduct(kHostile, {kHostile, kHostile}, kHostile);
+        announceVersion("9", "https://vantor.example/9");
+    }
+
+    QWidget& openWindow(const std::string& name) {
+        static const std::map<std::string, const char*> kButtons = {
+            {"newShootSheet", "newShootButton"},   {"newSetSheet", "newSetButton"},
+            {"importSheet", "importButton"},       {"bulkExportSheet", "bulkExportButton"},
+            {"clientsSheet", "clientsButton"},     {"catalogSheet", "catalogButton"},
+            {"editProductSheet", "catalogButton"}, {"catalogImportSheet", "catalogButton"},
+        };
+        if (name == "main")
+            return main();
+        if (name == "editSetSheet" || name == "qrSheet")
+            click(row(), name == "qrSheet" ? "qrButton" : "editButton");
+        else
+            click(main(), kButtons.at(name));
+        if (name == "editProductSheet")
+            click(*allVisible<QAbstractButton>(sheet("catalogSheet"), "editProductButton").at(0));
+        if (name == "catalogImportSheet")
+            click(sheet("catalogSheet"), "importButton");
+        return sheet(name.c_str());
+    }
+};
+
+class EveryWindow : public HostileWindows, public ::testing::WithParamInterface<HostileWindow> {};
+
+TEST_P(EveryWindow, ShowsHostileTextAsItIs) {
+    auto& window = openWindow(GetParam().name);
+    const auto seen = everythingSeen(window);
+    EXPECT_THAT(breaches(seen), IsEmpty());
+    EXPECT_EQ(showsHostileText(seen), GetParam().shows);
+}
+
+TEST_P(EveryWindow, ShowsHostileTextAsItIsWhereThereIsLittleRoom) {
+    auto& window = openWindow(GetParam().name);
+    window.resize(window.minimumSize());
+    settle();
+    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(HostileText, EveryWindow, ::testing::ValuesIn(kWindows),
+                         [](const auto& window) { return std::string(window.param.name); });
+
+TEST(HostileTextOf, EverySheetOfTheProgramIsLookedAt) {
+    std::set<std::string> lookedAt;
+    for (const auto& window : kWindows)
+        lookedAt.insert(window.name);
+    std::set<std::string> missed;
+    std::size_t found = 0;
+    const std::regex sheetName("\"([A-Za-z]+Sheet)\"");
+    for (const auto& file :
+         std::filesystem::directory_iterator(std::filesystem::path(VANTOR_EXAMPLES) / "../src/ui")) {
+        if (file.path().extension() != ".cpp")
+            continue;
+        const auto source = readFile(file.path());
+        for (auto match = std::sregex_iterator(source.begin(), source.end(), sheetName);
+             match != std::sregex_iterator(); ++match, ++found) {
+            if (!lookedAt.contains((*match)[1]))
+                missed.insert((*match)[1]);
+        }
+    }
+    EXPECT_THAT(missed, IsEmpty());
+    EXPECT_EQ(found, std::size(kWindows) - 1);
+}
+
+TEST_F(HostileWindows, QuestionsShowHostileTextAsItIs) {
+    click(row(), "deleteButton");
+    auto seen = everythingSeen(sheet("confirmation"));
+    EXPECT_THAT(breaches(seen), IsEmpty());
+    EXPECT_TRUE(showsHostileText(seen));
+    click(sheet("confirmation"), "cancelDeletion");
+    click(main(), "deleteShootButton");
+    seen = everythingSeen(sheet("confirmation"));
+    EXPECT_THAT(breaches(seen), IsEmpty());
+    EXPECT_TRUE(showsHostileText(seen));
+}
+
+TEST_F(HostileWindows, ProgressShowsNoMarkup) {
+    m_dialogs.whereToSave = "/out/cards.pdf";
+    click(main(), "bulkExportButton");
+    auto& opened = sheet("bulkExportSheet");
+    find<QAbstractButton>(opened, "exportButton").click();
+    EXPECT_THAT(breaches(everythingSeen(find(opened, "exportProgress"))), IsEmpty());
+    QThreadPool::globalInstance()->waitForDone();
+}
+
+TEST_F(HostileWindows, TheGeneratorShowsNoMarkup) {
+    auto& view = openGenerator();
+    click(view, "addItemButton");
+    for (auto* const field : view.findChildren<QLineEdit*>())
+        field->setText(QString::fromStdString(kHostile));
+    click(view, "generateButton");
+    EXPECT_THAT(breaches(everythingSeen(view)), IsEmpty());
+    const auto text = find<QPlainTextEdit>(view, "codeText").toPlainText();
+    EXPECT_TRUE(text.contains(kWord));
+    EXPECT_FALSE(text.contains(QChar(7)));
+}
+
+TEST_F(HostileWindows, MenusShowHostileTextAsItIs) {
+    click(main(), "newSetButton");
+    auto& picker = find<ui::CatalogPickerMenu>(sheet("newSetSheet"), "catalogPicker");
+    std::vector<QMenu*> menus{picker.menu()};
+    for (std::size_t i = 0; i < menus.size(); ++i) {
+        // What opening it does, without a popup on screen.
+        Q_EMIT menus[i]->aboutToShow();
+        for (const auto* const action : menus[i]->actions()) {
+            if (action->menu() != nullptr)
+                menus.push_back(action->menu());
+        }
+    }
+    ASSERT_EQ(menus.size(), 3U) << "of all brands, of the brand, of the product";
+    for (auto* const menu : menus) {
+        const auto seen = everythingSeen(*menu);
+        EXPECT_THAT(breaches(seen), IsEmpty());
+        EXPECT_TRUE(showsHostileText(seen));
+    }
+}
+
+TEST_F(HostileWindows, ContextMenuShowsNoMarkup) {
+    row().openMenu(main().mapToGlobal(QPoint(50, 50)));
+    auto* const menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_THAT(breaches(everythingSeen(*menu)), IsEmpty());
+    menu->close();
+}
+
+TEST_F(HostileWindows, LookingFindsEveryKindOfBreach) {
+    QWidget window;
+    const auto hostile = QString::fromStdString(kHostile);
+    const auto shown = QString::fromStdString(shownText(kHostile));
+    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
+    const auto finds = [&](auto* widget) {
+        const std::unique_ptr<QWidget> made(widget);
+        made->setParent(&window);
+        return !breaches(everythingSeen(window)).empty();
+    };
+    const auto label = [](const QString& text, Qt::TextFormat format) {
+        auto* const made = new QLabel(text);
+        made->setTextFormat(format);
+        return made;
+    };
+    const auto withToolTip = [](const QString& text) {
+        auto* const made = new QWidget;
+        made->setToolTip(text);
+        return made;
+    };
+    EXPECT_FALSE(finds(label(shown, Qt::PlainText)));
+    EXPECT_TRUE(finds(label(shown, Qt::AutoText)));
+    EXPECT_TRUE(finds(label(hostile, Qt::PlainText)));
+    auto* const toldInFull = new QWidget;
+    ui::tellInFull(toldInFull, shown);
+    EXPECT_FALSE(finds(toldInFull));
+    EXPECT_TRUE(finds(withToolTip(shown)));
+    EXPECT_TRUE(finds(withToolTip(ui::plainToolTip(shown)))) << "its markup is read aloud";
+    EXPECT_FALSE(finds(new QPushButton(ui::dataInMenu(kHostile))));
+    EXPECT_TRUE(finds(new QPushButton(shown)));
+    auto* const menu = new QMenu;
+    menu->addAction(shown);
+    EXPECT_TRUE(finds(menu));
+    auto* const box = new QComboBox;
+    box->addItem(hostile);
+    EXPECT_TRUE(finds(box));
+    window.setAccessibleName(hostile);
+    EXPECT_THAT(breaches(everythingSeen(window)), ::testing::Not(IsEmpty()));
+    window.setAccessibleName(QString());
+    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
+    window.setWindowTitle(shown);
+    EXPECT_THAT(breaches(everythingSeen(window)), ::testing::Not(IsEmpty()));
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QUrl>
 #include <algorithm>
+#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -49,7 +50,7 @@ protected:
             return;
         QDropEvent dropped(QPointF(300, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&main(), &dropped);
-        settle();
+        settleReads();
     }
 
     std::uint64_t m_at = 1'000'000;
@@ -328,6 +329,10 @@ struct Opening {
     const char* title;
 };
 
+void PrintTo(const Opening& each, std::ostream* out) {
+    *out << each.button;
+}
+
 class MainWindowOpens : public MainWindow, public ::testing::WithParamInterface<Opening> {};
 
 TEST_P(MainWindowOpens, ASheetThatEscapeCloses) {
@@ -458,6 +463,7 @@ TEST_F(MainWindow, OpensAShootFile) {
     m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
     m_dialogs.whatToOpen = "/in/a.vantor";
     click(main(), "openButton");
+    settleReads();
     EXPECT_THAT(m_dialogs.openedTypes, ElementsAre(ElementsAre("vantor")));
     ASSERT_THAT(manager().shoots(), SizeIs(2));
     EXPECT_EQ(manager().activeShootId(), manager().shoots()[0].id);
@@ -466,6 +472,7 @@ TEST_F(MainWindow, OpensAShootFile) {
 
     m_dialogs.whatToOpen.reset();
     click(main(), "openButton");
+    settleReads();
     EXPECT_THAT(manager().shoots(), SizeIs(2));
     EXPECT_FALSE(isOpen("alert"));
 }
@@ -475,6 +482,7 @@ TEST_F(MainWindow, SaysThatAFileIsNoShootFile) {
     m_files.files["/in/a.vantor"] = "geen shoot";
     m_dialogs.whatToOpen = "/in/a.vantor";
     click(main(), "openButton");
+    settleReads();
     auto& alert = dynamic_cast<QMessageBox&>(sheet("alert"));
     EXPECT_EQ(alert.text(), "Kon .vantor-bestand niet openen");
     EXPECT_EQ(alert.informativeText(),
@@ -487,8 +495,8 @@ TEST_F(MainWindow, SaysThatAFileIsNoShootFile) {
 
 TEST_F(MainWindow, SaysThatAHandedFileCannotBeRead) {
     openMain();
-    main().openShootFile("/in/weg.vantor");
-    settle();
+    main().openShootFiles({{"/in/weg.vantor"}, {}, {}, {}});
+    settleReads();
     EXPECT_TRUE(isOpen("alert"));
     QTest::keyClick(&sheet("alert"), Qt::Key_Escape);
     settle();

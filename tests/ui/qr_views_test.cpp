@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QImage>
 #include <QScrollArea>
+#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -164,6 +165,10 @@ struct Look {
     // Of the brand, which makes the code larger or smaller.
     std::size_t letters;
 };
+
+void PrintTo(const Look& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class QrSheetLook : public QrSheet, public ::testing::WithParamInterface<Look> {};
 

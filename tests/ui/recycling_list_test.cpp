@@ -331,6 +331,10 @@ TEST_F(List, OpensTheMenuOfARow) {
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(3, 3), m_list.mapToGlobal(QPoint(3, 3)));
     QApplication::sendEvent(&m_list, &byKey);
     EXPECT_THAT(m_menus, ElementsAre(4, 4));
+    QTest::keyClick(&m_list, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_THAT(m_menus, ElementsAre(4, 4, 4));
+    QTest::keyClick(&m_list, Qt::Key_F10);
+    EXPECT_THAT(m_menus, ElementsAre(4, 4, 4));
 }
 
 TEST_F(List, OpensNoMenuBelowItsRows) {

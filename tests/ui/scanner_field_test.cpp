@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QThread>
+#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -96,10 +97,10 @@ TEST_F(Scanner, SeveralReturnsAreEmptyLines) {
 }
 
 TEST_F(Scanner, JudgesKeysThatHadToWaitByTheirOwnTimes) {
-    auto at = burst(1000, "SET:1\n");
+    const auto at = burst(1000, "SET:1\n");
     // The program is busy for longer than a scanner pauses, while the keys are pressed on time.
     QThread::msleep(250);
-    at = burst(at, "BRAND:X\n");
+    burst(at, "BRAND:X\n");
     EXPECT_THAT(m_cards, IsEmpty());
     silence();
     EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
@@ -156,6 +157,10 @@ struct LineKey {
     const char* text;
     Qt::KeyboardModifiers modifiers;
 };
+
+void PrintTo(const LineKey& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class ScannerReturn : public Scanner, public ::testing::WithParamInterface<LineKey> {
 protected:
@@ -316,6 +321,127 @@ TEST_F(ScannerInWindow, BurstStaysInTheFieldWhenASheetOpens) {
         EXPECT_EQ(typed->text(), "") << typed->objectName().toStdString();
 }
 
+// Types on a window as the window system does, which hands nothing to a window that is blocked.
+void pressOnWindow(QWidget& on, int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {}) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+        qt_handleKeyEvent(on.windowHandle(), type, key, modifiers, text);
+}
+
+void typeOnWindow(QWidget& on, const char* text) {
+    for (; *text != '\0'; ++text) {
+        const QChar character = QLatin1Char(*text);
+        if (character == QLatin1Char('\n'))
+            pressOnWindow(on, Qt::Key_Return, QStringLiteral("\r"));
+        else
+            pressOnWindow(on, character.toUpper().unicode(), character);
+    }
+}
+
+// A sheet as it is before the desktop has given it the focus.
+class OpeningSheet {
+public:
+    explicit OpeningSheet(QWidget& over) : m_dialog(&over), m_field(&m_dialog) {
+        m_dialog.setWindowModality(Qt::WindowModal);
+        m_dialog.setAttribute(Qt::WA_ShowWithoutActivating);
+        m_dialog.open();
+    }
+    void giveFocus() {
+        m_field.setFocus();
+        m_dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_dialog));
+    }
+    [[nodiscard]] QString typed() const { return m_field.text(); }
+    [[nodiscard]] QDialog& dialog() { return m_dialog; }
+
+private:
+    QDialog m_dialog;
+    QLineEdit m_field;
+};
+
+TEST_F(ScannerInWindow, CardThatBeginsBeforeASheetHasTheFocusIsWhole) {
+    openMainWithSets(2);
+    OpeningSheet sheet(main());
+    typeOnWindow(main(), "SET:2\nBR");
+    EXPECT_EQ(field().text(), "SET:2\nBR");
+    sheet.giveFocus();
+    typeOnWindow(sheet.dialog(), "AND:Marvis\n");
+    EXPECT_EQ(sheet.typed(), "");
+    silence();
+    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
+    EXPECT_THAT(shoot().sets, SizeIs(2));
+}
+
+TEST_F(ScannerInWindow, CardThatBeginsInASheetIsTheSheets) {
+    openMainWithSets(2);
+    OpeningSheet sheet(main());
+    sheet.giveFocus();
+    typeOnWindow(sheet.dialog(), "SET:2");
+    EXPECT_EQ(sheet.typed(), "SET:2");
+    EXPECT_EQ(field().text(), "");
+}
+
+TEST_F(ScannerInWindow, HandsKeyBeforeASheetHasTheFocusLeavesNothingInTheField) {
+    openMainWithSets(2);
+    OpeningSheet sheet(main());
+    typeOnWindow(main(), "1");
+    silence();
+    EXPECT_EQ(field().text(), "");
+    typeOnWindow(main(), "2");
+    silence();
+    EXPECT_EQ(field().text(), "");
+    EXPECT_THAT(shoot().activationLog, IsEmpty());
+}
+
+TEST_F(ScannerInWindow, HandsKeyBeforeASheetHasTheFocusLeavesWhatStoodInTheField) {
+    openMainWithSets(2);
+    field().setText("SET:2");
+    OpeningSheet sheet(main());
+    typeOnWindow(main(), "1");
+    silence();
+    EXPECT_EQ(field().text(), "SET:2");
+}
+
+TEST_F(ScannerInWindow, NothingElseReachesAWindowThatASheetIsOpeningOver) {
+    openMainWithSets(2);
+    {
+        OpeningSheet sheet(main());
+        pressOnWindow(main(), Qt::Key_F1);
+        pressOnWindow(main(), Qt::Key_N, QStringLiteral("\x0e"), Qt::ControlModifier);
+        pressOnWindow(main(), Qt::Key_Return, QStringLiteral("\r"));
+        pressOnWindow(main(), Qt::Key_Space, QStringLiteral(" "));
+        QTest::mouseClick(main().windowHandle(), Qt::LeftButton, {},
+                          find(main(), "newSetButton").mapTo(&main(), QPoint(5, 5)));
+        settle();
+        EXPECT_THAT(m_urls.addresses, IsEmpty());
+        EXPECT_FALSE(isOpen("newShootSheet"));
+        EXPECT_FALSE(isOpen("newSetSheet"));
+        EXPECT_EQ(field().text(), "");
+    }
+    returnToMain();
+    pressOnWindow(main(), Qt::Key_F1);
+    EXPECT_THAT(m_urls.addresses, SizeIs(1));
+}
+
+TEST_F(ScannerInWindow, SheetWithTheFocusBlocksItsWindowWhole) {
+    openMainWithSets(2);
+    OpeningSheet sheet(main());
+    sheet.giveFocus();
+    typeOnWindow(main(), "SET:2\n");
+    silence();
+    EXPECT_EQ(field().text(), "");
+    pressOnWindow(main(), Qt::Key_F1);
+    EXPECT_THAT(m_urls.addresses, IsEmpty());
+}
+
+TEST_F(ScannerInWindow, LeavesKeysBeforeASheetHasTheFocusToTheFieldThatTookThem) {
+    openMainWithSets(2);
+    search().setFocus();
+    OpeningSheet sheet(main());
+    typeOnWindow(main(), "SET:2\n");
+    EXPECT_EQ(field().text(), "");
+    EXPECT_EQ(search().text(), "");
+}
+
 TEST_F(ScannerInWindow, BurstAnswersNoQuestion) {
     openMainWithSets(2);
     auto at = burst(1000, "SET:2\nBRAND");
@@ -352,7 +478,7 @@ TEST_F(ScannerInWindow, BurstTriggersNoShortcuts) {
     // The same keys from a hand do.
     pressAt(main(), at += 5000, Qt::Key_F1);
     EXPECT_THAT(m_urls.addresses, SizeIs(1));
-    pressAt(main(), at += 5000, Qt::Key_N, QStringLiteral("\x0e"), Qt::ControlModifier);
+    pressAt(main(), at + 5000, Qt::Key_N, QStringLiteral("\x0e"), Qt::ControlModifier);
     settle();
     EXPECT_TRUE(isOpen("newShootSheet"));
 }

@@ -111,25 +111,25 @@ TEST_F(ShellTest, EscapeClosesTheGeneratorAndNotTheMainWindow) {
 TEST_F(ShellTest, AddsTheShootsOfHandedFiles) {
     m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
     m_files.files["/in/b.vantor"] = "kapot";
-    m_shell.openFiles({"/in/a.vantor"});
-    settle();
+    m_shell.openFiles({{"/in/a.vantor"}, {}, {}, {}});
+    settleReads();
     auto& main = m_shell.openMain();
     EXPECT_THAT(main.manager().shoots(), SizeIs(1));
     EXPECT_FALSE(isOpen("alert"));
-    m_shell.openFiles({"/in/a.vantor", "/in/b.vantor"});
-    settle();
+    m_shell.openFiles({{"/in/a.vantor", "/in/b.vantor"}, {}, {}, {}});
+    settleReads();
     EXPECT_THAT(main.manager().shoots(), SizeIs(2));
     EXPECT_TRUE(isOpen("alert"));
 }
 
 TEST_F(ShellTest, HandedFileDoesNotReplaceWhatIsStored) {
     m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
-    m_shell.openFiles({"/in/a.vantor"});
-    settle();
+    m_shell.openFiles({{"/in/a.vantor"}, {}, {}, {}});
+    settleReads();
     m_shell.openMain().close();
     settle();
-    m_shell.openFiles({"/in/a.vantor"});
-    settle();
+    m_shell.openFiles({{"/in/a.vantor"}, {}, {}, {}});
+    settleReads();
     EXPECT_THAT(m_shell.openMain().manager().shoots(), SizeIs(2));
 }
 

@@ -1,6 +1,7 @@
 #include "tests/ui/ui_fixture.h"
 
 #include "platform/cairo/cairo_pdf_canvas.h"
+#include "ui/beside_window.h"
 
 #include <QLabel>
 #include <QToolButton>
@@ -15,6 +16,15 @@ void settle() {
     for (int i = 0; i < 3; ++i) {
         QApplication::processEvents();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void settleReads() {
+    // A file that was read lets the next one be.
+    constexpr int kMostInARow = 20;
+    for (int i = 0; i < kMostInARow; ++i) {
+        ui::readingThreads().waitForDone();
+        settle();
     }
 }
 

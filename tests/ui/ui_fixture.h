@@ -40,6 +40,8 @@ namespace vantor::testing {
 
 // Lets everything that is due happen, the deleting of closed sheets too.
 void settle();
+// The same, and lets files be read beside the window, up to twenty in a row.
+void settleReads();
 
 // The one widget of that name, shown or not.
 template <typename Widget = QWidget>

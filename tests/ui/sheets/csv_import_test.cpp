@@ -6,7 +6,7 @@
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QMimeData>
-#include <QThreadPool>
+#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -52,8 +52,7 @@ protected:
         m_files.files["/tmp/in.csv"] = bytes;
         m_dialogs.whatToOpen = "/tmp/in.csv";
         click(sheet, "chooseFileButton");
-        QThreadPool::globalInstance()->waitForDone();
-        settle();
+        settleReads();
     }
 
     void drop(QWidget& onto, const QList<QUrl>& urls) {
@@ -67,8 +66,7 @@ protected:
             return;
         QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(&onto, &event);
-        QThreadPool::globalInstance()->waitForDone();
-        settle();
+        settleReads();
     }
 
     bool m_accepted = false;
@@ -246,8 +244,7 @@ TEST_F(CsvImportTest, AFileThatCannotBeReadChangesNothing) {
     EXPECT_EQ(editor(sheet).toPlainText(), "oud");
     m_dialogs.whatToOpen = "/tmp/geen.csv";
     click(sheet, "chooseFileButton");
-    QThreadPool::globalInstance()->waitForDone();
-    settle();
+    settleReads();
     EXPECT_EQ(editor(sheet).toPlainText(), "oud");
     m_dialogs.whatToOpen.reset();
     click(sheet, "chooseFileButton");
@@ -273,8 +270,7 @@ TEST_F(CsvImportTest, AFileReadWhileTheSheetClosesIsForgotten) {
     m_dialogs.whatToOpen = "/tmp/in.csv";
     QTest::mouseClick(&find<QAbstractButton>(sheet, "chooseFileButton"), Qt::LeftButton);
     click(sheet, "cancelButton");
-    QThreadPool::globalInstance()->waitForDone();
-    settle();
+    settleReads();
     EXPECT_FALSE(isOpen("importSheet"));
     EXPECT_THAT(shoot().sets, IsEmpty());
 }
@@ -357,6 +353,10 @@ struct DefaultBrandCase {
     const char* chosen;
     const char* expected;
 };
+
+void PrintTo(const DefaultBrandCase& each, std::ostream* out) {
+    *out << each.chosen;
+}
 
 class DefaultBrandTest : public CsvImportTest, public ::testing::WithParamInterface<DefaultBrandCase> {};
 

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QScrollBar>
+#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -12,6 +13,10 @@ struct SheetCase {
     // Where it starts.
     const char* focus;
 };
+
+void PrintTo(const SheetCase& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class EverySheetTest : public SheetTest, public ::testing::WithParamInterface<SheetCase> {
 protected:

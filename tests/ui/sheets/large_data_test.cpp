@@ -1,8 +1,8 @@
 #include "tests/ui/sheets/sheet_test.h"
+#include "ui/beside_window.h"
 
 #include <QClipboard>
 #include <QMenu>
-#include <QThreadPool>
 #include <iostream>
 
 namespace vantor::testing {
@@ -33,10 +33,11 @@ protected:
     // Spread over so many brands, each product with four colours.
     void fillCatalog(unsigned products, unsigned brands) {
         std::vector<Product> all;
-        for (unsigned i = 0; i < products; ++i)
+        for (unsigned i = 0; i < products; ++i) {
             all.push_back(Product::make("product " + std::to_string(100000 + i),
                                         {"rood", "blauw", "groen", "zwart"},
                                         "Merk " + std::to_string(i % brands)));
+        }
         catalog().setProducts(std::move(all));
         settle();
     }
@@ -128,10 +129,11 @@ TEST_F(LargeDataTest, OneBrandOfFiveThousandProductsOpensAtOnce) {
 QString pastedText(int& sets) {
     QString text("Set;Merk;Items;Model;Locatie\n");
     sets = 100000;
-    for (int i = 0; i < sets; ++i)
+    for (int i = 0; i < sets; ++i) {
         text += QStringLiteral("%1;Merk;jas met een lange naam en veel letters/een kleur met een lange naam, "
                                "broek/blauw;Anna de Vries;Studio A\n")
                     .arg(i);
+    }
     return text;
 }
 
@@ -154,7 +156,7 @@ TEST_F(LargeDataTest, TenMegabytesOfTextDoNotHoldTheWindowUp) {
     expectWithin("showing a file", quickest([&] {
                      editor.clear();
                      QTest::mouseClick(&find(shown, "chooseFileButton"), Qt::LeftButton);
-                     QThreadPool::globalInstance()->waitForDone();
+                     ui::readingThreads().waitForDone();
                      QApplication::processEvents();
                      shown.repaint();
                  }),

@@ -1,0 +1,390 @@
+#include "app/first_process.h"
+#include "platform/posix/posix_process_lock.h"
+#include "tests/support/event_loop.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+#include <QLocalSocket>
+#include <QThread>
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <utility>
+
+namespace vantor::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using Role = FirstProcess::Role;
+using Files = std::vector<std::filesystem::path>;
+
+class NoLock final : public ProcessLock {
+public:
+    Attempt tryTake() override { return Attempt::Impossible; }
+    void release() override {}
+    void tell(std::string_view) override {}
+    [[nodiscard]] std::string told() const override { return {}; }
+};
+
+// Another start, on a thread of its own as it waits there.
+class Start {
+public:
+    Start(std::unique_ptr<ProcessLock> lock, QStringList places, Files files,
+          std::chrono::milliseconds patience)
+        : m_lock(std::move(lock)),
+          m_thread(QThread::create([this, places = std::move(places), files = std::move(files), patience] {
+              FirstProcess process(*m_lock, places, patience);
+              m_role = process.begin(files);
+              m_handedBefore = process.handedBeforeAt().has_value();
+              m_ended = true;
+          })) {
+        m_thread->start();
+    }
+    ~Start() { m_thread->wait(); }
+    Start(const Start&) = delete;
+    Start& operator=(const Start&) = delete;
+
+    [[nodiscard]] bool hasEnded() const { return m_ended; }
+    // Lets the owner's event loop run until the start knows.
+    [[nodiscard]] Role role() {
+        EXPECT_TRUE(runUntil([this] { return hasEnded(); }));
+        return m_role;
+    }
+    [[nodiscard]] bool handedBefore() const { return m_handedBefore; }
+
+private:
+    std::unique_ptr<ProcessLock> m_lock;
+    std::atomic<Role> m_role = Role::Unanswered;
+    std::atomic<bool> m_handedBefore = false;
+    std::atomic<bool> m_ended = false;
+    std::unique_ptr<QThread> m_thread;
+};
+
+class FirstProcessTest : public ::testing::Test {
+protected:
+    [[nodiscard]] std::unique_ptr<ProcessLock> makeLock() const {
+        return std::make_unique<PosixProcessLock>(m_folder / "lock");
+    }
+
+    void own() {
+        m_lock = makeLock();
+        m_owner.emplace(*m_lock, m_places);
+        ASSERT_EQ(m_owner->begin({}), Role::Owner);
+    }
+
+    // Keeps what is handed over, and answers at once if it is to.
+    void serve(bool answers = true) {
+        m_owner->serve([this, answers](const ui::HandedFiles& handed) {
+            m_handed.push_back(handed);
+            if (answers)
+                handed.whenDone(true);
+        });
+    }
+
+    void end() {
+        m_owner.reset();
+        m_lock.reset();
+    }
+
+    [[nodiscard]] Start start(Files files, std::chrono::milliseconds patience = 10s) const {
+        return {makeLock(), m_places, std::move(files), patience};
+    }
+
+    // A peer that may say anything.
+    [[nodiscard]] std::unique_ptr<QLocalSocket> connected() const {
+        auto socket = std::make_unique<QLocalSocket>();
+        socket->connectToServer(m_places.front());
+        EXPECT_TRUE(socket->waitForConnected(1000));
+        return socket;
+    }
+
+    static std::string messageOf(Files files) {
+        auto message = writeHandOver({std::move(files), {}});
+        EXPECT_TRUE(message);
+        return message ? std::move(*message) : std::string();
+    }
+
+    static void say(QLocalSocket& socket, const std::string& bytes) {
+        socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        socket.flush();
+    }
+
+    static bool hears(QLocalSocket& socket, const char* what) {
+        return runUntil([&] { return socket.bytesAvailable() > 0; }) && socket.readAll() == what;
+    }
+
+    static bool isLeft(const QLocalSocket& socket) {
+        return runUntil([&] { return socket.state() == QLocalSocket::UnconnectedState; });
+    }
+
+    TemporaryFolder m_folder;
+    QStringList m_places{QString::fromStdString((m_folder / "socket").string())};
+    std::unique_ptr<ProcessLock> m_lock;
+    std::optional<FirstProcess> m_owner;
+    std::vector<ui::HandedFiles> m_handed;
+};
+
+TEST_F(FirstProcessTest, HandsFilesOverOnceAndInOrder) {
+    own();
+    serve();
+    const Files files{"/b \xC3\xA9\n.vantor", "/\xFF\xFE.vantor", "/a"};
+    auto second = start(files);
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    ASSERT_THAT(m_handed, SizeIs(1));
+    EXPECT_EQ(m_handed[0].files, files);
+    EXPECT_FALSE(m_handed[0].handedBeforeAt);
+    auto third = start({});
+    EXPECT_EQ(third.role(), Role::HandedOver);
+    ASSERT_THAT(m_handed, SizeIs(2));
+    EXPECT_THAT(m_handed[1].files, IsEmpty());
+}
+
+TEST_F(FirstProcessTest, AnswersOnlyWhenTheFilesAreOpened) {
+    own();
+    serve(false);
+    auto second = start({"/a"}, 1s);
+    // Longer than its patience, which signs of life renew.
+    ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
+    runFor(1500ms);
+    EXPECT_FALSE(second.hasEnded());
+    EXPECT_TRUE(m_handed[0].isWanted());
+    m_handed[0].whenDone(true);
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(1));
+}
+
+TEST_F(FirstProcessTest, TakesWhatCameBeforeItServes) {
+    own();
+    auto second = start({"/a"});
+    std::this_thread::sleep_for(300ms);
+    EXPECT_FALSE(second.hasEnded());
+    serve();
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(1));
+}
+
+TEST_F(FirstProcessTest, WaitsForAnOwnerThatDoesNotListenYet) {
+    m_lock = makeLock();
+    ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
+    auto second = start({"/a"});
+    std::this_thread::sleep_for(300ms);
+    EXPECT_FALSE(second.hasEnded());
+    m_owner.emplace(*m_lock, m_places);
+    ASSERT_EQ(m_owner->begin({}), Role::Owner);
+    serve();
+    EXPECT_EQ(second.role(), Role::HandedOver);
+}
+
+TEST_F(FirstProcessTest, GivesAnOwnerUpThatDoesNotReact) {
+    own();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    {
+        auto second = start({"/a"}, 500ms);
+        // The owner's event loop does not run.
+        while (!second.hasEnded())
+            std::this_thread::sleep_for(1ms);
+        EXPECT_EQ(second.role(), Role::Unanswered);
+    }
+    EXPECT_GE(elapsed.elapsed(), 500);
+    EXPECT_LT(elapsed.elapsed(), 1500);
+    // What was given up is not opened when the owner comes back.
+    serve();
+    runFor(200ms);
+    EXPECT_THAT(m_handed, IsEmpty());
+    auto third = start({"/b"});
+    EXPECT_EQ(third.role(), Role::HandedOver);
+    ASSERT_THAT(m_handed, SizeIs(1));
+    EXPECT_THAT(m_handed[0].files, ElementsAre("/b"));
+}
+
+TEST_F(FirstProcessTest, GivesAnOwnerUpThatNeverListens) {
+    m_lock = makeLock();
+    ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
+    auto second = start({"/a"}, 300ms);
+    EXPECT_EQ(second.role(), Role::Unanswered);
+}
+
+TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGo) {
+    own();
+    serve(false);
+    auto socket = connected();
+    say(*socket, messageOf({"/a"}));
+    ASSERT_TRUE(hears(*socket, "r"));
+    say(*socket, "g");
+    // Both are there when the owner looks next.
+    socket->abort();
+    runFor(200ms);
+    EXPECT_THAT(m_handed, IsEmpty());
+}
+
+TEST_F(FirstProcessTest, TellsThatNobodyWaitsAnyMoreWhileItOpens) {
+    own();
+    serve(false);
+    auto socket = connected();
+    say(*socket, messageOf({"/a"}));
+    ASSERT_TRUE(hears(*socket, "r"));
+    say(*socket, "g");
+    ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
+    EXPECT_TRUE(m_handed[0].isWanted());
+    socket->abort();
+    EXPECT_FALSE(m_handed[0].isWanted());
+    m_handed[0].whenDone(true);
+    runFor(50ms);
+    EXPECT_FALSE(m_handed[0].isWanted());
+    m_handed[0].whenDone(false);
+}
+
+TEST_F(FirstProcessTest, BecomesTheOwnerWhenThatOneEndsBeforeItOpened) {
+    own();
+    auto second = start({"/a"});
+    std::this_thread::sleep_for(200ms);
+    end();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    EXPECT_EQ(second.role(), Role::Owner);
+    EXPECT_LT(elapsed.elapsed(), 1000);
+    EXPECT_FALSE(second.handedBefore());
+}
+
+TEST_F(FirstProcessTest, KnowsThatAnOwnerEndedWhileItOpened) {
+    own();
+    serve(false);
+    auto second = start({"/a"});
+    ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
+    const auto now = Timestamp::now().secondsSinceReference;
+    end();
+    own();
+    serve();
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    ASSERT_THAT(m_handed, SizeIs(2));
+    EXPECT_THAT(m_handed[1].files, ElementsAre("/a"));
+    ASSERT_TRUE(m_handed[1].handedBeforeAt);
+    EXPECT_NEAR(m_handed[1].handedBeforeAt->secondsSinceReference, now, 5);
+    EXPECT_LE(m_handed[1].handedBeforeAt->secondsSinceReference, now);
+    EXPECT_FALSE(m_handed[0].isWanted());
+    m_handed[0].whenDone(true);
+}
+
+TEST_F(FirstProcessTest, AsksAgainWhenTheOwnerGaveUp) {
+    own();
+    m_owner->serve([this](const ui::HandedFiles& handed) {
+        m_handed.push_back(handed);
+        handed.whenDone(m_handed.size() == 2);
+    });
+    auto second = start({"/a"});
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    ASSERT_THAT(m_handed, SizeIs(2));
+    EXPECT_TRUE(m_handed[1].handedBeforeAt);
+}
+
+TEST_F(FirstProcessTest, TakesAMessageThatComesByteByByte) {
+    own();
+    serve();
+    auto socket = connected();
+    for (const char byte : messageOf({"/a", "/b"})) {
+        say(*socket, std::string(1, byte));
+        runFor(1ms);
+    }
+    ASSERT_TRUE(hears(*socket, "r"));
+    say(*socket, "g");
+    EXPECT_TRUE(hears(*socket, "d"));
+    ASSERT_THAT(m_handed, SizeIs(1));
+    EXPECT_THAT(m_handed[0].files, ElementsAre("/a", "/b"));
+}
+
+TEST_F(FirstProcessTest, LeavesPeersThatSpeakAnotherLanguage) {
+    own();
+    serve();
+    const auto good = messageOf({"/a"});
+    for (const auto& bytes :
+         {std::string("GET / HTTP/1.1\r\n\r\n"), std::string("\xFF\xFE\xFD\xFC"), good + "g",
+          std::string("VANTOR1\n\xFF\xFF\xFF\xFF"), std::string(1 << 20, 'x')}) {
+        auto socket = connected();
+        say(*socket, bytes);
+        EXPECT_TRUE(isLeft(*socket));
+    }
+    auto socket = connected();
+    say(*socket, good);
+    ASSERT_TRUE(hears(*socket, "r"));
+    say(*socket, "gg");
+    EXPECT_TRUE(isLeft(*socket));
+    EXPECT_THAT(m_handed, IsEmpty());
+    auto second = start({"/b"});
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(1));
+}
+
+TEST_F(FirstProcessTest, IsNotHeldUpByPeersThatSayNothing) {
+    own();
+    serve();
+    std::vector<std::unique_ptr<QLocalSocket>> silent;
+    for (int i = 0; i < 100; ++i) {
+        silent.push_back(connected());
+        runFor(1ms);
+    }
+    say(*silent[0], "VANTOR1\n");
+    auto second = start({"/a"});
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(1));
+}
+
+TEST_F(FirstProcessTest, TakesTheSocketOfAKilledOwnerOver) {
+    {
+        // A name that nobody listens at.
+        QLocalServer dead;
+        ASSERT_TRUE(dead.listen(m_places.front()));
+        std::filesystem::create_hard_link(m_folder / "socket", m_folder / "kept");
+        dead.close();
+        std::filesystem::rename(m_folder / "kept", m_folder / "socket");
+    }
+    own();
+    serve();
+    auto second = start({"/a"});
+    EXPECT_EQ(second.role(), Role::HandedOver);
+}
+
+TEST_F(FirstProcessTest, FindsTheOwnerAtAPlaceOfItsOwn) {
+    own();
+    serve();
+    // As in another session, where other folders are for sockets.
+    Start second(makeLock(), {QString::fromStdString((m_folder / "elsewhere").string())}, {"/a"}, 10s);
+    EXPECT_EQ(second.role(), Role::HandedOver);
+}
+
+TEST_F(FirstProcessTest, TakesTheNextPlaceWhereTheFirstCannotBe) {
+    m_places.prepend(QString::fromStdString((m_folder / "missing" / "socket").string()));
+    m_places.prepend(QString::fromStdString((m_folder / std::string(200, 'x')).string()));
+    own();
+    serve();
+    auto second = start({"/a"});
+    EXPECT_EQ(second.role(), Role::HandedOver);
+}
+
+TEST_F(FirstProcessTest, IsTheOnlyOwnerAlsoWhereItCannotListen) {
+    m_places = {QString::fromStdString((m_folder / "missing" / "socket").string())};
+    own();
+    auto second = start({"/a"}, 300ms);
+    EXPECT_EQ(second.role(), Role::Unanswered);
+}
+
+TEST_F(FirstProcessTest, IsTheOwnerByListeningWhereThereCanBeNoLock) {
+    m_lock = std::make_unique<NoLock>();
+    m_owner.emplace(*m_lock, m_places);
+    ASSERT_EQ(m_owner->begin({}), Role::Owner);
+    serve();
+    Start second(std::make_unique<NoLock>(), m_places, {"/a"}, 10s);
+    EXPECT_EQ(second.role(), Role::HandedOver);
+    // Also for one that does get the lock.
+    auto third = start({"/b"});
+    EXPECT_EQ(third.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(2));
+}
+
+} // namespace
+} // namespace vantor::testing

@@ -1,0 +1,410 @@
+// What reading a user's files may do to the window: nothing but add what was read, whatever the files are.
+
+#include "formats/shoot_file.h"
+#include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/posix/posix_file_store.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/beside_window.h"
+#include "ui/catalog_import_sheet.h"
+#include "ui/import_sheet.h"
+#include "ui/large_text_edit.h"
+#include "ui/shell.h"
+
+#include <sys/stat.h>
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QMimeData>
+#include <QSemaphore>
+#include <QTimer>
+#include <QUrl>
+#include <atomic>
+#include <fstream>
+#include <optional>
+#include <utility>
+
+namespace vantor::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using Paths = std::vector<std::filesystem::path>;
+
+// Nobody notices a pause of the event loop of so many milliseconds, which a busy machine may make by itself.
+constexpr qint64 kLongestPause = 250;
+
+// A disk whose reads wait until they are let on, one by one.
+class SlowFileStore final : public FileStore {
+public:
+    explicit SlowFileStore(const FileStore& files) : m_files(files) {}
+
+    void letOn(int reads = 1) const { m_mayRead.release(reads); }
+    [[nodiscard]] int begun() const { return m_begun; }
+
+    using FileStore::replace;
+    [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override {
+        ++m_begun;
+        m_mayRead.acquire();
+        return m_files.read(path, mostBytes);
+    }
+    bool replace(const std::filesystem::path&, const std::function<bool(ByteSink&)>&) const override {
+        return false;
+    }
+    bool createFolders(const std::filesystem::path&) const override { return false; }
+    bool rename(const std::filesystem::path&, const std::filesystem::path&) const override { return false; }
+    [[nodiscard]] std::vector<std::string> list(const std::filesystem::path&) const override { return {}; }
+    bool remove(const std::filesystem::path&) const override { return false; }
+    void removeLeftovers(const std::filesystem::path&) const override {}
+
+private:
+    const FileStore& m_files;
+    mutable QSemaphore m_mayRead;
+    mutable std::atomic<int> m_begun = 0;
+};
+
+// How long the event loop was away at most since it was made, in milliseconds.
+class LongestPause {
+public:
+    LongestPause() {
+        m_since.start();
+        m_tick.callOnTimeout([this] { note(); });
+        m_tick.start(1ms);
+    }
+
+    [[nodiscard]] qint64 milliseconds() {
+        note();
+        return m_longest;
+    }
+
+private:
+    void note() { m_longest = std::max(m_longest, m_since.restart()); }
+
+    QElapsedTimer m_since;
+    qint64 m_longest = 0;
+    QTimer m_tick;
+};
+
+class FileReading : public UiTest {
+protected:
+    ~FileReading() override {
+        m_slowDisk.letOn(100);
+        ui::readingThreads().waitForDone();
+    }
+
+    // The windows' services with the users' files in other hands; the stores stay in memory.
+    ui::Services servicesOn(const FileStore& files) {
+        return {files,
+                m_dialogs,
+                m_clipboard,
+                m_urls,
+                m_remembered,
+                m_encoder,
+                m_pngs,
+                CairoPdfCanvas::make,
+                m_updates,
+                m_clock.clock(),
+                &m_stores,
+                "",
+                ""};
+    }
+
+    static ui::PrepMainView& openWindow(ui::Shell& shell) {
+        auto& window = shell.openMain();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        settle();
+        return window;
+    }
+
+    static std::string shootFile(const std::string& name) {
+        auto shoot = ibiza();
+        shoot.name = name;
+        return writeShootFile(shoot);
+    }
+
+    static std::vector<std::string> namesOf(ui::PrepMainView& window) {
+        std::vector<std::string> names;
+        for (const auto& shoot : window.manager().shoots())
+            names.push_back(shoot.name);
+        return names;
+    }
+
+    static void drop(QWidget& onto, const QByteArray& addresses) {
+        QMimeData data;
+        data.setData("text/uri-list", addresses);
+        const QPoint middle = onto.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&onto, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&onto, &event);
+    }
+
+    std::filesystem::path write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(m_folder / name, std::ios::binary) << bytes;
+        return m_folder / name;
+    }
+
+    // Files that are none to be read, each of its own kind.
+    [[nodiscard]] Paths hostileFiles() const {
+        const auto large = write("groot.vantor", "x");
+        std::filesystem::resize_file(large, 200U << 20U);
+        const auto pipe = m_folder / "pijp.vantor";
+        EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+        const auto folder = m_folder / "map.vantor";
+        std::filesystem::create_directory(folder);
+        const auto endless = m_folder / "eindeloos.vantor";
+        std::filesystem::create_symlink("/dev/zero", endless);
+        const auto loop = m_folder / "lus.vantor";
+        std::filesystem::create_symlink(loop, loop);
+        return {large, pipe, folder, endless, loop, m_folder / "weg.vantor"};
+    }
+
+    static QByteArray addressOf(const std::filesystem::path& file) {
+        return QUrl::fromLocalFile(QString::fromStdString(file.string())).toEncoded();
+    }
+
+    TemporaryFolder m_folder;
+    PosixFileStore m_disk;
+    const ui::Services m_onDisk = servicesOn(m_disk);
+    SlowFileStore m_slowDisk{m_disk};
+    const ui::Services m_onSlowDisk = servicesOn(m_slowDisk);
+};
+
+// --- shoot files
+
+TEST_F(FileReading, AddsHandedShootsInTheirOrder) {
+    ui::Shell shell(m_onDisk);
+    Paths files;
+    // The larger the earlier, so that the later ones would be read first.
+    for (int i = 0; i < 8; ++i) {
+        auto shoot = ibiza();
+        shoot.name = std::to_string(i);
+        for (int sets = 0; sets < 400 * (8 - i); ++sets)
+            shoot.sets.push_back(shoot.sets.front());
+        files.push_back(write(shoot.name, writeShootFile(shoot)));
+    }
+    shell.openFiles({files, {}, {}, {}});
+    settleReads();
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("7", "6", "5", "4", "3", "2", "1", "0"));
+}
+
+TEST_F(FileReading, SaysWhenHandedFilesAreOpenedAndSaved) {
+    ui::Shell shell(m_onDisk);
+    const auto file = write("a.vantor", shootFile("Texel"));
+    std::optional<bool> opened;
+    std::string saved;
+    shell.openFiles({{file, m_folder / "weg", file}, {}, {}, [&](bool all) {
+                         opened = all;
+                         saved = m_files.files["/data/Vantor/shoots.json"];
+                     }});
+    EXPECT_FALSE(opened);
+    settleReads();
+    EXPECT_EQ(opened, true);
+    EXPECT_EQ(saved, m_files.files["/data/Vantor/shoots.json"]);
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Texel"));
+
+    opened.reset();
+    shell.openFiles({{}, {}, {}, [&](bool all) { opened = all; }});
+    EXPECT_EQ(opened, true);
+}
+
+TEST_F(FileReading, SaysOnceThatHandedFilesAreNoShoots) {
+    ui::Shell shell(m_onDisk);
+    shell.openFiles({hostileFiles(), {}, {}, {}});
+    settleReads();
+    EXPECT_THAT(namesOf(shell.openMain()), IsEmpty());
+    QTest::keyClick(&sheet("alert"), Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(isOpen("alert"));
+    // And once more for the next.
+    shell.openFiles({{m_folder / "weg"}, {}, {}, {}});
+    settleReads();
+    EXPECT_TRUE(isOpen("alert"));
+}
+
+TEST_F(FileReading, PassesOverAChosenFileThatCannotBeRead) {
+    ui::Shell shell(m_onDisk);
+    auto& window = openWindow(shell);
+    for (const auto& file : hostileFiles()) {
+        m_dialogs.whatToOpen = file;
+        QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+        settleReads();
+        EXPECT_FALSE(isOpen("alert")) << file;
+    }
+    EXPECT_THAT(m_dialogs.openedTypes, SizeIs(6));
+    EXPECT_THAT(namesOf(window), IsEmpty());
+    m_dialogs.whatToOpen = write("kapot.vantor", "kapot");
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    settleReads();
+    EXPECT_TRUE(isOpen("alert"));
+}
+
+TEST_F(FileReading, TakesDroppedFilesOfAnyName) {
+    ui::Shell shell(m_onDisk);
+    auto& window = shell.openMain();
+    write("a\xFF\n.vantor", shootFile("Texel"));
+    write(".vantor", shootFile("Vlieland"));
+    const auto folder = addressOf(m_folder.path());
+    drop(window, folder + "/a%FF%0A.vantor\r\n" + folder + "/.vantor\r\n" + folder + "/a.csv\r\n");
+    settleReads();
+    EXPECT_THAT(namesOf(window), ElementsAre("Vlieland", "Texel"));
+    EXPECT_FALSE(isOpen("alert"));
+}
+
+TEST_F(FileReading, KeepsTheWindowGoingWhileADiskDoesNotAnswer) {
+    ui::Shell shell(m_onSlowDisk);
+    const auto file = write("a.vantor", shootFile("Texel"));
+    auto& window = openWindow(shell);
+    LongestPause pause;
+    shell.openFiles({{file}, {}, {}, {}});
+    m_dialogs.whatToOpen = file;
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    drop(window, addressOf(file));
+    runFor(300ms);
+    EXPECT_EQ(m_slowDisk.begun(), 3);
+    EXPECT_LT(pause.milliseconds(), kLongestPause);
+    EXPECT_THAT(namesOf(shell.openMain()), IsEmpty());
+    m_slowDisk.letOn(3);
+    settleReads();
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Texel", "Texel"));
+}
+
+TEST_F(FileReading, RefusesHostileFilesWithoutAPause) {
+    ui::Shell shell(m_onDisk);
+    auto& window = openWindow(shell);
+    const auto files = hostileFiles();
+    LongestPause pause;
+    for (const auto& file : files) {
+        m_dialogs.whatToOpen = file;
+        QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+        runFor(20ms);
+    }
+    EXPECT_LT(pause.milliseconds(), kLongestPause);
+    for (const auto& file : files)
+        drop(window, addressOf(file));
+    EXPECT_LT(pause.milliseconds(), kLongestPause);
+    settleReads();
+}
+
+TEST_F(FileReading, GivesUpWhatIsUnreadWhenTheWindowCloses) {
+    ui::Shell shell(m_onSlowDisk);
+    const auto file = write("a.vantor", shootFile("Texel"));
+    std::optional<bool> opened;
+    shell.openFiles({{file, file}, {}, {}, [&](bool all) { opened = all; }});
+    m_slowDisk.letOn();
+    ASSERT_TRUE(runUntil([&] { return m_slowDisk.begun() == 2; }));
+    EXPECT_FALSE(opened);
+    shell.openMain().close();
+    settle();
+    EXPECT_EQ(opened, false);
+    m_slowDisk.letOn();
+    settleReads();
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel"));
+}
+
+TEST_F(FileReading, StoresNothingThatNobodyWaitsForAnyMore) {
+    ui::Shell shell(m_onSlowDisk);
+    const auto file = write("a.vantor", shootFile("Texel"));
+    std::optional<bool> opened;
+    bool isWanted = true;
+    shell.openFiles({{file, file, file}, {}, [&] { return isWanted; }, [&](bool all) { opened = all; }});
+    m_slowDisk.letOn();
+    ASSERT_TRUE(runUntil([&] { return m_slowDisk.begun() == 2; }));
+    isWanted = false;
+    m_slowDisk.letOn();
+    settleReads();
+    EXPECT_EQ(opened, false);
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel"));
+    EXPECT_EQ(m_slowDisk.begun(), 2);
+}
+
+TEST_F(FileReading, AddsNoShootThatAnEndedProcessStored) {
+    ui::Shell shell(m_onDisk);
+    const auto texel = write("a.vantor", shootFile("Texel"));
+    const auto vlieland = write("b.vantor", shootFile("Vlieland"));
+    // One from long before, and one of two that were handed over.
+    shell.openFiles({{texel, vlieland}, {}, {}, {}});
+    settleReads();
+    const Timestamp handedAt{m_clock.now().secondsSinceReference + 60};
+    m_clock.set({handedAt.secondsSinceReference + 1});
+    shell.openFiles({{texel}, {}, {}, {}});
+    settleReads();
+    ASSERT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Vlieland", "Texel"));
+    shell.openMain().close();
+    settle();
+    shell.openFiles({{texel, texel, vlieland}, handedAt, {}, {}});
+    settleReads();
+    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Vlieland", "Texel", "Texel", "Vlieland", "Texel"));
+}
+
+// --- sets and products
+
+class CsvReading : public FileReading {
+protected:
+    template <typename Sheet, typename... More>
+    Sheet& openSheet(const ui::Services& services, More&&... more) {
+        auto* const opened = new Sheet(m_main.get(), std::forward<More>(more)..., services);
+        opened->open();
+        settle();
+        return *opened;
+    }
+
+    void refusesHostileFiles(QDialog& over) {
+        auto& editor = find<ui::LargeTextEdit>(over, "csvText");
+        editor.setText("oud");
+        const auto files = hostileFiles();
+        settle();
+        LongestPause pause;
+        for (const auto& file : files) {
+            m_dialogs.whatToOpen = file;
+            QTest::mouseClick(&find<QAbstractButton>(over, "chooseFileButton"), Qt::LeftButton);
+            runFor(20ms);
+            drop(over, addressOf(file));
+            runFor(20ms);
+        }
+        EXPECT_LT(pause.milliseconds(), kLongestPause);
+        settleReads();
+        EXPECT_EQ(editor.text(), "oud");
+    }
+};
+
+TEST_F(CsvReading, RefusesHostileFilesOfSets) {
+    openMainWithSets(1);
+    refusesHostileFiles(openSheet<ui::ImportSheet>(m_onDisk, manager()));
+}
+
+TEST_F(CsvReading, RefusesHostileFilesOfProducts) {
+    openMain();
+    refusesHostileFiles(openSheet<ui::CatalogImportSheet>(m_onDisk, catalog(), std::string()));
+}
+
+TEST_F(CsvReading, ShowsTheFileThatWasChosenLast) {
+    openMainWithSets(1);
+    auto& over = openSheet<ui::ImportSheet>(m_onSlowDisk, manager());
+    drop(over, addressOf(write("a.csv", "eerst")));
+    ASSERT_TRUE(runUntil([&] { return m_slowDisk.begun() == 1; }));
+    drop(over, addressOf(write("b\n.csv", "laatst")));
+    ASSERT_TRUE(runUntil([&] { return m_slowDisk.begun() == 2; }));
+    m_slowDisk.letOn(2);
+    settleReads();
+    EXPECT_EQ(find<ui::LargeTextEdit>(over, "csvText").text(), "laatst");
+}
+
+TEST_F(CsvReading, ForgetsAFileThatIsReadAfterTheSheetClosed) {
+    openMainWithSets(1);
+    auto& over = openSheet<ui::ImportSheet>(m_onSlowDisk, manager());
+    drop(over, addressOf(write("a.csv", "1;Nike")));
+    ASSERT_TRUE(runUntil([&] { return m_slowDisk.begun() == 1; }));
+    over.reject();
+    settle();
+    m_slowDisk.letOn();
+    settleReads();
+    EXPECT_FALSE(isOpen("importSheet"));
+}
+
+} // namespace
+} // namespace vantor::testing
