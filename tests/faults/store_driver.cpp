@@ -1,0 +1,245 @@
+// Loads and saves the stores as the application does, for the attacks beside it to interrupt.
+//
+//   store_driver [--most-per-write BYTES] COMMAND
+//     fill FOLDER RECORDS     makes both stores, of so many sets and products
+//     run FOLDER              changes and saves both for ever; tells before and after each change which it is
+//     save FOLDER             loads both, makes one change in each, saves
+//     save-shoots FOLDER      the same of one of them
+//     save-catalog FOLDER
+//     check FOLDER            starts anew, and tells what it found
+//     replace FILE SIZE       replaces a file by so many bytes
+//
+// Ends with 0 when every replacement was reported as done, 1 when one was not, 2 when asked for anything else.
+// getppid() marks where the work begins, since nothing else calls it.
+
+#include "platform/posix/posix_file_store.h"
+#include "store/store_folder.h"
+#include "tests/faults/counted_stores.h"
+
+#include <unistd.h>
+
+#include <condition_variable>
+#include <cstdlib>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+namespace {
+
+// A file system may take less than it is given at any time, and then go on.
+std::size_t mostPerWrite = std::numeric_limits<std::size_t>::max();
+
+} // namespace
+
+extern "C" {
+ssize_t __real_write(int descriptor, const void* bytes, std::size_t count);
+ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t count) {
+    return __real_write(descriptor, bytes, std::min(count, mostPerWrite));
+}
+}
+
+namespace vantor::faults {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Passes everything on, and remembers whether a store's file was reported as not replaced.
+class WatchedFileStore final : public FileStore {
+public:
+    mutable bool failed = false;
+
+    using FileStore::replace;
+
+    [[nodiscard]] ReadResult read(const fs::path& path, std::uint64_t mostBytes) const override {
+        return m_files.read(path, mostBytes);
+    }
+    bool replace(const fs::path& path, const std::function<bool(ByteSink&)>& write) const override {
+        const bool done = m_files.replace(path, write);
+        failed |= !done && path.parent_path().filename() != "backups";
+        return done;
+    }
+    bool createFolders(const fs::path& folder) const override { return m_files.createFolders(folder); }
+    bool rename(const fs::path& from, const fs::path& to) const override {
+        const bool done = m_files.rename(from, to);
+        failed |= !done;
+        return done;
+    }
+    [[nodiscard]] std::vector<std::string> list(const fs::path& folder) const override {
+        return m_files.list(folder);
+    }
+    bool remove(const fs::path& path) const override { return m_files.remove(path); }
+    void removeLeftovers(const fs::path& folder) const override { m_files.removeLeftovers(folder); }
+
+private:
+    PosixFileStore m_files;
+};
+
+void atOnce(const std::function<void()>& work) {
+    work();
+}
+
+// A thread of its own, as the application has one.
+class Background {
+public:
+    void add(std::function<void()> work) {
+        const std::lock_guard lock(m_mutex);
+        m_work.push_back(std::move(work));
+        m_more.notify_one();
+    }
+
+private:
+    [[noreturn]] void run() {
+        while (true) {
+            std::unique_lock lock(m_mutex);
+            m_more.wait(lock, [this] { return !m_work.empty(); });
+            const auto work = std::move(m_work.front());
+            m_work.pop_front();
+            lock.unlock();
+            work();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_more;
+    std::deque<std::function<void()>> m_work;
+    std::thread m_thread{[this] { run(); }};
+};
+
+struct Stores {
+    StoreFolder folder;
+    ShootManager shoots{folder.shoots()};
+    ProductCatalog catalog{folder.catalog()};
+
+    Stores(const FileStore& files, const fs::path& path, DailyBackups::Background background)
+        : folder(files, path, Timestamp::now, std::move(background)) {}
+
+    void load() {
+        shoots.load();
+        catalog.load();
+    }
+};
+
+// In one call, so that whoever reads along finds whole lines.
+void tell(std::string_view what, int state) {
+    const auto line = std::string(what) + " " + std::to_string(state) + "\n";
+    if (__real_write(STDOUT_FILENO, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
+        std::exit(1);
+}
+
+template <typename Store>
+int nextChange(const Store& store) {
+    return stateOf(store).value_or(0) + 1;
+}
+
+[[noreturn]] void run(const fs::path& path) {
+    static const PosixFileStore files;
+    static Background background;
+    static Stores stores(files, path, [](std::function<void()> work) { background.add(std::move(work)); });
+    stores.load();
+    int shootState = nextChange(stores.shoots);
+    int catalogState = nextChange(stores.catalog);
+    while (true) {
+        tell("shoots begin", shootState);
+        change(stores.shoots, shootState);
+        tell("shoots done", shootState++);
+        tell("catalog begin", catalogState);
+        change(stores.catalog, catalogState);
+        tell("catalog done", catalogState++);
+    }
+}
+
+int save(const fs::path& path, bool withShoots, bool withCatalog) {
+    const WatchedFileStore files;
+    Stores stores(files, path, atOnce);
+    stores.load();
+    if (withShoots)
+        change(stores.shoots, nextChange(stores.shoots));
+    if (withCatalog)
+        change(stores.catalog, nextChange(stores.catalog));
+    return files.failed ? 1 : 0;
+}
+
+template <typename Store>
+std::string described(const Store& store, const fs::path& file) {
+    if (const auto state = stateOf(store))
+        return std::to_string(*state);
+    return fs::exists(file) ? "torn" : "missing";
+}
+
+std::pair<int, int> unfinishedAndAside(const fs::path& path) {
+    std::pair<int, int> counts;
+    for (const auto& entry : fs::recursive_directory_iterator(path)) {
+        const auto name = entry.path().filename().string();
+        counts.first += name.starts_with(PosixFileStore::kTemporaryPrefix) ? 1 : 0;
+        counts.second += name.find(".unreadable-") != std::string::npos ? 1 : 0;
+    }
+    return counts;
+}
+
+int check(const fs::path& path) {
+    const auto before = unfinishedAndAside(path);
+    const PosixFileStore files;
+    Stores stores(files, path, [](const std::function<void()>&) {});
+    stores.load();
+    const auto after = unfinishedAndAside(path);
+    std::cout << described(stores.shoots, path / "shoots.json") << ' '
+              << described(stores.catalog, path / "catalog.json") << ' ' << before.first << ' ' << after.first
+              << ' ' << after.second << '\n';
+    return 0;
+}
+
+int make(const fs::path& path, int records) {
+    const WatchedFileStore files;
+    Stores stores(files, path, [](const std::function<void()>&) {});
+    fill(stores.shoots, records);
+    fill(stores.catalog, records);
+    return files.failed ? 1 : 0;
+}
+
+int replace(const fs::path& file, int size) {
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>('a' + i % 251 % 26);
+    return PosixFileStore().replace(file, bytes) ? 0 : 1;
+}
+
+int start(std::span<char*> arguments) {
+    std::vector<std::string> words(arguments.begin() + 1, arguments.end());
+    if (words.size() > 2 && words[0] == "--most-per-write") {
+        mostPerWrite = static_cast<std::size_t>(number(words[1]).value());
+        words.erase(words.begin(), words.begin() + 2);
+    }
+    ::getppid();
+    if (words.size() == 2 && words[0] == "run")
+        run(words[1]);
+    if (words.size() == 2 && words[0] == "save")
+        return save(words[1], true, true);
+    if (words.size() == 2 && words[0] == "save-shoots")
+        return save(words[1], true, false);
+    if (words.size() == 2 && words[0] == "save-catalog")
+        return save(words[1], false, true);
+    if (words.size() == 2 && words[0] == "check")
+        return check(words[1]);
+    if (words.size() == 3 && words[0] == "fill")
+        return make(words[1], number(words[2]).value());
+    if (words.size() == 3 && words[0] == "replace")
+        return replace(words[1], number(words[2]).value());
+    std::cerr << "store_driver: what is it to do?\n";
+    return 2;
+}
+
+} // namespace
+} // namespace vantor::faults
+
+int main(int argc, char** argv) {
+    return vantor::faults::start({argv, static_cast<std::size_t>(argc)});
+}
