@@ -108,8 +108,6 @@ bevat.
   --help, --version
 )";
 
-constexpr std::array<std::string_view, 5> kCalls{"cards", "qr", "convert", "list", "parse"};
-
 // The command line taken apart: options by name, and what is left.
 struct Words {
     std::map<std::string_view, std::string_view> options;
@@ -165,6 +163,8 @@ std::optional<Format> formatNamed(std::string_view name) {
     return std::nullopt;
 }
 
+constexpr auto kNoSuchFormat = " is geen .vantor-, .json- of .csv-bestand";
+
 // Reads the arguments of one call that has an input; each step says what is wrong, and then the rest is moot.
 class CallReader {
 public:
@@ -182,7 +182,7 @@ public:
     Input input() {
         Input input;
         const auto from = option("--from");
-        if (m_words.files.empty()) {
+        if (m_words.files.empty() || m_words.files.front().empty()) {
             complain("INVOER ontbreekt");
         } else if (m_words.files.size() > 1) {
             complain("te veel bestanden: " + inQuotes(m_words.files[1]));
@@ -194,10 +194,10 @@ public:
         } else {
             input.path = fs::path(m_words.files.front());
             const auto format = from ? formatNamed(*from) : formatOf(*input.path);
-            if (!format)
-                complain(from
-                             ? "--from kent alleen csv en vantor"
-                             : inQuotes(m_words.files.front()) + " is geen .vantor-, .json- of .csv-bestand");
+            if (!format && from)
+                complain("--from kent alleen csv en vantor");
+            else if (!format)
+                complain(inQuotes(m_words.files.front()) + kNoSuchFormat);
             input.format = format.value_or(Format::Csv);
         }
         return input;
@@ -245,29 +245,20 @@ private:
 
 Call readCards(std::span<const std::string_view> arguments) {
     CallReader reader("cards", {"--output", "--density"}, arguments);
-    CardsCall call;
-    call.input = reader.input();
-    call.output = reader.output();
-    call.density = reader.density();
-    return reader.finished(std::move(call));
+    return reader.finished(CardsCall{reader.input(), reader.output(), reader.density()});
 }
 
 Call readQr(std::span<const std::string_view> arguments) {
     CallReader reader("qr", {"--output"}, arguments);
-    QrCall call;
-    call.input = reader.input();
-    call.folder = reader.output();
-    return reader.finished(std::move(call));
+    return reader.finished(QrCall{reader.input(), reader.output()});
 }
 
 Call readConvert(std::span<const std::string_view> arguments) {
     CallReader reader("convert", {"--output"}, arguments);
-    ConvertCall call;
-    call.input = reader.input();
-    call.output = reader.output();
+    ConvertCall call{reader.input(), reader.output()};
     const auto format = formatOf(call.output);
     if (!format)
-        reader.complain(inQuotes(call.output.string()) + " is geen .vantor-, .json- of .csv-bestand");
+        reader.complain(inQuotes(call.output.string()) + kNoSuchFormat);
     call.format = format.value_or(Format::Csv);
     return reader.finished(std::move(call));
 }
@@ -286,7 +277,26 @@ Call readParse(std::span<const std::string_view> arguments) {
         return Misuse{"te veel bestanden: " + inQuotes(files[1]), "parse"};
     if (files.empty() || files.front() == "-")
         return ParseCall{};
+    if (files.front().empty())
+        return Misuse{"de naam van BESTAND is leeg", "parse"};
     return ParseCall{fs::path(files.front())};
+}
+
+struct CallForm {
+    std::string_view name;
+    std::string_view help;
+    Call (*read)(std::span<const std::string_view> arguments);
+};
+
+constexpr std::array kCallForms{CallForm{"cards", kCardsHelp, readCards}, CallForm{"qr", kQrHelp, readQr},
+                                CallForm{"convert", kConvertHelp, readConvert},
+                                CallForm{"list", kListHelp, readList},
+                                CallForm{"parse", kParseHelp, readParse}};
+
+// Null where there is no such call.
+const CallForm* callNamed(std::string_view name) {
+    const auto found = std::ranges::find(kCallForms, name, &CallForm::name);
+    return found == kCallForms.end() ? nullptr : &*found;
 }
 
 // Whether the option stands among the arguments, and not behind "--".
@@ -303,42 +313,26 @@ std::optional<Format> formatOf(const std::filesystem::path& file) {
 }
 
 std::string_view helpText(std::string_view about) {
-    if (about == "cards")
-        return kCardsHelp;
-    if (about == "qr")
-        return kQrHelp;
-    if (about == "convert")
-        return kConvertHelp;
-    if (about == "list")
-        return kListHelp;
-    if (about == "parse")
-        return kParseHelp;
-    return kProgramHelp;
+    const auto* const form = callNamed(about);
+    return form != nullptr ? form->help : kProgramHelp;
 }
 
 Call readArguments(std::span<const std::string_view> arguments) {
     if (arguments.empty())
         return Misuse{"geen opdracht gegeven", ""};
     const auto name = arguments.front();
-    const auto known = std::ranges::find(kCalls, name);
-    const std::string_view about = known != kCalls.end() ? *known : std::string_view();
-    if (name == "--help" || name == "-h" ||
-        (!about.empty() && (asksFor(arguments, "--help") || asksFor(arguments, "-h"))))
-        return HelpCall{about};
-    if (name == "--version" || (!about.empty() && asksFor(arguments, "--version")))
+    const auto* const form = callNamed(name);
+    if (name == "--help" || name == "-h")
+        return HelpCall{};
+    if (name == "--version")
         return VersionCall{};
-    const auto rest = arguments.subspan(1);
-    if (about == "cards")
-        return readCards(rest);
-    if (about == "qr")
-        return readQr(rest);
-    if (about == "convert")
-        return readConvert(rest);
-    if (about == "list")
-        return readList(rest);
-    if (about == "parse")
-        return readParse(rest);
-    return Misuse{"onbekende opdracht " + inQuotes(name), ""};
+    if (form == nullptr)
+        return Misuse{"onbekende opdracht " + inQuotes(name), ""};
+    if (asksFor(arguments, "--help") || asksFor(arguments, "-h"))
+        return HelpCall{form->name};
+    if (asksFor(arguments, "--version"))
+        return VersionCall{};
+    return form->read(arguments.subspan(1));
 }
 
 } // namespace vantor::cli

@@ -61,15 +61,14 @@ public:
         if (shoot->sets.empty())
             return failure(nameOf(call.input.path) + ": geen sets gevonden");
         const BulkQRPDFExporter exporter(m_services.encoder, m_services.canvases, m_services.files);
-        warnOfPoorCodes(exporter, *shoot, call.density);
-        bool written = false;
-        {
-            ProgressMeter meter(m_console, shoot->sets.size(), "kaarten");
-            written = exporter.exportTo(shoot->sets, call.density, call.output, [&](std::size_t drawn) {
+        ProgressMeter meter(m_console, shoot->sets.size(), "kaarten");
+        const bool written = exporter.exportTo(
+            shoot->sets, call.density, call.output,
+            [&](std::size_t drawn) {
                 meter.advance(drawn);
                 return true;
-            });
-        }
+            },
+            [this](const SetData& set, std::optional<double> edge) { warnOfPoorCode(set, edge); });
         return written ? kDone : cannotWrite(call.output);
     }
 
@@ -187,14 +186,11 @@ private:
         m_console.complain((name.empty() ? "set zonder nummer en merk" : name) + ": " + std::string(what));
     }
 
-    void warnOfPoorCodes(const BulkQRPDFExporter& exporter, const Shoot& shoot, BulkQRDensity density) const {
-        for (const auto& set : shoot.sets) {
-            const auto edge = exporter.moduleEdge(set, density);
-            if (!edge)
-                warnOf(set, "de tekst past niet in een QR-code; de kaart blijft leeg");
-            else if (*edge < kSmallestModule)
-                warnOf(set, "de QR-code is fijn: modules kleiner dan 0,33 mm op deze kaart");
-        }
+    void warnOfPoorCode(const SetData& set, std::optional<double> moduleEdge) const {
+        if (!moduleEdge)
+            warnOf(set, "de tekst past niet in een QR-code; de kaart blijft leeg");
+        else if (*moduleEdge < kSmallestModule)
+            warnOf(set, "de QR-code is fijn: modules kleiner dan 0,33 mm op deze kaart");
     }
 
     int failure(std::string_view reason) const {

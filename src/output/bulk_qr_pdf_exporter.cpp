@@ -87,6 +87,35 @@ Bitmap evenlyStretched(const Bitmap& modules) {
     return stretched(modules, pixelsPerModule * modules.width());
 }
 
+// In millimetres.
+double moduleEdge(const Bitmap& modules, const CardLayout& layout) {
+    static constexpr double kMillimetresPerPoint = 25.4 / 72;
+    return layout.qrEdge / modules.width() * kMillimetresPerPoint;
+}
+
+void drawCard(const SetData& set, const Bitmap& modules, const PdfRect& cell, const CardLayout& layout,
+              PdfCanvas& canvas) {
+    const auto lines = linesOf(set, layout);
+    double textHeight = 0;
+    for (const auto& line : lines)
+        textHeight += line.height();
+
+    const double middle = cell.x + cell.width / 2;
+    const double top = cell.y + cell.height / 2 + (layout.qrEdge + kGapUnderCode + textHeight) / 2;
+    const double codeBottom = top - layout.qrEdge;
+    canvas.drawBitmap(evenlyStretched(modules),
+                      {middle - layout.qrEdge / 2, codeBottom, layout.qrEdge, layout.qrEdge});
+
+    double y = codeBottom - kGapUnderCode;
+    for (const auto& line : lines) {
+        y -= line.height();
+        const double natural = canvas.textWidth(line.text, line.font);
+        const double width = std::min(natural, cell.width - kTextMargin);
+        canvas.drawText(line.text, line.font, {middle - width / 2, y + kLeading},
+                        natural > 0 ? width / natural : 1);
+    }
+}
+
 } // namespace
 
 std::string_view rawValue(BulkQRDensity density) {
@@ -106,25 +135,17 @@ BulkQRPDFExporter::BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory 
       m_files(files) {}
 
 bool BulkQRPDFExporter::exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
-                                 const Progress& progress) const {
+                                 const Progress& progress, const CardReport& report) const {
     if (sets.empty())
         return false;
     return m_files.replace(to, [&](ByteSink& sink) {
         const auto canvas = m_canvases(sink, kPageWidth, kPageHeight);
-        return canvas && drawPages(*canvas, sets, cardLayout(density), progress) && canvas->finish();
+        return canvas && drawPages(*canvas, sets, cardLayout(density), progress, report) && canvas->finish();
     });
 }
 
-std::optional<double> BulkQRPDFExporter::moduleEdge(const SetData& set, BulkQRDensity density) const {
-    static constexpr double kMillimetresPerPoint = 25.4 / 72;
-    const auto modules = m_generator.modules(set.toQRText());
-    if (!modules)
-        return std::nullopt;
-    return cardLayout(density).qrEdge / modules->width() * kMillimetresPerPoint;
-}
-
 bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout,
-                                  const Progress& progress) const {
+                                  const Progress& progress, const CardReport& report) const {
     const auto perPage = static_cast<std::size_t>(layout.cardsPerPage());
     const auto lines = cuttingLines(layout);
     for (std::size_t first = 0; first < sets.size(); first += perPage) {
@@ -134,37 +155,15 @@ bool BulkQRPDFExporter::drawPages(PdfCanvas& canvas, const SetList& sets, const 
         for (std::size_t i = first; i < end; ++i) {
             if (progress && !progress(i))
                 return false;
-            drawCard(sets[i], cellOf(i - first, layout), layout, canvas);
+            const auto modules = m_generator.modules(sets[i].toQRText());
+            if (modules)
+                drawCard(sets[i], *modules, cellOf(i - first, layout), layout, canvas);
+            if (report)
+                report(sets[i], modules ? std::optional(moduleEdge(*modules, layout)) : std::nullopt);
         }
         canvas.endPage();
     }
     return true;
-}
-
-void BulkQRPDFExporter::drawCard(const SetData& set, const PdfRect& cell, const CardLayout& layout,
-                                 PdfCanvas& canvas) const {
-    const auto modules = m_generator.modules(set.toQRText());
-    if (!modules)
-        return;
-    const auto lines = linesOf(set, layout);
-    double textHeight = 0;
-    for (const auto& line : lines)
-        textHeight += line.height();
-
-    const double middle = cell.x + cell.width / 2;
-    const double top = cell.y + cell.height / 2 + (layout.qrEdge + kGapUnderCode + textHeight) / 2;
-    const double codeBottom = top - layout.qrEdge;
-    canvas.drawBitmap(evenlyStretched(*modules),
-                      {middle - layout.qrEdge / 2, codeBottom, layout.qrEdge, layout.qrEdge});
-
-    double y = codeBottom - kGapUnderCode;
-    for (const auto& line : lines) {
-        y -= line.height();
-        const double natural = canvas.textWidth(line.text, line.font);
-        const double width = std::min(natural, cell.width - kTextMargin);
-        canvas.drawText(line.text, line.font, {middle - width / 2, y + kLeading},
-                        natural > 0 ? width / natural : 1);
-    }
 }
 
 } // namespace vantor

@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace vantor {
@@ -52,6 +53,9 @@ class BulkQRPDFExporter {
 public:
     // Called before each card with the number of cards drawn so far; false abandons the export.
     using Progress = std::function<bool(std::size_t drawn)>;
+    // Called after each card with the edge of one module of its code, in millimetres; absent when the set's text
+    // is too long for a code.
+    using CardReport = std::function<void(const SetData& set, std::optional<double> moduleEdge)>;
 
     BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory canvases, const FileStore& files);
 
@@ -59,15 +63,11 @@ public:
     // written, when there are no sets, the file cannot be written, or the export was abandoned. A set whose
     // text is too long for a code leaves its cell empty.
     bool exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
-                  const Progress& progress = {}) const;
-
-    // The edge of one module, in millimetres, on a card of this density; absent when the text fits no code.
-    [[nodiscard]] std::optional<double> moduleEdge(const SetData& set, BulkQRDensity density) const;
+                  const Progress& progress = {}, const CardReport& report = {}) const;
 
 private:
-    bool drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout,
-                   const Progress& progress) const;
-    void drawCard(const SetData& set, const PdfRect& cell, const CardLayout& layout, PdfCanvas& canvas) const;
+    bool drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout, const Progress& progress,
+                   const CardReport& report) const;
 
     QRGenerator m_generator;
     PdfCanvasFactory m_canvases;

@@ -142,7 +142,8 @@ const std::vector<WrongUsage> kWrongUsages{
      "‘a.txt’ is geen .vantor-, .json- of .csv-bestand",
      " cards"},
     {"InputWithoutExtension", {"list", "a"}, "‘a’ is geen .vantor-, .json- of .csv-bestand", " list"},
-    {"EmptyInput", {"list", ""}, "‘’ is geen .vantor-, .json- of .csv-bestand", " list"},
+    {"EmptyInput", {"list", ""}, "INVOER ontbreekt", " list"},
+    {"EmptyInputOfToldKind", {"list", "", "--from", "csv"}, "INVOER ontbreekt", " list"},
     {"StandardInputOfUnknownKind", {"list", "-"}, "bij INVOER - hoort --from csv of --from vantor", " list"},
     {"UnknownFromForStandardInput",
      {"list", "-", "--from", "xml"},
@@ -164,6 +165,7 @@ const std::vector<WrongUsage> kWrongUsages{
      "‘b.txt’ is geen .vantor-, .json- of .csv-bestand",
      " convert"},
     {"ParseTwoFiles", {"parse", "a.txt", "b.txt"}, "te veel bestanden: ‘b.txt’", " parse"},
+    {"ParseEmptyName", {"parse", ""}, "de naam van BESTAND is leeg", " parse"},
     {"ParseWithFrom", {"parse", "--from", "csv"}, "onbekende optie ‘--from’", " parse"},
 };
 

@@ -10,8 +10,6 @@
 #include <sstream>
 #include <thread>
 
-extern char** environ;
-
 namespace vantor::testing {
 namespace {
 
@@ -21,7 +19,7 @@ using namespace std::chrono_literals;
 constexpr auto kPatience = 30s;
 
 std::string bytesOf(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
+    const std::ifstream in(path, std::ios::binary);
     std::ostringstream bytes;
     bytes << in.rdbuf();
     return bytes.str();
@@ -151,7 +149,7 @@ std::string Program::read(const fs::path& name) const {
 }
 
 std::string example(const std::string& name) {
-    const auto bytes = bytesOf(fs::path(VANTOR_EXAMPLES) / name);
+    auto bytes = bytesOf(fs::path(VANTOR_EXAMPLES) / name);
     EXPECT_FALSE(bytes.empty()) << "cannot read the example " << name;
     return bytes;
 }

@@ -17,20 +17,26 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace vantor {
 namespace {
 
+using ::testing::DoubleNear;
 using testing::DrawnBitmap;
 using testing::DrawnLines;
 using testing::DrawnText;
 using ::testing::ElementsAre;
+using ::testing::Eq;
 using ::testing::IsEmpty;
 using testing::MemoryFileStore;
 using testing::noorderlicht;
+using ::testing::Optional;
 using testing::Recording;
 using testing::TemporaryFolder;
 
@@ -77,6 +83,13 @@ protected:
         EXPECT_TRUE(
             BulkQRPDFExporter(encoder, recording.factory(), files).exportTo(sets, density, "cards.pdf"));
         return recording;
+    }
+
+    std::size_t codesDrawn() const {
+        std::size_t codes = 0;
+        for (std::size_t page = 0; page < recording.pages.size(); ++page)
+            codes += recording.all<DrawnBitmap>(page).size();
+        return codes;
     }
 
     Recording recording;
@@ -394,12 +407,47 @@ TEST_F(BulkQRPDFExporterTest, DrawsEveryModuleOfACodeEquallyLarge) {
 TEST_F(BulkQRPDFExporterTest, TellsHowLargeModulesAre) {
     const MemoryFileStore files;
     const BulkQRPDFExporter exporter(encoder, recording.factory(), files);
-    // 23 modules on 127 points, 179 on 85.
-    EXPECT_NEAR(exporter.moduleEdge(setOf("1", ""), BulkQRDensity::large).value_or(0), 1.947947, 1e-5);
-    EXPECT_NEAR(exporter.moduleEdge(setOf("", std::string(2320, 'x')), BulkQRDensity::compact).value_or(0),
-                0.167520, 1e-5);
-    EXPECT_FALSE(exporter.moduleEdge(tooLongSet(), BulkQRDensity::large));
-    EXPECT_TRUE(recording.pages.empty());
+    const SetList sets{setOf("1", ""), tooLongSet(), setOf("", std::string(2320, 'x'))};
+    // 23 and 179 modules, on 127 points and on 85.
+    for (const auto& [density, smallCode, largeCode] :
+         {std::tuple(BulkQRDensity::large, 1.947947, 0.250294),
+          std::tuple(BulkQRDensity::compact, 1.303744, 0.167520)}) {
+        std::vector<std::string> reported;
+        std::vector<std::optional<double>> edges;
+        EXPECT_TRUE(exporter.exportTo(sets, density, "cards.pdf", {},
+                                      [&](const SetData& set, std::optional<double> edge) {
+                                          reported.push_back(set.setNumber);
+                                          edges.push_back(edge);
+                                      }));
+        EXPECT_THAT(reported, ElementsAre("1", "99", ""));
+        EXPECT_THAT(edges, ElementsAre(Optional(DoubleNear(smallCode, 1e-5)), Eq(std::nullopt),
+                                       Optional(DoubleNear(largeCode, 1e-5))));
+    }
+}
+
+TEST_F(BulkQRPDFExporterTest, ReportsEachCardOnceItIsDrawn) {
+    const MemoryFileStore files;
+    std::vector<std::size_t> drawn;
+    EXPECT_TRUE(BulkQRPDFExporter(encoder, recording.factory(), files)
+                    .exportTo(numberedSets(5), BulkQRDensity::large, "cards.pdf", {},
+                              [&](const SetData&, std::optional<double>) { drawn.push_back(codesDrawn()); }));
+    EXPECT_THAT(drawn, ElementsAre(1, 2, 3, 4, 5));
+}
+
+TEST_F(BulkQRPDFExporterTest, EncodesEachTextOnce) {
+    struct CountingEncoder : QrEncoder {
+        std::optional<Bitmap> encode(std::string_view bytes) const override {
+            ++calls;
+            return QrencodeEncoder().encode(bytes);
+        }
+        mutable int calls = 0;
+    };
+    const CountingEncoder counting;
+    const MemoryFileStore files;
+    EXPECT_TRUE(BulkQRPDFExporter(counting, recording.factory(), files)
+                    .exportTo(numberedSets(5), BulkQRDensity::large, "cards.pdf", {},
+                              [](const SetData&, std::optional<double>) {}));
+    EXPECT_EQ(counting.calls, 5);
 }
 
 TEST_F(BulkQRPDFExporterTest, TellsItsProgressBeforeEachCard) {
@@ -408,10 +456,7 @@ TEST_F(BulkQRPDFExporterTest, TellsItsProgressBeforeEachCard) {
     std::vector<std::size_t> drawn;
     const auto progress = [&](std::size_t count) {
         told.push_back(count);
-        std::size_t codes = 0;
-        for (std::size_t page = 0; page < recording.pages.size(); ++page)
-            codes += recording.all<DrawnBitmap>(page).size();
-        drawn.push_back(codes);
+        drawn.push_back(codesDrawn());
         return true;
     };
     EXPECT_TRUE(BulkQRPDFExporter(encoder, recording.factory(), files)

@@ -71,10 +71,11 @@ std::vector<GrayPicture> printedCards(const SetList& sets, BulkQRDensity density
         const double width = (page.width - 2 * margin) / static_cast<double>(columns);
         const double height = (page.height - 2 * margin) / static_cast<double>(columns);
         for (std::size_t i = first; i < std::min(first + perPage, sets.size()); ++i) {
-            const auto column = static_cast<double>((i - first) % columns);
-            const auto row = static_cast<double>((i - first) / columns);
-            cards.push_back(cropped(page, static_cast<int>(margin + column * width),
-                                    static_cast<int>(margin + row * height), static_cast<int>(width),
+            const auto column = (i - first) % columns;
+            const auto row = (i - first) / columns;
+            const double x = margin + static_cast<double>(column) * width;
+            const double y = margin + static_cast<double>(row) * height;
+            cards.push_back(cropped(page, static_cast<int>(x), static_cast<int>(y), static_cast<int>(width),
                                     static_cast<int>(height)));
         }
     }

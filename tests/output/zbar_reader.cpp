@@ -1,3 +1,4 @@
+#include "base/releaser.h"
 #include "tests/output/code_readers.h"
 
 #include <zbar.h>
@@ -5,17 +6,6 @@
 #include <memory>
 
 namespace vantor::testing {
-namespace {
-
-template <auto kRelease>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const {
-        kRelease(object);
-    }
-};
-
-} // namespace
 
 std::optional<std::string> readByZbar(const GrayPicture& picture) {
     using Scanner = std::unique_ptr<zbar::zbar_image_scanner_t, Releaser<zbar::zbar_image_scanner_destroy>>;
