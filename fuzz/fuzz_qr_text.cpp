@@ -18,13 +18,13 @@ bool separates(const std::string& before, char separator, const std::string& beh
     return findCharacter(before + separator + behind, separator, before.size()) == before.size();
 }
 
-// A value that opens with a combining mark makes another character of the separator before it, so that its line
-// says something else when it is read again.
+// A value that opens with a combining mark makes another character of the separator before it, and a garment that
+// is nothing but a colour reads as a garment of that name: such lines say something else when they are read again.
 bool readsBack(const SetData& set) {
     const auto field = [](const std::string& value) { return separates("", ':', value); };
     return field(set.setNumber) && field(set.brand) && field(set.model) && field(set.location) &&
            field(set.email) && std::ranges::all_of(set.items, [&](const SetItem& item) {
-               return field(item.name) && separates(item.name, '/', item.color);
+               return !item.name.empty() && field(item.name) && separates(item.name, '/', item.color);
            });
 }
 

@@ -171,7 +171,7 @@ public:
     CallReader(std::string_view about, std::vector<std::string_view> options,
                std::span<const std::string_view> arguments)
         : m_about(about) {
-        options.push_back("--from");
+        options.emplace_back("--from");
         auto apart = takeApart(arguments, {about, std::move(options)});
         if (auto* const words = std::get_if<Words>(&apart))
             m_words = std::move(*words);
