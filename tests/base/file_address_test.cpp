@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <ostream>
+
 namespace vantor {
 namespace {
 
@@ -12,6 +14,10 @@ struct Case {
     std::string address;
     std::optional<std::string> file;
 };
+
+void PrintTo(const Case& each, std::ostream* out) {
+    *out << each.name;
+}
 
 class FileAddress : public ::testing::TestWithParam<Case> {};
 

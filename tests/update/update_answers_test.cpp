@@ -52,6 +52,10 @@ void PrintTo(const Answer& each, std::ostream* out) {
 // What the checker knows before the answer comes, from an earlier run.
 enum class Memory { None, Newer };
 
+void PrintTo(Memory memory, std::ostream* out) {
+    *out << (memory == Memory::None ? "nothing known" : "a newer version known");
+}
+
 class UpdateAnswersTest : public ::testing::TestWithParam<std::tuple<Answer, Memory>> {
 protected:
     UpdateAnswersTest() {
