@@ -39,6 +39,7 @@ COLORS = ("rood", "bleu-écru", "zwart; wit", "", "groen")
 # What happens around a card, and how often.
 HAPPENINGS = {"nothing": 10, "set sheet": 2, "code sheet": 1, "question": 1, "sheet right before": 2,
               "shortcut": 1, "activation": 3}
+WINDOWS = ("set sheet", "code sheet", "question", "sheet right before")
 
 
 class EventMask(ctypes.Structure):
@@ -266,7 +267,7 @@ class Attack:
         return ""
 
     def find_buttons(self):
-        """Finds the button of the set sheet and two of the first row's by trying, from where they usually are."""
+        """Finds the buttons that open something by trying, from where they usually are."""
         shell = self.desktop.run("xdotool", "getwindowgeometry", "--shell", str(self.main)).stdout
         at = {name: int(value) for name, value in (line.split("=") for line in shell.split())}
         left, right = at["X"] + 54, at["X"] + at["WIDTH"]
@@ -282,7 +283,7 @@ class Attack:
         self.buttons = {}
         first_row = 78 + find("set sheet", "Nieuwe Set", (left, at["Y"] + 139), (0, 10))
         find("code sheet", "QR-code", (right - 200, first_row), (8, 0))
-        find("question", "Vantor Prep", (right - 132, first_row), (8, 0))
+        find("question", "Vantor Prep", (right - 31, at["Y"] + 98), (0, 8))
         # That of the second row.
         self.buttons["activation"] = right - 60, first_row + 56
 
@@ -312,16 +313,18 @@ class Attack:
             begun = 1 if self.typist.begin(text[0], self.main) else 0
             if not begun:
                 # Too late for this card: what is typed now is meant for the sheet.
-                self.desktop.wait_for(self.over_main, "the sheet")
+                self.wait_for_window()
                 self.check_windows()
+                happening = "nothing"
         if not self.typist.card(text, pace, act_at, act, begun):
             return False
         self.expected.append(told(one_set))
         if one_set not in self.known:
             self.wanted.append(told(one_set))
-        if happening in ("set sheet", "code sheet", "question", "sheet right before"):
+        if happening in WINDOWS:
             time.sleep(0.3)
             self.wait_for_card()
+            self.wait_for_window()
             self.check_windows()
         else:
             time.sleep(PAUSE)
@@ -341,9 +344,15 @@ class Attack:
         except AssertionError:
             pass
 
+    def wait_for_window(self):
+        """Waits for what is opening over the main window, if anything is: a row's button may have been missed."""
+        try:
+            self.desktop.wait_for(self.over_main, "a window", 3)
+        except AssertionError:
+            pass
+
     def check_windows(self):
-        """Closes what opened over the main window; the set sheet has to add what is typed into it now, and no more.
-        (A row's button may have been missed, since rows move.)"""
+        """Closes what opened over the main window; the set sheet has to add what is typed into it now, and no more."""
         titles = self.over_main()
         self.counts["windows"] += len(titles)
         if "Nieuwe Set" in titles:
@@ -423,7 +432,8 @@ def main():
                 attack.group(pace, cards)
             desktop.leave()
         except AssertionError as error:
-            attack.breaches.append(f"{error} after {attack.last}, with {attack.over_main()} open")
+            attack.breaches.append(f"{error} after {attack.last}, with {attack.over_main()} open and the focus on "
+                                   f"{attack.typist.focus():#x} instead of {attack.main:#x}")
             if folder := os.environ.get("VANTOR_FAULTS_KEEP"):
                 desktop.screenshot(os.path.join(folder, "scanner.png"))
         attack.typist.close()
