@@ -79,7 +79,7 @@ std::optional<int> answered(const vantor::StartArguments& arguments) {
         std::cout << "vantor-prep " VANTOR_VERSION "\n";
         return 0;
     case Wish::UnknownOption:
-        std::cerr << vantor::lookUp("Onbekende optie: ") << arguments.option << '\n' << vantor::helpText();
+        std::cerr << vantor::lookUp("Onbekende optie: %1", {arguments.option}) << '\n' << vantor::helpText();
         return 2;
     case Wish::Run:
         break;

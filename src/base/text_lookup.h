@@ -1,6 +1,7 @@
 // The text lookup: every text a user can see passes through it, with its Dutch wording as the key.
 //
 // - Without a lookup installed the text stands as written.
+// - What is looked up elsewhere than where it is written is marked there, so that scripts/texts finds every key.
 // - Installed once, before the first window or output is made, by the program that wants another language;
 //   not to be changed while other threads run.
 #pragma once
@@ -21,5 +22,10 @@ void setTextLookup(TextLookup lookup);
 
 // The same with values in the places of "%1" to "%9". Values are not looked up, and "%1" in them is only text.
 [[nodiscard]] std::string lookUp(std::string_view dutch, std::initializer_list<std::string_view> values);
+
+// Marks a text that is looked up later.
+[[nodiscard]] constexpr std::string_view toLookUp(std::string_view dutch) {
+    return dutch;
+}
 
 } // namespace vantor

@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 
 #include "base/text.h"
+#include "base/text_lookup.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kProgramHelp =
+constexpr std::string_view kProgramHelp = toLookUp(
     R"(vantor-prep-cli — QR-kaarten van een shoot maken zonder venster
 
 Gebruik:
@@ -37,9 +38,9 @@ er net als in het programma in omgekeerde volgorde uit: de nieuwste set eerst.
   --version  toont de versie
 
 Uitgangscode: 0 gelukt, 1 mislukt, 2 verkeerd gebruik.
-)";
+)");
 
-constexpr std::string_view kCardsHelp =
+constexpr std::string_view kCardsHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli cards INVOER --output BESTAND.pdf [--density large|compact]
 
 Zet de QR-kaarten van alle sets van een shoot op A4-pagina's, klaar om te printen en te
@@ -55,9 +56,9 @@ genoemd.
 
 Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
 nieuwste set eerst.
-)";
+)");
 
-constexpr std::string_view kQrHelp =
+constexpr std::string_view kQrHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli qr INVOER --output MAP
 
 Bewaart van elke set van een shoot de QR-code als PNG van 600 bij 600 pixels. De
@@ -70,9 +71,9 @@ krijgen een volgnummer. Een map die er nog niet is wordt gemaakt.
 
 Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
 nieuwste set eerst.
-)";
+)");
 
-constexpr std::string_view kConvertHelp =
+constexpr std::string_view kConvertHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli convert INVOER --output BESTAND
 
 Zet een shoot om, zoals importeren en exporteren in het programma: van .csv, .vantor of
@@ -84,9 +85,9 @@ Zet een shoot om, zoals importeren en exporteren in het programma: van .csv, .va
 
 Een shoot uit CSV heet naar zijn bestand, en de regels komen er in omgekeerde volgorde
 in, net als in het programma: de nieuwste set eerst.
-)";
+)");
 
-constexpr std::string_view kListHelp =
+constexpr std::string_view kListHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli list INVOER
 
 Toont per set een regel: de naam van de set, een tab en de items.
@@ -96,9 +97,9 @@ Toont per set een regel: de naam van de set, een tab en de items.
 
 Regels uit een CSV-bestand komen in omgekeerde volgorde, net als in het programma: de
 nieuwste set eerst.
-)";
+)");
 
-constexpr std::string_view kParseHelp =
+constexpr std::string_view kParseHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli parse [BESTAND]
 
 Leest de tekst van één kaart, uit BESTAND of van de standaardinvoer, en toont de set als
@@ -106,7 +107,7 @@ JSON met de sleutels van het shootbestand. De uitgangscode is 1 als de tekst gee
 bevat.
 
   --help, --version
-)";
+)");
 
 // The command line taken apart: options by name, and what is left.
 struct Words {
@@ -119,10 +120,6 @@ struct Syntax {
     std::string_view about;
     std::vector<std::string_view> options;
 };
-
-std::string inQuotes(std::string_view word) {
-    return "‘" + std::string(word) + "’";
-}
 
 // Takes the arguments behind the call's name apart; a text when they are not of the call's form.
 std::variant<Words, std::string> takeApart(std::span<const std::string_view> arguments,
@@ -142,15 +139,15 @@ std::variant<Words, std::string> takeApart(std::span<const std::string_view> arg
         const auto equals = word.find('=');
         const auto name = word.substr(0, equals);
         if (std::ranges::find(syntax.options, name) == syntax.options.end())
-            return "onbekende optie " + inQuotes(name);
+            return lookUp("onbekende optie ‘%1’", {name});
         if (words.options.contains(name))
-            return "optie " + inQuotes(name) + " staat er meer dan eens";
+            return lookUp("optie ‘%1’ staat er meer dan eens", {name});
         if (equals != std::string_view::npos)
             words.options[name] = word.substr(equals + 1);
         else if (i + 1 < arguments.size())
             words.options[name] = arguments[++i];
         else
-            return "achter " + inQuotes(name) + " ontbreekt een waarde";
+            return lookUp("achter ‘%1’ ontbreekt een waarde", {name});
     }
     return words;
 }
@@ -163,7 +160,13 @@ std::optional<Format> formatNamed(std::string_view name) {
     return std::nullopt;
 }
 
-constexpr auto kNoSuchFormat = " is geen .vantor-, .json- of .csv-bestand";
+std::string noSuchFormat(std::string_view file) {
+    return lookUp("‘%1’ is geen .vantor-, .json- of .csv-bestand", {file});
+}
+
+std::string tooManyFiles(std::string_view second) {
+    return lookUp("te veel bestanden: ‘%1’", {second});
+}
 
 // Reads the arguments of one call that has an input; each step says what is wrong, and then the rest is moot.
 class CallReader {
@@ -183,21 +186,21 @@ public:
         Input input;
         const auto from = option("--from");
         if (m_words.files.empty() || m_words.files.front().empty()) {
-            complain("INVOER ontbreekt");
+            complain(lookUp("INVOER ontbreekt"));
         } else if (m_words.files.size() > 1) {
-            complain("te veel bestanden: " + inQuotes(m_words.files[1]));
+            complain(tooManyFiles(m_words.files[1]));
         } else if (m_words.files.front() == "-") {
             const auto format = formatNamed(from.value_or(""));
             if (!format)
-                complain("bij INVOER - hoort --from csv of --from vantor");
+                complain(lookUp("bij INVOER - hoort --from csv of --from vantor"));
             input.format = format.value_or(Format::Csv);
         } else {
             input.path = fs::path(m_words.files.front());
             const auto format = from ? formatNamed(*from) : formatOf(*input.path);
             if (!format && from)
-                complain("--from kent alleen csv en vantor");
+                complain(lookUp("--from kent alleen csv en vantor"));
             else if (!format)
-                complain(inQuotes(m_words.files.front()) + kNoSuchFormat);
+                complain(noSuchFormat(m_words.files.front()));
             input.format = format.value_or(Format::Csv);
         }
         return input;
@@ -206,7 +209,7 @@ public:
     fs::path output() {
         const auto output = option("--output");
         if (!output || output->empty())
-            complain("--output ontbreekt");
+            complain(lookUp("--output ontbreekt"));
         return output.value_or("");
     }
 
@@ -217,7 +220,7 @@ public:
         });
         if (found != kAllDensities.end())
             return *found;
-        complain("--density kent alleen large en compact");
+        complain(lookUp("--density kent alleen large en compact"));
         return BulkQRDensity::large;
     }
 
@@ -258,7 +261,7 @@ Call readConvert(std::span<const std::string_view> arguments) {
     ConvertCall call{reader.input(), reader.output()};
     const auto format = formatOf(call.output);
     if (!format)
-        reader.complain(inQuotes(call.output.string()) + kNoSuchFormat);
+        reader.complain(noSuchFormat(call.output.string()));
     call.format = format.value_or(Format::Csv);
     return reader.finished(std::move(call));
 }
@@ -274,11 +277,11 @@ Call readParse(std::span<const std::string_view> arguments) {
         return Misuse{std::move(*problem), "parse"};
     const auto& files = std::get<Words>(apart).files;
     if (files.size() > 1)
-        return Misuse{"te veel bestanden: " + inQuotes(files[1]), "parse"};
+        return Misuse{tooManyFiles(files[1]), "parse"};
     if (files.empty() || files.front() == "-")
         return ParseCall{};
     if (files.front().empty())
-        return Misuse{"de naam van BESTAND is leeg", "parse"};
+        return Misuse{lookUp("de naam van BESTAND is leeg"), "parse"};
     return ParseCall{fs::path(files.front())};
 }
 
@@ -312,14 +315,14 @@ std::optional<Format> formatOf(const std::filesystem::path& file) {
     return formatNamed(extension.empty() ? std::string_view() : std::string_view(extension).substr(1));
 }
 
-std::string_view helpText(std::string_view about) {
+std::string helpText(std::string_view about) {
     const auto* const form = callNamed(about);
-    return form != nullptr ? form->help : kProgramHelp;
+    return lookUp(form != nullptr ? form->help : kProgramHelp);
 }
 
 Call readArguments(std::span<const std::string_view> arguments) {
     if (arguments.empty())
-        return Misuse{"geen opdracht gegeven", ""};
+        return Misuse{lookUp("geen opdracht gegeven"), ""};
     const auto name = arguments.front();
     const auto* const form = callNamed(name);
     if (name == "--help" || name == "-h")
@@ -327,7 +330,7 @@ Call readArguments(std::span<const std::string_view> arguments) {
     if (name == "--version")
         return VersionCall{};
     if (form == nullptr)
-        return Misuse{"onbekende opdracht " + inQuotes(name), ""};
+        return Misuse{lookUp("onbekende opdracht ‘%1’", {name}), ""};
     if (asksFor(arguments, "--help") || asksFor(arguments, "-h"))
         return HelpCall{form->name};
     if (asksFor(arguments, "--version"))

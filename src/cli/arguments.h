@@ -52,7 +52,7 @@ struct HelpCall {
 };
 struct VersionCall {};
 
-// What is wrong with the command line, in Dutch, and the call that it is about.
+// What is wrong with the command line, as the user is to read it, and the call that it is about.
 struct Misuse {
     std::string problem;
     std::string_view about;
@@ -64,6 +64,6 @@ using Call = std::variant<CardsCall, QrCall, ConvertCall, ListCall, ParseCall, H
 [[nodiscard]] Call readArguments(std::span<const std::string_view> arguments);
 
 // The help on a call, or on the program.
-[[nodiscard]] std::string_view helpText(std::string_view about);
+[[nodiscard]] std::string helpText(std::string_view about);
 
 } // namespace vantor::cli

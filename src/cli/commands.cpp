@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "base/text.h"
+#include "base/text_lookup.h"
 #include "cli/input.h"
 #include "formats/shoot_file.h"
 #include "output/bulk_qr_pdf_exporter.h"
@@ -26,10 +27,11 @@ constexpr int kPngEdge = 600;
 // Shows progress once the work has taken a while, and then a few times a second.
 class ProgressMeter {
 public:
-    ProgressMeter(Console& console, std::size_t all, std::string_view what)
+    // `dutch` has "%1" for what is done and "%2" for all.
+    ProgressMeter(Console& console, std::size_t all, std::string_view dutch)
         : m_console(console),
           m_all(all),
-          m_what(what) {}
+          m_dutch(dutch) {}
     ProgressMeter(const ProgressMeter&) = delete;
     ProgressMeter& operator=(const ProgressMeter&) = delete;
     ~ProgressMeter() { m_console.endProgress(); }
@@ -39,13 +41,13 @@ public:
         if (now < m_next)
             return;
         m_next = now + std::chrono::milliseconds(200);
-        m_console.showProgress(done, m_all, m_what);
+        m_console.showProgress(lookUp(m_dutch, {std::to_string(done), std::to_string(m_all)}));
     }
 
 private:
     Console& m_console;
     std::size_t m_all;
-    std::string_view m_what;
+    std::string_view m_dutch;
     std::chrono::steady_clock::time_point m_next =
         std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
 };
@@ -59,9 +61,9 @@ public:
         if (!shoot)
             return kFailed;
         if (shoot->sets.empty())
-            return failure(nameOf(call.input.path) + ": geen sets gevonden");
+            return failure(lookUp("%1: geen sets gevonden", {nameOf(call.input.path)}));
         const BulkQRPDFExporter exporter(m_services.encoder, m_services.canvases, m_services.files);
-        ProgressMeter meter(m_console, shoot->sets.size(), "kaarten");
+        ProgressMeter meter(m_console, shoot->sets.size(), toLookUp("%1 van %2 kaarten"));
         const bool written = exporter.exportTo(
             shoot->sets, call.density, call.output,
             [&](std::size_t drawn) {
@@ -77,16 +79,16 @@ public:
         if (!shoot)
             return kFailed;
         if (!m_services.files.createFolders(call.folder))
-            return failure(call.folder.string() + ": map kan niet gemaakt worden");
+            return failure(lookUp("%1: map kan niet gemaakt worden", {call.folder.string()}));
         const QRGenerator generator(m_services.encoder);
         TakenNames taken;
-        ProgressMeter meter(m_console, shoot->sets.size(), "codes");
+        ProgressMeter meter(m_console, shoot->sets.size(), toLookUp("%1 van %2 codes"));
         std::size_t done = 0;
         for (const auto& set : shoot->sets) {
             meter.advance(done++);
             const auto picture = generator.generate(set.toQRText(), kPngEdge);
             if (!picture) {
-                warnOf(set, "de tekst past niet in een QR-code; overgeslagen");
+                warnOf(set, lookUp("de tekst past niet in een QR-code; overgeslagen"));
                 continue;
             }
             const auto bytes = m_services.pngs.encode(*picture);
@@ -126,8 +128,8 @@ public:
         const auto set =
             SetData::parse(withoutByteOrderMark(std::get<std::string>(outcome)), Timestamp::now());
         if (!set) {
-            return failure(nameOf(call.path) +
-                           ": geen set gevonden; een kaart heeft een regel SET: of BRAND:");
+            return failure(lookUp("%1: geen set gevonden; een kaart heeft een regel SET: of BRAND:",
+                                  {nameOf(call.path)}));
         }
         return show(writeSetObject(*set) + "\n");
     }
@@ -138,7 +140,7 @@ public:
 
     int operator()(const Misuse& misuse) const {
         const auto call = misuse.about.empty() ? std::string() : " " + std::string(misuse.about);
-        m_console.complain(misuse.problem + " (hulp: vantor-prep-cli" + call + " --help)");
+        m_console.complain(lookUp("%1 (hulp: vantor-prep-cli%2 --help)", {misuse.problem, call}));
         return kMisused;
     }
 
@@ -183,14 +185,15 @@ private:
 
     void warnOf(const SetData& set, std::string_view what) const {
         const auto name = onOneCell(set.headline());
-        m_console.complain((name.empty() ? "set zonder nummer en merk" : name) + ": " + std::string(what));
+        m_console.complain((name.empty() ? lookUp("set zonder nummer en merk") : name) + ": " +
+                           std::string(what));
     }
 
     void warnOfPoorCode(const SetData& set, std::optional<double> moduleEdge) const {
         if (!moduleEdge)
-            warnOf(set, "de tekst past niet in een QR-code; de kaart blijft leeg");
+            warnOf(set, lookUp("de tekst past niet in een QR-code; de kaart blijft leeg"));
         else if (*moduleEdge < kSmallestModule)
-            warnOf(set, "de QR-code is fijn: modules kleiner dan 0,33 mm op deze kaart");
+            warnOf(set, lookUp("de QR-code is fijn: modules kleiner dan 0,33 mm op deze kaart"));
     }
 
     int failure(std::string_view reason) const {
@@ -199,12 +202,12 @@ private:
     }
 
     int cannotWrite(const fs::path& path) const {
-        return failure(path.string() + ": kan niet geschreven worden");
+        return failure(lookUp("%1: kan niet geschreven worden", {path.string()}));
     }
 
     int show(std::string_view text) const {
         m_console.print(text);
-        return m_console.flush() ? kDone : failure("standaarduitvoer: kan niet geschreven worden");
+        return m_console.flush() ? kDone : failure(lookUp("standaarduitvoer: kan niet geschreven worden"));
     }
 
     const Services& m_services;

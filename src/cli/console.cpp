@@ -40,12 +40,10 @@ void Console::complain(std::string_view line) {
     std::fputs(("vantor-prep-cli: " + harmless(line) + "\n").c_str(), stderr);
 }
 
-void Console::showProgress(std::size_t done, std::size_t all, std::string_view what) {
+void Console::showProgress(std::string_view words) {
     if (!m_showsProgress)
         return;
-    std::fputs(
-        ("\r" + std::to_string(done) + " van " + std::to_string(all) + " " + std::string(what)).c_str(),
-        stderr);
+    std::fputs(("\r" + std::string(words)).c_str(), stderr);
     std::fflush(stderr);
     m_progressShown = true;
 }

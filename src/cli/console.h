@@ -4,7 +4,6 @@
 // are replaced by U+FFFD: a set's name cannot drive a terminal.
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 
 namespace vantor::cli {
@@ -22,8 +21,8 @@ public:
     // A line on standard error, after the program's name.
     void complain(std::string_view line);
 
-    // Shows how far a long piece of work is; erased by whatever is shown next.
-    void showProgress(std::size_t done, std::size_t all, std::string_view what);
+    // Shows in a few words how far a long piece of work is; erased by whatever is shown next.
+    void showProgress(std::string_view words);
     void endProgress();
 
 private:

@@ -1,6 +1,7 @@
 #include "cli/input.h"
 
 #include "base/text.h"
+#include "base/text_lookup.h"
 #include "formats/shoot_file.h"
 #include "store/shoot_manager.h"
 
@@ -14,10 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string atLine(std::string_view bytes, std::size_t offset) {
-    const auto line =
-        1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
-    return ": regel " + std::to_string(line) + ": ";
+std::string lineOf(std::string_view bytes, std::size_t offset) {
+    return std::to_string(
+        1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
 }
 
 std::string inMiB(std::uint64_t bytes) {
@@ -27,8 +27,12 @@ std::string inMiB(std::uint64_t bytes) {
 Problem tooLarge(const std::optional<fs::path>& path, std::uint64_t most) {
     std::error_code error;
     const auto size = path ? fs::file_size(*path, error) : most + 1;
-    const auto told = path && !error ? inMiB(size) : "meer dan " + inMiB(most);
-    return {nameOf(path) + ": te groot voor een CSV-bestand: " + told + ", hoogstens " + inMiB(most)};
+    if (path && !error) {
+        return {lookUp("%1: te groot voor een CSV-bestand: %2, hoogstens %3",
+                       {nameOf(path), inMiB(size), inMiB(most)})};
+    }
+    return {
+        lookUp("%1: te groot voor een CSV-bestand: meer dan %2, hoogstens %2", {nameOf(path), inMiB(most)})};
 }
 
 Outcome<std::string> readStandardInput(std::uint64_t most) {
@@ -40,7 +44,7 @@ Outcome<std::string> readStandardInput(std::uint64_t most) {
             return tooLarge(std::nullopt, most);
     }
     if (std::ferror(stdin) != 0)
-        return Problem{nameOf(std::nullopt) + ": kan niet gelezen worden"};
+        return Problem{lookUp("%1: kan niet gelezen worden", {nameOf(std::nullopt)})};
     return bytes;
 }
 
@@ -53,13 +57,13 @@ Outcome<std::string> readBytes(const std::optional<fs::path>& path, const FileSt
         return *std::move(result.bytes);
     switch (result.failure) {
     case FileStore::ReadFailure::Missing:
-        return Problem{nameOf(path) + ": bestaat niet"};
+        return Problem{lookUp("%1: bestaat niet", {nameOf(path)})};
     case FileStore::ReadFailure::TooLarge:
         return tooLarge(path, most);
     case FileStore::ReadFailure::Unreadable:
         break;
     }
-    return Problem{nameOf(path) + ": kan niet gelezen worden of is geen gewoon bestand"};
+    return Problem{lookUp("%1: kan niet gelezen worden of is geen gewoon bestand", {nameOf(path)})};
 }
 
 Outcome<std::string> readText(const std::optional<fs::path>& path, const FileStore& files,
@@ -67,7 +71,7 @@ Outcome<std::string> readText(const std::optional<fs::path>& path, const FileSto
     auto outcome = readBytes(path, files, most);
     if (const auto* const bytes = std::get_if<std::string>(&outcome)) {
         if (const auto bad = firstInvalidUtf8(*bytes))
-            return Problem{nameOf(path) + atLine(*bytes, *bad) + "geen geldige UTF-8"};
+            return Problem{lookUp("%1: regel %2: geen geldige UTF-8", {nameOf(path), lineOf(*bytes, *bad)})};
     }
     return outcome;
 }
@@ -76,13 +80,16 @@ Outcome<Shoot> readCsv(const Input& input, const FileStore& files) {
     auto text = readText(input.path, files, kMostCsvBytes);
     if (auto* const problem = std::get_if<Problem>(&text))
         return std::move(*problem);
-    auto shoot = Shoot::make(input.path ? input.path->stem().string() : "shoot", "", "", Timestamp::now());
+    auto shoot =
+        Shoot::make(input.path ? input.path->stem().string() : lookUp("shoot"), "", "", Timestamp::now());
     const auto id = shoot.id;
     ShootManager manager;
     manager.insertShoot(std::move(shoot));
     if (manager.importCSV(std::get<std::string>(text), id) == 0)
-        return Problem{nameOf(input.path) + ": geen sets gevonden; verwacht een kopregel als "
-                                            "Set;Merk;Items;Model;Locatie en daaronder een regel per set"};
+        return Problem{
+            lookUp("%1: geen sets gevonden; verwacht een kopregel als Set;Merk;Items;Model;Locatie "
+                   "en daaronder een regel per set",
+                   {nameOf(input.path)})};
     return manager.shoots().front();
 }
 
@@ -94,13 +101,14 @@ Outcome<Shoot> readShootFileFrom(const Input& input, const FileStore& files) {
     ShootManager manager;
     if (auto shoot = manager.importShoot(text))
         return *std::move(shoot);
-    return Problem{nameOf(input.path) + atLine(text, whereUnreadable(text)) + "geen geldig shootbestand"};
+    return Problem{lookUp("%1: regel %2: geen geldig shootbestand",
+                          {nameOf(input.path), lineOf(text, whereUnreadable(text))})};
 }
 
 } // namespace
 
 std::string nameOf(const std::optional<fs::path>& path) {
-    return path ? path->string() : "standaardinvoer";
+    return path ? path->string() : lookUp("standaardinvoer");
 }
 
 Outcome<Shoot> readShootFrom(const Input& input, const FileStore& files) {

@@ -4,14 +4,15 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vantor {
 
 // A kind of file that a dialog admits.
 struct FileType {
-    // In Dutch; the dialog shows what the text lookup has for it.
-    std::string name;
+    // One of the program's own texts, in Dutch; the dialog shows what the text lookup has for it.
+    std::string_view name;
     // Without dots; the first is added to a name that has none of them.
     std::vector<std::string> extensions;
 };

@@ -286,7 +286,7 @@ void CatalogSheet::deleteProduct(int row) {
 }
 
 void CatalogSheet::exportCSV() {
-    if (const auto path = m_services.dialogs.askWhereToSave(std::string(kCatalogName), csvType()))
+    if (const auto path = m_services.dialogs.askWhereToSave(catalogName(), csvType()))
         m_services.files.replace(*path, m_catalog.exportCSV());
 }
 

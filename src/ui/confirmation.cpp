@@ -48,7 +48,7 @@ void showAlert(QWidget* over, const QString& title, const QString& message,
                const std::function<void()>& onClosed) {
     auto* const box = makeBox(over, QMessageBox::Warning, title, message);
     box->setObjectName(QStringLiteral("alert"));
-    box->addButton(QMessageBox::Ok);
+    box->addButton(shown("OK"), QMessageBox::AcceptRole);
     QObject::connect(box, &QMessageBox::finished, box, onClosed);
     box->open();
 }
@@ -57,7 +57,7 @@ void showMessage(const QString& title, const QString& message) {
     auto* const box = makeBox(nullptr, QMessageBox::Warning, title, message);
     box->setObjectName(QStringLiteral("message"));
     box->setWindowTitle(title);
-    box->addButton(QMessageBox::Ok);
+    box->addButton(shown("OK"), QMessageBox::AcceptRole);
     box->exec();
 }
 

@@ -134,10 +134,9 @@ QWidget* PrepMainView::makeHeader() {
     auto* const logo = named(new QSvgWidget(symbolPath(QStringLiteral("logo"))), "logo", shown("Logo"));
     logo->setFixedSize(theme::kLogoSize, theme::kLogoSize);
     auto* const title = new TextLabel(shown("Vantor Prep"), theme::titleFont(), TextColor::Primary);
-    auto* const version =
-        named(new TextLabel(QStringLiteral("v") + qstring(m_services.updates.currentVersion()),
-                            theme::captionFont(), TextColor::Secondary),
-              "version");
+    auto* const version = named(new TextLabel(shown("v%1").arg(qstring(m_services.updates.currentVersion())),
+                                              theme::captionFont(), TextColor::Secondary),
+                                "version");
     auto* const tagline = new TextLabel(
         shown("Gratis. Bereid shoots, sets en QR-kaarten voor — Vantor zelf tagt tijdens de shoot."),
         theme::captionFont(), TextColor::Secondary, true);
@@ -564,8 +563,8 @@ void PrepMainView::exportCSV() {
     const auto id = m_manager.activeShootId();
     if (!id)
         return;
-    const auto path =
-        m_services.dialogs.askWhereToSave(shootFileName(m_manager.activeShoot(), "sets", ".csv"), csvType());
+    const auto path = m_services.dialogs.askWhereToSave(
+        shootFileName(m_manager.activeShoot(), lookUp("sets"), ".csv"), csvType());
     if (path)
         m_services.files.replace(*path, m_manager.exportCSV(*id));
 }
@@ -576,7 +575,7 @@ void PrepMainView::exportJSON() {
     if (!bytes)
         return;
     const auto path = m_services.dialogs.askWhereToSave(
-        shootFileName(m_manager.activeShoot(), "sets", ".json"), jsonType());
+        shootFileName(m_manager.activeShoot(), lookUp("sets"), ".json"), jsonType());
     if (path)
         m_services.files.replace(*path, *bytes);
 }
@@ -587,7 +586,7 @@ void PrepMainView::exportVantorFile() {
     if (!bytes)
         return;
     const auto path = m_services.dialogs.askWhereToSave(
-        shootFileName(m_manager.activeShoot(), "shoot", ".vantor"), shootFileType());
+        shootFileName(m_manager.activeShoot(), lookUp("shoot"), ".vantor"), shootFileType());
     if (path)
         m_services.files.replace(*path, *bytes);
 }

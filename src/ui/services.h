@@ -1,6 +1,7 @@
 // Services: what the windows and sheets work with besides the stores. All of it outlives them.
 #pragma once
 
+#include "base/text_lookup.h"
 #include "base/timestamp.h"
 #include "platform/clipboard.h"
 #include "platform/file_dialogs.h"
@@ -36,27 +37,27 @@ struct Services {
 };
 
 inline const FileType& csvType() {
-    static const FileType type{"CSV-bestanden", {"csv"}};
+    static const FileType type{toLookUp("CSV-bestanden"), {"csv"}};
     return type;
 }
 inline const FileType& plainTextType() {
-    static const FileType type{"Tekstbestanden", {"txt"}};
+    static const FileType type{toLookUp("Tekstbestanden"), {"txt"}};
     return type;
 }
 inline const FileType& shootFileType() {
-    static const FileType type{"Vantor-shootbestanden", {"vantor"}};
+    static const FileType type{toLookUp("Vantor-shootbestanden"), {"vantor"}};
     return type;
 }
 inline const FileType& jsonType() {
-    static const FileType type{"JSON-bestanden", {"json"}};
+    static const FileType type{toLookUp("JSON-bestanden"), {"json"}};
     return type;
 }
 inline const FileType& pngType() {
-    static const FileType type{"PNG-afbeeldingen", {"png"}};
+    static const FileType type{toLookUp("PNG-afbeeldingen"), {"png"}};
     return type;
 }
 inline const FileType& pdfType() {
-    static const FileType type{"PDF-bestanden", {"pdf"}};
+    static const FileType type{toLookUp("PDF-bestanden"), {"pdf"}};
     return type;
 }
 

@@ -1,5 +1,7 @@
 #include "view/proposed_names.h"
 
+#include "base/text_lookup.h"
+
 namespace vantor {
 
 std::string pngName(const SetData& set) {
@@ -12,7 +14,11 @@ std::string shootFileName(const Shoot* shoot, std::string_view withoutShoot, std
 }
 
 std::string cardsName(std::string_view shootName) {
-    return std::string(shootName) + "-QR-kaarten.pdf";
+    return lookUp("%1-QR-kaarten.pdf", {shootName});
+}
+
+std::string catalogName() {
+    return lookUp("productcatalogus.csv");
 }
 
 } // namespace vantor

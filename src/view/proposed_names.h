@@ -18,6 +18,7 @@ namespace vantor {
 // "Zomer op Texel-QR-kaarten.pdf"
 [[nodiscard]] std::string cardsName(std::string_view shootName);
 
-inline constexpr std::string_view kCatalogName = "productcatalogus.csv";
+// "productcatalogus.csv"
+[[nodiscard]] std::string catalogName();
 
 } // namespace vantor

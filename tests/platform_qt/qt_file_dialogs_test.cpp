@@ -1,6 +1,7 @@
 #include "platform/qt/qt_dutch_texts.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/pseudo_translation.h"
 #include "tests/support/read_file.h"
 #include "tests/support/temporary_folder.h"
 
@@ -11,6 +12,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -22,6 +24,7 @@
 #include <deque>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <ostream>
 #include <set>
 #include <string>
@@ -404,6 +407,63 @@ TEST_F(QtFileDialogsTest, SpeaksDutch) {
     });
     EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
     EXPECT_THAT(texts, ::testing::IsSupersetOf({"Open bestand", "Open", "Annuleer"}));
+}
+
+TEST_F(QtFileDialogsTest, NamesTheKindsOfFilesInDutch) {
+    useDutchTexts(*qApp);
+    fs::create_directory(folder / "kaarten");
+    makeFile("sets.csv");
+    user.whenSaving(saveAs(in("eerst.csv")));
+    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), folder / "eerst.csv");
+    std::map<std::string, std::string> kinds;
+    user.whenSaving([&](QFileDialog& dialog) {
+        const auto* const model = dialog.findChild<QFileSystemModel*>();
+        ASSERT_NE(model, nullptr);
+        for (const auto* const name : {"kaarten", "sets.csv"})
+            kinds[name] = model->type(model->index(QString::fromStdString(in(name)))).toStdString();
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), Path());
+    EXPECT_THAT(kinds, ::testing::UnorderedElementsAre(::testing::Pair("kaarten", "Map"),
+                                                       ::testing::Pair("sets.csv", "csv-bestand")));
+}
+
+TEST_F(QtFileDialogsTest, SaysItsOwnTextsInAnotherLanguage) {
+    testing::PseudoTranslation translation;
+    const auto translated = [](const QString& text) {
+        return !text.isEmpty() && !testing::PseudoTranslation::isUntranslated(text.toStdString());
+    };
+    fs::create_directory(folder / "1.0");
+    makeFile("2.0");
+    const auto look = [&](QFileDialog& dialog) {
+        EXPECT_TRUE(translated(dialog.windowTitle()));
+        for (const auto label : {QFileDialog::LookIn, QFileDialog::FileName, QFileDialog::FileType,
+                                 QFileDialog::Accept, QFileDialog::Reject})
+            EXPECT_TRUE(translated(dialog.labelText(label))) << label;
+        EXPECT_TRUE(translated(dialog.nameFilters().front().section(QLatin1Char(' '), 0, 0)));
+    };
+    user.whenOpening([&](QFileDialog& dialog) {
+        look(dialog);
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    const FileType kOther{"Bestand", {"0"}};
+    const auto lookAtQuestion = [&](QMessageBox& question) {
+        EXPECT_TRUE(translated(question.windowTitle()));
+        EXPECT_TRUE(translated(question.text()));
+        for (const auto* const button : question.buttons())
+            EXPECT_TRUE(translated(button->text()));
+        question.reject();
+    };
+    for (const auto* const name : {"1", "2"}) {
+        user.whenSaving([&, name](QFileDialog& dialog) {
+            look(dialog);
+            saveAs(in(name))(dialog);
+        });
+        user.whenAsked(lookAtQuestion);
+        user.whenSaving(cancel());
+        EXPECT_EQ(dialogs.askWhereToSave("3", kOther), Path());
+    }
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "tests/support/read_file.h"
+#include "tests/ui/everything_seen.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/catalog_picker_menu.h"
 #include "ui/text.h"
@@ -38,16 +39,6 @@ std::vector<std::string> labelsOfMarkup(const QWidget& within) {
             found.push_back(label->objectName().toStdString() + ": " + label->text().toStdString());
     }
     return found;
-}
-
-// What a tool tip would show, read as the tool tip reads it.
-std::string shownToolTip(const QWidget& widget) {
-    const auto tip = widget.toolTip();
-    if (!Qt::mightBeRichText(tip))
-        return tip.toStdString();
-    QTextDocument document;
-    document.setHtml(tip);
-    return document.toPlainText().toStdString();
 }
 
 class HostileText : public UiTest {
@@ -209,83 +200,12 @@ TEST_F(HostileText, ScannedTextIsShownAsItWas) {
 const std::string kHostile = "<u>kanarie</u> &amp; &Kn && [*] %1 \u2067\u202Ex\u0007y";
 const QString kWord = QStringLiteral("kanarie");
 
-struct Seen {
-    QString where;
-    QString text;
-};
-
-// What is left of a text where "&" marks a shortcut.
-QString withoutMnemonics(const QString& text) {
-    QString left;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] == QLatin1Char('&') && i + 1 < text.size())
-            ++i;
-        left += text[i];
-    }
-    return left;
-}
-
-// What is left of a window's title, as QWidget::windowTitle tells.
-QString withoutUnsavedMarks(QString title) {
-    const QString two = QStringLiteral("[*][*]");
-    const QString kept = QChar(0xE000);
-    return title.replace(two, kept).remove(QStringLiteral("[*]")).replace(kept, QStringLiteral("[*]"));
-}
-
-// Everything that a window says with labels, buttons, boxes, menus, titles, tool tips and to assistive technology.
-// What fields and editors hold is for editing, and as it is.
-std::vector<Seen> everythingSeen(QWidget& window) {
-    std::vector<Seen> seen;
-    auto widgets = window.findChildren<QWidget*>();
-    widgets.prepend(&window);
-    for (auto* const widget : widgets) {
-        const auto add = [&](const char* what, const QString& text) {
-            if (!text.isEmpty()) {
-                seen.push_back({QLatin1String(widget->metaObject()->className()) + QLatin1Char(' ') +
-                                    widget->objectName() + QLatin1String(": ") + QLatin1String(what),
-                                text});
-            }
-        };
-        add("tool tip", QString::fromStdString(shownToolTip(*widget)));
-        add("status tip", widget->statusTip());
-        if (widget->isWindow())
-            add("title", withoutUnsavedMarks(widget->windowTitle()));
-        if (const auto* const label = qobject_cast<const QLabel*>(widget)) {
-            if (!label->text().isEmpty() && label->textFormat() != Qt::PlainText)
-                add("reads markup", kWord);
-            add("text", label->buddy() != nullptr ? withoutMnemonics(label->text()) : label->text());
-        } else if (const auto* const button = qobject_cast<const QAbstractButton*>(widget)) {
-            add("text", withoutMnemonics(button->text()));
-        } else if (const auto* const field = qobject_cast<const QLineEdit*>(widget)) {
-            add("placeholder", field->placeholderText());
-        } else if (const auto* const box = qobject_cast<const QComboBox*>(widget)) {
-            for (const auto& entry : entries(*box))
-                add("entry", entry);
-        } else if (const auto* const group = qobject_cast<const QGroupBox*>(widget)) {
-            add("title", withoutMnemonics(group->title()));
-        } else if (const auto* const tabs = qobject_cast<const QTabBar*>(widget)) {
-            for (int i = 0; i < tabs->count(); ++i)
-                add("tab", withoutMnemonics(tabs->tabText(i)));
-        } else {
-            add("text", textOf(*widget));
-        }
-        for (const auto* const action : widget->actions())
-            add("action", withoutMnemonics(action->text()));
-        if (auto* const told = QAccessible::queryAccessibleInterface(widget)) {
-            add("name", told->text(QAccessible::Name));
-            add("description", told->text(QAccessible::Description));
-            add("help", told->text(QAccessible::Help));
-        }
-    }
-    return seen;
-}
-
 // Where a window shows the hostile text otherwise than whole, closed off, and with a sign for what cannot be seen.
 std::vector<std::string> breaches(const std::vector<Seen>& seen) {
     const auto whole = QString::fromStdString(shownText(kHostile));
     std::vector<std::string> found;
-    for (const auto& [where, text] : seen) {
-        if (text.count(kWord) != text.count(whole) || text.contains(QChar(7)))
+    for (const auto& [where, text, isMarkup] : seen) {
+        if (isMarkup || text.count(kWord) != text.count(whole) || text.contains(QChar(7)))
             found.push_back(
                 (where + QStringLiteral(" \u201C") + text + QStringLiteral("\u201D")).toStdString());
     }
@@ -331,26 +251,6 @@ protected:
         catalog().addBrand(kHostile);
         addProduct(kHostile, {kHostile, kHostile}, kHostile);
         announceVersion("9", "https://vantor.example/9");
-    }
-
-    QWidget& openWindow(const std::string& name) {
-        static const std::map<std::string, const char*> kButtons = {
-            {"newShootSheet", "newShootButton"},   {"newSetSheet", "newSetButton"},
-            {"importSheet", "importButton"},       {"bulkExportSheet", "bulkExportButton"},
-            {"clientsSheet", "clientsButton"},     {"catalogSheet", "catalogButton"},
-            {"editProductSheet", "catalogButton"}, {"catalogImportSheet", "catalogButton"},
-        };
-        if (name == "main")
-            return main();
-        if (name == "editSetSheet" || name == "qrSheet")
-            click(row(), name == "qrSheet" ? "qrButton" : "editButton");
-        else
-            click(main(), kButtons.at(name));
-        if (name == "editProductSheet")
-            click(*allVisible<QAbstractButton>(sheet("catalogSheet"), "editProductButton").at(0));
-        if (name == "catalogImportSheet")
-            click(sheet("catalogSheet"), "importButton");
-        return sheet(name.c_str());
     }
 };
 

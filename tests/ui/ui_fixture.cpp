@@ -266,4 +266,24 @@ void UiTest::announceVersion(const std::string& version, const std::string& url)
     settle();
 }
 
+QWidget& UiTest::openWindow(const std::string& name) {
+    static const std::map<std::string, const char*> kButtons = {
+        {"newShootSheet", "newShootButton"},   {"newSetSheet", "newSetButton"},
+        {"importSheet", "importButton"},       {"bulkExportSheet", "bulkExportButton"},
+        {"clientsSheet", "clientsButton"},     {"catalogSheet", "catalogButton"},
+        {"editProductSheet", "catalogButton"}, {"catalogImportSheet", "catalogButton"},
+    };
+    if (name == "main")
+        return main();
+    if (name == "editSetSheet" || name == "qrSheet")
+        click(*rows().front(), name == "qrSheet" ? "qrButton" : "editButton");
+    else
+        click(main(), kButtons.at(name));
+    if (name == "editProductSheet")
+        click(*allVisible<QAbstractButton>(sheet("catalogSheet"), "editProductButton").at(0));
+    if (name == "catalogImportSheet")
+        click(sheet("catalogSheet"), "importButton");
+    return sheet(name.c_str());
+}
+
 } // namespace vantor::testing

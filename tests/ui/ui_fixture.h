@@ -126,6 +126,9 @@ protected:
     // Opens a sheet with the button that does.
     QDialog& open(const char* button, const char* sheetName);
 
+    // "main" or the name of a sheet, opened from the main window as a user would: with a set there, and a product.
+    QWidget& openWindow(const std::string& name);
+
     // Adds a shoot in front and makes it active.
     Uuid addShoot(const std::string& name, const std::string& client = {});
     // Adds a set to the active shoot, at its front.

@@ -48,7 +48,7 @@ TEST(CardsName, FollowsTheShootsName) {
 }
 
 TEST(CatalogName, IsFixed) {
-    EXPECT_EQ(kCatalogName, "productcatalogus.csv");
+    EXPECT_EQ(catalogName(), "productcatalogus.csv");
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -20,6 +21,16 @@ namespace {
 QString shown(std::string_view dutch) {
     return QString::fromStdString(lookUp(dutch));
 }
+
+// The kinds in the list of files, for which the toolkit has no Dutch.
+class FileKinds final : public QFileIconProvider {
+public:
+    [[nodiscard]] QString type(const QFileInfo& file) const override {
+        if (file.isDir())
+            return shown("Map");
+        return file.suffix().isEmpty() ? shown("Bestand") : shown("%1-bestand").arg(file.suffix());
+    }
+};
 
 QWidget* windowInFront() {
     auto* const modal = QApplication::activeModalWidget();
@@ -50,7 +61,10 @@ QString withExtensionOf(const FileType& type, const QString& path) {
     return path + QLatin1Char('.') + QString::fromStdString(type.extensions.front());
 }
 
-void prepare(QFileDialog& dialog, QFileDialog::AcceptMode mode, const QString& title, const QString& accept) {
+// `kinds` outlives the dialog.
+void prepare(QFileDialog& dialog, FileKinds& kinds, QFileDialog::AcceptMode mode, const QString& title,
+             const QString& accept) {
+    dialog.setIconProvider(&kinds);
     dialog.setWindowTitle(title);
     // Makes the buttons anew, so that their texts have to come behind it.
     dialog.setAcceptMode(mode);
@@ -106,9 +120,10 @@ std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::st
                                                                    const FileType& type) {
     auto name = QString::fromStdString(proposedName).replace(QLatin1Char('/'), QLatin1Char('-'));
     while (true) {
+        FileKinds kinds;
         QFileDialog dialog(windowInFront());
         dialog.setObjectName(QStringLiteral("saveDialog"));
-        prepare(dialog, QFileDialog::AcceptSave, shown("Bewaar als"), shown("Bewaar"));
+        prepare(dialog, kinds, QFileDialog::AcceptSave, shown("Bewaar als"), shown("Bewaar"));
         dialog.setFileMode(QFileDialog::AnyFile);
         dialog.setOption(QFileDialog::DontConfirmOverwrite);
         dialog.setNameFilter(filterOf({type}));
@@ -128,9 +143,10 @@ std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::st
 }
 
 std::optional<std::filesystem::path> QtFileDialogs::askWhatToOpen(const std::vector<FileType>& types) {
+    FileKinds kinds;
     QFileDialog dialog(windowInFront());
     dialog.setObjectName(QStringLiteral("openDialog"));
-    prepare(dialog, QFileDialog::AcceptOpen, shown("Open bestand"), shown("Open"));
+    prepare(dialog, kinds, QFileDialog::AcceptOpen, shown("Open bestand"), shown("Open"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilter(filterOf(types));
     dialog.setDirectory(m_folder);

@@ -1,0 +1,143 @@
+// Has the command-line program say everything it can in another language.
+
+#include "cli/commands.h"
+#include "cli/input.h"
+#include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/libpng/libpng_writer.h"
+#include "platform/qrencode/qrencode_encoder.h"
+#include "tests/support/extracted_texts.h"
+#include "tests/support/memory_file_store.h"
+#include "tests/support/pseudo_translation.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor::cli {
+namespace {
+
+using ::testing::IsEmpty;
+using vantor::testing::PseudoTranslation;
+
+class CliTranslation : public ::testing::Test {
+protected:
+    CliTranslation() {
+        EXPECT_NE(std::freopen("/dev/null", "r", stdin), nullptr);
+        m_files.files = {
+            {"σετ.csv", "Set;Merk\n1;ζήτα\n"},
+            {"μακρύ.csv", "Set;Merk\n;" + std::string(2400, '1') + "\n"},
+            {"λεπτό.csv", "Set;Merk\n;" + std::string(2300, '1') + "\n"},
+            {"κενό.csv", ""},
+            {"άκυρο.csv", "1;\xFF\n"},
+            {"άκυρο.vantor", "[]"},
+            {"άδειο.json",
+             R"({"client":"","date":"2026-03-14T09:30:00Z","id":"10000000-0000-4000-8000-000000000001","location":"","name":"","sets":[]})"},
+            {"κλειστό.csv", ""},
+            {"μεγάλο.csv", std::string(kMostCsvBytes + 1, '1')},
+        };
+        m_files.unreadable.insert("κλειστό.csv");
+    }
+
+    // What the program says on standard error, without its own name and those of its calls.
+    std::string say(const std::vector<std::string_view>& arguments, int status) {
+        Console console(false);
+        ::testing::internal::CaptureStderr();
+        const auto ended =
+            run(readArguments(arguments), {m_files, m_encoder, m_pngs, CairoPdfCanvas::make}, console);
+        auto said = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(ended, status) << said;
+        for (const std::string_view own :
+             {"vantor-prep-cli: ", " cards", " parse", " convert", " list", " qr"})
+            said = without(own, std::move(said));
+        return said;
+    }
+
+    void expectTranslated(const std::vector<std::string_view>& arguments, int status) {
+        const auto said = say(arguments, status);
+        EXPECT_NE(said, "") << arguments.front();
+        EXPECT_FALSE(PseudoTranslation::isUntranslated(said)) << said;
+    }
+
+    static std::string without(std::string_view part, std::string text) {
+        for (auto at = text.find(part); at != std::string::npos; at = text.find(part))
+            text.erase(at, part.size());
+        return text;
+    }
+
+    vantor::testing::MemoryFileStore m_files;
+    QrencodeEncoder m_encoder;
+    LibpngWriter m_pngs;
+    PseudoTranslation m_translation;
+};
+
+TEST_F(CliTranslation, LeavesNothingInDutch) {
+    for (const std::string_view call : {"", "cards", "qr", "convert", "list", "parse"})
+        EXPECT_FALSE(PseudoTranslation::isUntranslated(helpText(call))) << call;
+
+    expectTranslated({}, kMisused);
+    expectTranslated({"τι"}, kMisused);
+    expectTranslated({"list"}, kMisused);
+    expectTranslated({"list", "α", "β"}, kMisused);
+    expectTranslated({"list", "-"}, kMisused);
+    expectTranslated({"list", "α.csv", "--from", "τι"}, kMisused);
+    expectTranslated({"list", "α"}, kMisused);
+    expectTranslated({"list", "--τι"}, kMisused);
+    expectTranslated({"cards", "σετ.csv"}, kMisused);
+    expectTranslated({"cards", "σετ.csv", "--output=α", "--density", "τι"}, kMisused);
+    expectTranslated({"parse", ""}, kMisused);
+    // Names of options stay as they are.
+    for (const auto& said : {say({"list", "α.csv", "--from"}, kMisused),
+                             say({"list", "α.csv", "--from=csv", "--from=csv"}, kMisused)})
+        EXPECT_FALSE(PseudoTranslation::isUntranslated(without("--from", said))) << said;
+
+    // And so do the extensions of files.
+    const auto expectTranslatedBut = [this](std::string_view name, std::vector<std::string_view> arguments) {
+        const auto said = say(arguments, kFailed);
+        EXPECT_NE(said.find(name), std::string::npos) << said;
+        EXPECT_FALSE(PseudoTranslation::isUntranslated(without(name, said))) << said;
+    };
+    for (const std::string_view file : {"κανένα.csv", "κενό.csv", "άκυρο.csv", "άκυρο.vantor", "κλειστό.csv"})
+        expectTranslatedBut(file, {"list", file});
+    expectTranslatedBut("κενό.csv", {"parse", "κενό.csv"});
+    expectTranslatedBut("άδειο.json", {"cards", "άδειο.json", "--output", "α"});
+    m_files.failsToReplace = true;
+    expectTranslatedBut("β.csv", {"convert", "σετ.csv", "--output", "β.csv"});
+    m_files.failsToReplace = false;
+    m_files.failsToCreateFolders = true;
+    expectTranslatedBut("φάκελος", {"qr", "σετ.csv", "--output", "φάκελος"});
+    m_files.failsToCreateFolders = false;
+    EXPECT_THAT(say({"list", "μεγάλο.csv"}, kFailed),
+                ::testing::HasSubstr(PseudoTranslation::translated("te groot voor een CSV-bestand")));
+
+    // Sets whose cards are poor.
+    expectTranslated({"qr", "μακρύ.csv", "--output", "φάκελος"}, kDone);
+    expectTranslated({"cards", "μακρύ.csv", "--output", "α"}, kDone);
+    expectTranslated({"cards", "λεπτό.csv", "--output", "α", "--density", "compact"}, kDone);
+    expectTranslated({"parse"}, kFailed);
+
+    // Whoever translates what is extracted has translated all of it, and the calls above say all but what takes a
+    // while or a full disk.
+    const std::set<std::string> kUnsaid = {"%1 van %2 codes",
+                                           "%1 van %2 kaarten",
+                                           "standaarduitvoer: kan niet geschreven worden",
+                                           "%1: kan niet gelezen worden",
+                                           "shoot",
+                                           "%1: te groot voor een CSV-bestand: %2, hoogstens %3",
+                                           "set zonder nummer en merk"};
+    const auto extracted = vantor::testing::extractedTexts(VANTOR_EXAMPLES "/..");
+    for (const auto& text : m_translation.lookedUp())
+        EXPECT_TRUE(extracted.contains(text)) << text;
+    for (const auto& [text, places] : extracted) {
+        if (places.find("src/cli/") != std::string::npos) {
+            EXPECT_NE(m_translation.lookedUp().contains(text), kUnsaid.contains(text)) << text;
+        }
+    }
+}
+
+} // namespace
+} // namespace vantor::cli

@@ -1,0 +1,231 @@
+// Walks through all windows in another language.
+
+#include "tests/support/extracted_texts.h"
+#include "tests/support/pseudo_translation.h"
+#include "tests/ui/everything_seen.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/catalog_picker_menu.h"
+
+#include <QMenu>
+#include <QThreadPool>
+
+namespace vantor::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr auto kProject = VANTOR_EXAMPLES "/..";
+
+class Translation : public UiTest {
+protected:
+    Translation() { m_services.siteHost = "σελίδα"; }
+
+    // Notes what a window says that was not translated. All data in it are Greek.
+    void look(QWidget& window) {
+        ++m_looked;
+        for (const auto& [where, text, isMarkup] : everythingSeen(window)) {
+            if (PseudoTranslation::isUntranslated(text.toStdString()))
+                m_untranslated.push_back(
+                    (where + QStringLiteral(" \u201C") + text + QStringLiteral("\u201D")).toStdString());
+        }
+    }
+    void lookAndClose(QDialog& window) {
+        look(window);
+        window.close();
+        settle();
+        returnToMain();
+    }
+
+    void addGreekData() {
+        addShoot("άλφα", "βήτα");
+        addShoot("γάμμα", "δέλτα");
+        addSet("1", "", {SetItem::make("ήτα", "")});
+        addSet("");
+        addSet("2", "ζήτα", {SetItem::make("ήτα", "θήτα")});
+        addProduct("ήτα", {"θήτα"}, "ζήτα");
+        addProduct("ιώτα", {});
+        catalog().addClient("κάππα");
+        catalog().addBrand("λάμδα");
+        manager().activateSet(shoot().sets[0].id);
+        announceVersion("9", "https://vantor.example/9");
+        settle();
+    }
+
+    void lookIntoMenus(QWidget& sheet) {
+        std::vector<QMenu*> menus{find<ui::CatalogPickerMenu>(sheet, "catalogPicker").menu()};
+        for (std::size_t i = 0; i < menus.size(); ++i) {
+            // What opening it does, without a popup on screen.
+            Q_EMIT menus[i]->aboutToShow();
+            look(*menus[i]);
+            for (const auto* const action : menus[i]->actions()) {
+                if (action->menu() != nullptr)
+                    menus.push_back(action->menu());
+            }
+        }
+    }
+
+    void lookIntoEmptyWindows() {
+        look(openMain());
+        for (const auto* const name : {"newShootSheet", "clientsSheet", "catalogSheet"})
+            lookAndClose(dynamic_cast<QDialog&>(openWindow(name)));
+        addShoot("γάμμα");
+        look(main());
+        auto& sheet = openWindow("newSetSheet");
+        lookIntoMenus(sheet);
+        lookAndClose(dynamic_cast<QDialog&>(sheet));
+        manager().deleteShoot(shoot().id);
+        settle();
+    }
+
+    void lookIntoFullWindows() {
+        addGreekData();
+        look(main());
+        type(main(), "searchField", "");
+        find<QLineEdit>(main(), "searchField").setText("ω");
+        settle();
+        look(main());
+        find<QLineEdit>(main(), "searchField").clear();
+        settle();
+        for (const auto* const name :
+             {"newShootSheet", "newSetSheet", "editSetSheet", "clientsSheet", "qrSheet"}) {
+            auto& sheet = openWindow(name);
+            if (std::string_view(name) == "newSetSheet")
+                lookIntoMenus(sheet);
+            lookAndClose(dynamic_cast<QDialog&>(sheet));
+        }
+        rows().front()->openMenu(main().mapToGlobal(QPoint(50, 50)));
+        look(*QApplication::activePopupWidget());
+        QApplication::activePopupWidget()->close();
+        settle();
+        click(*rows().front(), "deleteButton");
+        lookAndClose(sheet("confirmation"));
+        click(main(), "deleteShootButton");
+        lookAndClose(sheet("confirmation"));
+    }
+
+    void lookIntoCatalog() {
+        auto& products = openWindow("catalogSheet");
+        choose(find<QComboBox>(products, "brandPicker"), "ζήτα");
+        look(products);
+        choose(find<QComboBox>(products, "brandPicker"), "λάμδα");
+        lookAndClose(dynamic_cast<QDialog&>(products));
+        auto& edited = openWindow("editProductSheet");
+        lookAndClose(dynamic_cast<QDialog&>(edited));
+        sheet("catalogSheet").close();
+        settle();
+        returnToMain();
+        lookIntoImport("catalogImportSheet");
+        sheet("catalogSheet").close();
+        settle();
+        returnToMain();
+    }
+
+    void lookIntoImport(const char* name) {
+        auto& sheet = dynamic_cast<QDialog&>(openWindow(name));
+        find<QPlainTextEdit>(sheet, "csvText").setPlainText("1;ζήτα;ήτα/θήτα");
+        click(sheet, "importButton");
+        lookAndClose(sheet);
+    }
+
+    void lookIntoExport() {
+        m_dialogs.whereToSave = "/out/cards.pdf";
+        auto& sheet = openWindow("bulkExportSheet");
+        look(sheet);
+        click(sheet, "selectAllButton");
+        look(sheet);
+        click(sheet, "selectAllButton");
+        find<QAbstractButton>(sheet, "exportButton").click();
+        look(find(sheet, "exportProgress"));
+        QThreadPool::globalInstance()->waitForDone();
+        settle();
+    }
+
+    void lookIntoGenerator() {
+        auto& view = openGenerator();
+        look(view);
+        click(view, "addItemButton");
+        click(view, "generateButton");
+        look(view);
+    }
+
+    // What the file dialogs are handed.
+    void lookAtFiles() {
+        m_dialogs.whereToSave.reset();
+        for (const auto* const name : {"importSheet", "qrSheet", "catalogSheet"}) {
+            auto& sheet = openWindow(name);
+            const std::map<std::string_view, const char*> kButtons{{"importSheet", "chooseFileButton"},
+                                                                   {"qrSheet", "saveButton"},
+                                                                   {"catalogSheet", "exportButton"}};
+            click(sheet, kButtons.at(name));
+            sheet.close();
+            settle();
+            returnToMain();
+        }
+        const auto saveShoot = [this] {
+            for (const auto* const name : {"exportCsvButton", "exportJsonButton", "saveButton"})
+                find<QAbstractButton>(main(), name).click();
+        };
+        saveShoot();
+        for (const auto& name : m_dialogs.typeNames)
+            EXPECT_FALSE(PseudoTranslation::isUntranslated(name)) << name;
+    }
+
+    void lookIntoAlert() {
+        m_files.files["/in/broken.vantor"] = "no shoot";
+        m_dialogs.whatToOpen = "/in/broken.vantor";
+        click(main(), "openButton");
+        settleReads();
+        lookAndClose(sheet("alert"));
+    }
+
+    PseudoTranslation m_translation;
+    std::vector<std::string> m_untranslated;
+    int m_looked = 0;
+};
+
+TEST_F(Translation, LeavesNoTextOfAnyWindowInDutch) {
+    lookIntoEmptyWindows();
+    lookIntoFullWindows();
+    lookIntoCatalog();
+    lookIntoImport("importSheet");
+    lookIntoExport();
+    lookIntoGenerator();
+    lookIntoAlert();
+    lookAtFiles();
+    EXPECT_THAT(m_untranslated, IsEmpty());
+    EXPECT_GE(m_looked, 30);
+
+    // Whoever translates what is extracted has translated all of it.
+    const auto extracted = extractedTexts(kProject);
+    std::vector<std::string> unknown;
+    for (const auto& text : m_translation.lookedUp()) {
+        if (!extracted.contains(text))
+            unknown.push_back(text);
+    }
+    EXPECT_THAT(unknown, IsEmpty());
+
+    // And the walk came by everything that the windows have to say.
+    std::vector<std::string> unseen;
+    for (const auto& [text, places] : extracted) {
+        const bool ofWindows =
+            places.find("src/ui/") != std::string::npos || places.find("src/view/") != std::string::npos;
+        if (ofWindows && !m_translation.lookedUp().contains(text))
+            unseen.push_back(text);
+    }
+    EXPECT_THAT(unseen, IsEmpty());
+}
+
+TEST_F(Translation, LookingFindsWhatWasNotTranslated) {
+    QWidget window;
+    window.setWindowTitle(QString::fromStdString(PseudoTranslation::translated("Sluiten (Ctrl+W)")));
+    look(window);
+    EXPECT_THAT(m_untranslated, IsEmpty());
+    window.setToolTip("Sluiten");
+    look(window);
+    EXPECT_THAT(m_untranslated, Contains(::testing::HasSubstr("Sluiten")));
+}
+
+} // namespace
+} // namespace vantor::testing
