@@ -17,6 +17,9 @@ if(VANTOR_SANITIZE)
     target_compile_options(vantor_options INTERFACE -fsanitize=${VANTOR_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
     target_link_options(vantor_options INTERFACE -fsanitize=${VANTOR_SANITIZE})
+    # What the platform's libraries leave behind would be blamed on the program.
+    target_sources(vantor_options INTERFACE
+        $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${PROJECT_SOURCE_DIR}/tests/support/leak_suppressions.cpp>)
 endif()
 if(VANTOR_FUZZ)
     target_compile_options(vantor_options INTERFACE -fsanitize=fuzzer-no-link)

@@ -30,6 +30,9 @@ MOST_AT_FIRST = 60
 MOST = 120
 # A display that is too busy for this many cards has no time for scanners.
 MOST_LATE_CARDS = 100
+# The program gives a sheet the focus as soon as the display shows it, and the display does a moment later, which is
+# rarely this long (seconds).
+BETWEEN = 0.005
 
 BRANDS = ("Marvis", "Noorderlicht", "H&M", "Été")
 MODELS = ("Zoë", "Anaïs", "Mo & Bo", "Jan-Willem", "Séverine", "Kiki")
@@ -159,7 +162,7 @@ class Typist:
         return window.value
 
     def begin(self, character, window):
-        """Types one key if this window is the one that gets it; whether it is."""
+        """Types one key if this window is the one that gets it: whether it is, and whether it is no more at once."""
         self.listener.times()
         self.x.XGrabServer(self.display)
         has_focus = self.focus() == window
@@ -167,7 +170,11 @@ class Typist:
             self.tap(KEYSYMS.get(character, character))
         self.x.XUngrabServer(self.display)
         self.sync()
-        return has_focus
+        end = time.monotonic() + BETWEEN
+        while has_focus and time.monotonic() < end:
+            if self.focus() != window:
+                return True, True
+        return has_focus, False
 
     def card(self, text, pace, act_at=None, act=None, begun=0):
         """Types the rest of a card, of which so many keys have been typed, and acts before its key at that place.
@@ -229,6 +236,7 @@ class Attack:
     def begin(self):
         """From here on until the next judgement."""
         self.expected = []  # what the cards told, in their order
+        self.typed = []  # and how each was typed
         self.clicks = 0  # on buttons that activate a set
         self.logged = len(self.shoot()["activationLog"])
 
@@ -299,9 +307,9 @@ class Attack:
         """Whether the card's keys came as a scanner's do. If not, nothing follows from it."""
         one_set = self.next_set(pace >= 20)
         text = card_text(one_set)
-        self.last = f"{happening!r} at {pace} ms"
+        self.before, self.last = self.last, f"{happening!r} at {pace} ms"
         act_at = act = None
-        begun = 0
+        begun, either = 0, False
         if happening in self.buttons:
             act_at, act = self.chance.randrange(2, len(text)), lambda: self.typist.click(self.buttons[happening])
             self.clicks += happening == "activation"
@@ -311,15 +319,18 @@ class Attack:
             self.typist.tap("t", self.typist.control)
             self.typist.sync()
             time.sleep(self.chance.choice((0, 0, 0.002, 0.005, 0.01, 0.02, 0.04)))
-            begun = 1 if self.typist.begin(text[0], self.main) else 0
+            begun, either = self.typist.begin(text[0], self.main)
             if not begun:
                 # Too late for this card: what is typed now is meant for the sheet.
                 self.wait_for_window()
                 self.check_windows()
                 happening = "nothing"
-        if not self.typist.card(text, pace, act_at, act, begun):
+        if not self.typist.card(text, pace, act_at, act, int(begun)):
             return False
+        if either and self.went_to_sheet(one_set, text):
+            return True
         self.expected.append(told(one_set))
+        self.typed.append(f"{self.last}, {begun} keys before the rest, after {self.before}")
         if one_set not in self.known:
             self.wanted.append(told(one_set))
         if happening in WINDOWS:
@@ -329,12 +340,28 @@ class Attack:
             self.check_windows()
         else:
             time.sleep(PAUSE)
+            if titles := self.over_main():
+                self.breaches.append(f"{titles} opened by {self.last}")
+                self.close_windows()
+        return True
+
+    def went_to_sheet(self, one_set, text):
+        """Whether a card that was begun while the focus moved is the sheet's, which then has to hold all of it."""
+        time.sleep(0.3)
+        self.expected.append(told(one_set))
+        came = self.wait_for_card()
+        self.expected.pop()
+        if came:
+            return False
+        self.wait_for_window()
+        self.check_windows(text.replace("\n", ""))
+        self.counts["of sheets"] += 1
         return True
 
     def wait_for_card(self):
-        """Waits for the last card; one that does not come is found later."""
+        """Waits for the last card, and whether it came; one that does not come is found later."""
         if not self.expected:
-            return
+            return False
 
         def has_come():
             shoot = self.shoot()
@@ -343,7 +370,8 @@ class Attack:
         try:
             self.desktop.wait_for(has_come, "a card", 8)
         except AssertionError:
-            pass
+            return False
+        return True
 
     def wait_for_window(self):
         """Waits for what is opening over the main window, if anything is: a row's button may have been missed."""
@@ -352,15 +380,16 @@ class Attack:
         except AssertionError:
             pass
 
-    def check_windows(self):
-        """Closes what opened over the main window; the set sheet has to add what is typed into it now, and no more."""
+    def check_windows(self, held=""):
+        """Closes what opened over the main window; the set sheet has to add what is typed into it now, behind what it
+        should already hold, and no more."""
         titles = self.over_main()
         self.counts["windows"] += len(titles)
         if "Nieuwe Set" in titles:
             self.await_focus(on_main=False)
             marker = f"Z{len(self.wanted)}"
             self.typist.keys(*marker, "Tab", "b", "Return")
-            self.wanted.append((marker, "b", (), "", "", ""))
+            self.wanted.append((held + marker, "b", (), "", "", ""))
         self.close_windows()
 
     def next_happening(self):
@@ -373,8 +402,9 @@ class Attack:
         self.begin()
         done = 0
         while done < cards:
+            before = len(self.expected)
             in_time = self.type_card(pace, self.next_happening())
-            done += in_time
+            done += len(self.expected) - before
             if not in_time:
                 self.counts["late"] += 1
                 if self.counts["late"] > MOST_LATE_CARDS:
@@ -402,7 +432,8 @@ class Attack:
         activated = sum(block.size for block in matcher.get_matching_blocks())
         if activated < len(self.expected):
             self.breaches.append(f"{group}: {activated} of {len(self.expected)} activated in their turn")
-            self.breaches += [f"{group}: not activated: {one}" for one in self.expected if one not in log]
+            self.breaches += [f"{group}: not activated: {one}, {how}" for one, how in zip(self.expected, self.typed)
+                          if one not in log]
         held, wanted = collections.Counter(sets.values()), collections.Counter(self.wanted)
         self.breaches += [f"{group}: not in the store: {one}" for one in wanted - held]
         others = []
@@ -440,8 +471,10 @@ def main():
         attack.typist.close()
     counts = attack.counts
     support.conclude("scanner", f"{counts['activated']} of {counts['cards']} cards activated, {counts['windows']} "
-                     f"windows opened and {counts['changes']} sets activated meanwhile, {counts['late']} more cards "
-                     f"that the display was late with, seed {seed}", attack.breaches)
+                     f"windows opened and {counts['changes']} sets activated meanwhile, {counts['of sheets']} more cards "
+                     f"begun as the focus moved and whole in the sheet, {counts['late']} that the display was late "
+                     f"with, seed {seed}", attack.breaches)
+
 
 
 if __name__ == "__main__":

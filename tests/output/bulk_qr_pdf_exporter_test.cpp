@@ -561,9 +561,7 @@ TEST_F(BulkQRPDFFileTest, MakesEqualFilesOfEqualSets) {
 }
 
 TEST_F(BulkQRPDFFileTest, DrawsWhateverTextsHold) {
-    auto set = setOf("1\0"
-                     "2",
-                     "\uFFFF\uFDD0\U0010FFFF");
+    auto set = setOf(std::string("1\0002", 3), "\uFFFF\uFDD0\U0010FFFF");
     set.model = repeated("e" + repeated("\u0301", 40), 12);
     set.location = "🧥 李娜 فستان \u202E\x01";
     ASSERT_TRUE(exportTo(folder / "cards.pdf", {set, noorderlicht()}));
