@@ -85,11 +85,12 @@ Outcome<Shoot> readCsv(const Input& input, const FileStore& files) {
     const auto id = shoot.id;
     ShootManager manager;
     manager.insertShoot(std::move(shoot));
-    if (manager.importCSV(std::get<std::string>(text), id) == 0)
+    if (manager.importCSV(std::get<std::string>(text), id) == 0) {
         return Problem{
             lookUp("%1: geen sets gevonden; verwacht een kopregel als Set;Merk;Items;Model;Locatie "
                    "en daaronder een regel per set",
                    {nameOf(input.path)})};
+    }
     return manager.shoots().front();
 }
 

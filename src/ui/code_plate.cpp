@@ -15,7 +15,7 @@ namespace vantor::ui {
 CodePlate::CodePlate(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("codePlate"));
     setAccessibleName(shown("QR-code"));
-    setFixedSize(sizeHint());
+    setFixedSize(CodePlate::sizeHint());
 }
 
 void CodePlate::setPicture(const Bitmap& picture) {
