@@ -52,7 +52,7 @@ public:
         return replace(path, [&](ByteSink& sink) { return sink.write(bytes); });
     }
 
-    // Makes the folder and every missing one above it; true when it is there afterwards.
+    // Makes the folder and every missing one above it, durably; true when it is there afterwards.
     virtual bool createFolders(const std::filesystem::path& folder) const = 0;
 
     // Gives a file another name in its folder; false, and nothing changed, when that name is taken.

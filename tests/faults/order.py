@@ -70,11 +70,24 @@ def overwritten(calls, names):
             if name == "openat" and re.search(r"O_TRUNC|O_APPEND", line) and any(each in line for each in names)]
 
 
+def unsynced_folders(calls):
+    """The folders that were made, and whose names a power cut may still take."""
+    found = []
+    for place, (name, _, line) in enumerate(calls.all):
+        if name not in ("mkdir", "mkdirat") or result(line) != 0:
+            continue
+        parent = re.findall(r"\"([^\"]*)\"", line)[0].rsplit("/", 1)[0]
+        after = [call for called, _, call in calls.all[place + 1:] if called == "fsync"]
+        if not after or f"<{parent}>" not in after[0] or result(after[0]) != 0:
+            found.append(line)
+    return found
+
+
 def main():
     programs, long = support.arguments()
     support.needs_strace("order")
     breaches = []
-    judgements = 0
+    judgements = folders = 0
     with support.folder(on_memory_disk=True) as path:
         record = path / "record"
         for size in LONG_SIZES if long else SIZES:
@@ -104,8 +117,12 @@ def main():
                 breaches += judged(save, None)
                 judgements += 1
             breaches += overwritten(calls, ['shoots.json"', 'catalog.json"'])
-    support.conclude("order", f"{judgements} saves held against write, fsync, close, rename, fsync of the folder",
-                     breaches)
+            breaches += [f"the name of a new folder was not synced: {line}" for line in unsynced_folders(calls)]
+            folders += sum(name in ("mkdir", "mkdirat") and result(line) == 0 for name, _, line in calls.all)
+    if folders == 0:
+        breaches.append("no folder was made")
+    support.conclude("order", f"{judgements} saves held against write, fsync, close, rename, fsync of the folder; "
+                     f"{folders} new folders", breaches)
 
 
 if __name__ == "__main__":

@@ -187,7 +187,15 @@ bool PosixFileStore::createFolders(const fs::path& folder) const {
         struct stat status {};
         return uninterrupted([&] { return ::stat(folder.c_str(), &status); }) == 0 && S_ISDIR(status.st_mode);
     };
-    const auto make = [&] { return uninterrupted([&] { return ::mkdir(folder.c_str(), 0777); }) == 0; };
+    const auto make = [&] {
+        if (uninterrupted([&] { return ::mkdir(folder.c_str(), 0777); }) != 0)
+            return false;
+        // A file is only as durable as the name of its folder.
+        if (syncFolder(folderOf(folder)))
+            return true;
+        uninterrupted([&] { return ::rmdir(folder.c_str()); });
+        return false;
+    };
     if (isThere() || make())
         return true;
     if (errno == ENOENT && folder.has_parent_path() && createFolders(folder.parent_path()) && make())
