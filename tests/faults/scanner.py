@@ -453,8 +453,8 @@ def main():
     programs, long = support.arguments()
     sets = 5000 if long else 1000
     if not long:
-        # Whose the first key is then is decided within milliseconds, and in about one of a hundred such cards the
-        # sheet still gets one that was begun in time: too often for what every change is held against.
+        # Whose the first key is then is decided within milliseconds, which a machine that is busy with other tests
+        # stretches: too often for what every change is held against.
         del HAPPENINGS["sheet right before"]
     seed = int(os.environ.get("SEED", random.randrange(1 << 32)))
     with Desktop(str(programs / "vantor-prep")) as desktop:
