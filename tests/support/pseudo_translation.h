@@ -44,7 +44,7 @@ public:
     // Whether a part of it was not translated.
     [[nodiscard]] static bool isUntranslated(const std::string& text) {
         // The names of keys are the keyboard's.
-        static const std::regex kKeys("\\b((Ctrl|Shift|Alt)\\+\\S+|F[0-9]+)");
+        static const std::regex kKeys(R"re(\b((Ctrl|Shift|Alt)\+\S+|F[0-9]+))re");
         static const std::regex kLetter("[A-Za-z]");
         return std::regex_search(std::regex_replace(text, kKeys, ""), kLetter);
     }
