@@ -162,7 +162,7 @@ TEST_P(EverySheetTest, HasOneProminentButtonAtMost) {
 TEST_P(EverySheetTest, ManyOpeningsAndClosingsLeaveNothingBehind) {
     const auto count = [] { return QApplication::allWidgets().size(); };
     openIt();
-    const auto close = [this] {
+    const auto close = [] {
         while (auto* const modal = QApplication::activeModalWidget()) {
             modal->close();
             settle();
