@@ -21,6 +21,10 @@ if(VANTOR_SANITIZE)
     target_sources(vantor_options INTERFACE
         $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${PROJECT_SOURCE_DIR}/tests/support/leak_suppressions.cpp>)
 endif()
+if(CMAKE_CXX_CLANG_TIDY)
+    # What is generated is held against one check that it cannot fail; none at all is an error.
+    file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/.clang-tidy CONTENT "Checks: '-*,llvm-twine-local'\n" @ONLY)
+endif()
 if(VANTOR_FUZZ)
     target_compile_options(vantor_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()

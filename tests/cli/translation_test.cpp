@@ -96,7 +96,8 @@ TEST_F(CliTranslation, LeavesNothingInDutch) {
         EXPECT_FALSE(PseudoTranslation::isUntranslated(without("--from", said))) << said;
 
     // And so do the extensions of files.
-    const auto expectTranslatedBut = [this](std::string_view name, std::vector<std::string_view> arguments) {
+    const auto expectTranslatedBut = [this](std::string_view name,
+                                            const std::vector<std::string_view>& arguments) {
         const auto said = say(arguments, kFailed);
         EXPECT_NE(said.find(name), std::string::npos) << said;
         EXPECT_FALSE(PseudoTranslation::isUntranslated(without(name, said))) << said;
