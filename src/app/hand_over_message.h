@@ -1,7 +1,8 @@
 // The message in which a later start names its files to the process that owns the data.
 //
-// It is "VANTOR1\n", the length of what follows in four bytes, the highest first, and then for every file its path
-// and a zero byte. Paths are absolute and of any bytes.
+// It is "VANTOR1\n", the length of what follows in four bytes, the highest first, then the time of an earlier hand-over
+// as a decimal number of seconds, or nothing, and a zero byte, and then for every file its path and a zero byte. Paths
+// are absolute and of any bytes.
 #pragma once
 
 #include "base/timestamp.h"
