@@ -1,0 +1,2 @@
+// Gives precompiled headers a target to belong to.
+int main() {}
