@@ -6,6 +6,8 @@
 #include "base/text_lookup.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
+#include "platform/posix/posix_file_store.h"
+#include "platform/posix/posix_process_lock.h"
 #include "platform/qrencode/qrencode_encoder.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_dutch_texts.h"
@@ -14,7 +16,6 @@
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
-#include "platform/system/system.h"
 #include "store/store_folder.h"
 #include "ui/beside_window.h"
 #include "ui/confirmation.h"
@@ -126,8 +127,8 @@ int main(int argc, char** argv) {
     }
 
     const auto folder = dataFolder();
-    const SystemFileStore fileStore;
-    SystemProcessLock lock(folder / "lock");
+    const PosixFileStore fileStore;
+    PosixProcessLock lock(folder / "lock");
     // The toolkit takes its own options away, but nothing that is the name of a file.
     const auto files = std::ranges::find(all, "--");
     auto count = static_cast<int>(argc - (all.end() - files));

@@ -4,8 +4,8 @@
 #include "cli/commands.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
+#include "platform/posix/posix_file_store.h"
 #include "platform/qrencode/qrencode_encoder.h"
-#include "platform/system/system.h"
 #include "platform/terminal.h"
 
 #include <string_view>
@@ -14,7 +14,7 @@
 int main(int argc, char** argv) {
     using namespace vantor;
     const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    const SystemFileStore files;
+    const PosixFileStore files;
     const QrencodeEncoder encoder;
     const LibpngWriter pngs;
     cli::Console console(standardErrorIsTerminal());

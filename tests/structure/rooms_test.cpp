@@ -27,7 +27,6 @@ const std::map<std::string, std::regex>& libraries() {
         {"libpng", std::regex("png\\.h")},
         {"posix", std::regex("(unistd|fcntl|sys/.*|dirent|signal|poll)\\.h")},
         {"qt", std::regex("Q[A-Za-z]+")},
-        {"windows", std::regex("windows\\.h")},
     };
     return all;
 }
@@ -50,20 +49,18 @@ const std::map<std::string, Room>& rooms() {
         {"platform/posix", {{"base", "platform"}, {"posix"}}},
         {"platform/qrencode", {{"base", "platform"}, {"qrencode"}}},
         {"platform/qt", {{"base", "platform"}, {"qt"}}},
-        {"platform/system", {{"platform/posix", "platform/windows"}, {}}},
-        {"platform/windows", {{"base", "platform"}, {"windows"}}},
         {"store", {{"base", "model", "formats", "platform"}, {}}},
         {"output", {{"base", "model", "formats", "platform"}, {}}},
         {"update", {{"base", "platform"}, {}}},
         {"view", {{"base", "model", "formats", "platform", "store", "output", "update"}, {}}},
         {"ui", {{"base", "model", "formats", "platform", "store", "output", "update", "view"}, {"qt"}}},
         {"app",
-         {{"base", "model", "formats", "platform", "platform/cairo", "platform/libpng", "platform/qrencode",
-           "platform/qt", "platform/system", "store", "output", "update", "view", "ui"},
+         {{"base", "model", "formats", "platform", "platform/cairo", "platform/libpng", "platform/posix",
+           "platform/qrencode", "platform/qt", "store", "output", "update", "view", "ui"},
           {"qt"}}},
         {"cli",
-         {{"base", "model", "formats", "platform", "platform/cairo", "platform/libpng", "platform/qrencode",
-           "platform/system", "store", "output"},
+         {{"base", "model", "formats", "platform", "platform/cairo", "platform/libpng", "platform/posix",
+           "platform/qrencode", "store", "output"},
           {}}},
     };
     return all;

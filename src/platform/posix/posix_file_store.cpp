@@ -109,11 +109,6 @@ OldFile examine(const fs::path& path) {
 }
 
 bool syncToDisk(const Descriptor& file) {
-#ifdef F_FULLFSYNC
-    // fsync(2) leaves the bytes in the disk's own memory there. File systems that know no other way refuse.
-    if (::fcntl(file.number(), F_FULLFSYNC) == 0)
-        return true;
-#endif
     return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
 }
 
