@@ -1,10 +1,16 @@
 #include "formats/csv_row.h"
 
-#include "base/text.h"
-
 #include <algorithm>
 
 namespace vantor {
+
+std::optional<std::string_view> nextFilledLine(Lines& lines) {
+    while (const auto line = lines.next()) {
+        if (!trimmed(*line).empty())
+            return line;
+    }
+    return std::nullopt;
+}
 
 std::vector<std::string> parseCSVRow(std::string_view line, std::size_t mostCells) {
     static constexpr auto kNone = std::string_view::npos;

@@ -19,15 +19,6 @@ using Cells = std::vector<std::string>;
 // As many as spreadsheets have. A line of nothing but semicolons would take many times its size as cells.
 constexpr std::size_t kMostColumns = 16384;
 
-// The next line that holds more than white space; itself untrimmed.
-std::optional<std::string_view> nextFilledLine(Lines& lines) {
-    while (const auto line = lines.next()) {
-        if (!trimmed(*line).empty())
-            return line;
-    }
-    return std::nullopt;
-}
-
 bool containsAny(std::string_view text, std::initializer_list<std::string_view> words) {
     return std::any_of(words.begin(), words.end(),
                        [&](std::string_view word) { return text.find(word) != std::string_view::npos; });
