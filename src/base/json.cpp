@@ -8,21 +8,17 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <optional>
 #include <system_error>
+#include <vector>
 
 namespace vantor {
 namespace {
 
-// Numbers are checked here but converted by the standard library: exactly, and without the undefined shifts of
-// this one for a zero with an exponent.
-constexpr unsigned kScalarFlags = rapidjson::kParseStopWhenDoneFlag | rapidjson::kParseNumbersAsStringsFlag |
-                                  rapidjson::kParseValidateEncodingFlag;
-constexpr unsigned kSkipFlags = kScalarFlags | rapidjson::kParseIterativeFlag;
-
-// The library refuses all else that is not valid UTF-8, but takes the escape of a low surrogate on its own.
+// The library refuses all else that no text can hold, but takes the escape of a low surrogate on its own.
 bool holdsSurrogate(std::string_view text) {
     for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
         if (text.substr(at + 1, 1) >= "\xA0")
@@ -31,27 +27,14 @@ bool holdsSurrogate(std::string_view text) {
     return false;
 }
 
-// Takes one text into a string, and refuses everything else.
+// Takes one text into a string.
 struct TextHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TextHandler> {
     std::string& out;
 
     explicit TextHandler(std::string& target) : out(target) {}
-    bool Default() { return false; }
     bool String(const char* text, rapidjson::SizeType length, bool) {
         out.assign(text, length);
         return !holdsSurrogate(out);
-    }
-};
-
-// Takes one number, as it is written, into a string.
-struct NumberHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, NumberHandler> {
-    std::string& out;
-
-    explicit NumberHandler(std::string& target) : out(target) {}
-    bool Default() { return false; }
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
-        out.assign(text, length);
-        return true;
     }
 };
 
@@ -64,38 +47,165 @@ std::optional<Number> converted(std::string_view text) {
     return result.ec == std::errc() && result.ptr == end ? std::optional(value) : std::nullopt;
 }
 
-struct NullHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, NullHandler> {
-    bool Default() { return false; }
-    bool Null() { return true; }
-};
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
-// Lets any value pass that is not nested too deep.
-struct SkipHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, SkipHandler> {
-    int depth = 0;
-
-    bool enter() { return ++depth <= kMaximumJsonDepth; }
-    bool leave() { return --depth >= 0; }
-    bool String(const char* text, rapidjson::SizeType length, bool) {
-        return !holdsSurrogate({text, length});
-    }
-    bool StartObject() { return enter(); }
-    bool EndObject(rapidjson::SizeType) { return leave(); }
-    bool StartArray() { return enter(); }
-    bool EndArray(rapidjson::SizeType) { return leave(); }
-};
+bool isHexDigit(char c) {
+    return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
 
 } // namespace
 
+// Walks the text by the grammar alone; what a text or a number means is for its reader.
 struct JsonReader::Source {
-    rapidjson::MemoryStream stream;
-    rapidjson::Reader reader;
+    std::string_view text;
+    std::size_t at = 0;
+    rapidjson::Reader unescaping;
     std::string scratch;
 
-    explicit Source(std::string_view text) : stream(text.data(), text.size()) {}
+    explicit Source(std::string_view json) : text(json) {}
 
-    template <unsigned kFlags, typename Handler>
-    bool parse(Handler& handler) {
-        return !reader.Parse<kFlags>(stream, handler).IsError();
+    // Zero, which no JSON begins with, at the end.
+    [[nodiscard]] char next() const { return at < text.size() ? text[at] : '\0'; }
+
+    bool take(char wanted) {
+        if (next() != wanted)
+            return false;
+        ++at;
+        return true;
+    }
+
+    bool take(std::string_view word) {
+        if (text.substr(at, word.size()) != word)
+            return false;
+        at += word.size();
+        return true;
+    }
+
+    char peek() {
+        at = std::min(text.find_first_not_of(" \t\r\n", at), text.size());
+        return next();
+    }
+
+    // A text as it is written, quotes and escapes and all.
+    std::optional<std::string_view> takeText() {
+        const auto from = at;
+        if (!take('"'))
+            return std::nullopt;
+        while (!take('"')) {
+            const char c = next();
+            if (static_cast<unsigned char>(c) < 0x20 || (c == '\\' && !takeEscape()))
+                return std::nullopt;
+            if (c != '\\')
+                ++at;
+        }
+        const auto written = text.substr(from, at - from);
+        return isValidUtf8(written) ? std::optional(written) : std::nullopt;
+    }
+
+    bool takeEscape() {
+        take('\\');
+        const char kind = next();
+        if (std::string_view("\"\\/bfnrtu").find(kind) == std::string_view::npos)
+            return false;
+        ++at;
+        if (kind != 'u')
+            return true;
+        const auto digits = text.substr(at, 4);
+        at += digits.size();
+        return digits.size() == 4 && std::all_of(digits.begin(), digits.end(), isHexDigit);
+    }
+
+    // A number as it is written.
+    std::optional<std::string_view> takeNumber() {
+        const auto from = at;
+        take('-');
+        if (!take('0') && !takeDigits())
+            return std::nullopt;
+        if (take('.') && !takeDigits())
+            return std::nullopt;
+        if (take('e') || take('E')) {
+            if (!take('+'))
+                take('-');
+            if (!takeDigits())
+                return std::nullopt;
+        }
+        return text.substr(from, at - from);
+    }
+
+    // At least one.
+    bool takeDigits() {
+        const auto from = at;
+        while (isDigit(next()))
+            ++at;
+        return at > from;
+    }
+
+    // Any value but an array or an object.
+    bool takeScalar() {
+        switch (peek()) {
+        case '"':
+            return takeText().has_value();
+        case 't':
+            return take("true");
+        case 'f':
+            return take("false");
+        case 'n':
+            return take("null");
+        default:
+            return takeNumber().has_value();
+        }
+    }
+
+    bool takeColon() { return peek() == ':' && take(':'); }
+
+    bool takeKey() {
+        peek();
+        return takeText() && takeColon();
+    }
+
+    // Any value. What it needs to remember of an open bracket is one bit, whatever the text has in store.
+    bool takeValue() {
+        std::vector<bool> inObject;
+        const auto closing = [&] { return inObject.back() ? '}' : ']'; };
+        while (true) {
+            if (const char bracket = peek(); bracket == '{' || bracket == '[') {
+                take(bracket);
+                inObject.push_back(bracket == '{');
+                if (peek() != closing()) {
+                    if (inObject.back() && !takeKey())
+                        return false;
+                    continue;
+                }
+            } else if (!takeScalar()) {
+                return false;
+            }
+            while (!inObject.empty() && peek() == closing()) {
+                take(closing());
+                inObject.pop_back();
+            }
+            if (inObject.empty())
+                return true;
+            if (!take(',') || (inObject.back() && !takeKey()))
+                return false;
+        }
+    }
+
+    bool unescape(std::string_view written, std::string& out) {
+        if (written.find('\\') == std::string_view::npos) {
+            out.assign(written, 1, written.size() - 2);
+            return true;
+        }
+        rapidjson::MemoryStream stream(written.data(), written.size());
+        TextHandler handler(out);
+        return !unescaping.Parse<rapidjson::kParseStopWhenDoneFlag>(stream, handler).IsError();
+    }
+
+    bool takeText(std::string& out) {
+        peek();
+        const auto written = takeText();
+        return written && unescape(*written, out);
     }
 };
 
@@ -105,66 +215,42 @@ JsonReader::JsonReader(std::string_view text)
 
 JsonReader::~JsonReader() = default;
 
-char JsonReader::peek() {
-    rapidjson::SkipWhitespace(m_source->stream);
-    return m_source->stream.Peek();
-}
-
 bool JsonReader::fail() {
     m_failed = true;
     return false;
 }
 
 bool JsonReader::enter(char bracket) {
-    if (m_failed || peek() != bracket)
+    if (m_failed || m_source->peek() != bracket)
         return fail();
-    m_source->stream.Take();
-    return true;
+    return m_source->take(bracket);
 }
 
 bool JsonReader::nextMember(bool first) {
     if (m_failed)
         return false;
-    char next = peek();
-    if (next == '}') {
-        m_source->stream.Take();
+    if (m_source->peek() == '}') {
+        m_source->take('}');
         return false;
     }
-    if (!first) {
-        if (next != ',')
-            return fail();
-        m_source->stream.Take();
-        next = peek();
-    }
-    TextHandler handler(m_key);
-    if (next != '"' || !m_source->parse<kScalarFlags>(handler) || peek() != ':')
-        return fail();
-    m_source->stream.Take();
-    return true;
+    return ((first || m_source->take(',')) && m_source->takeText(m_key) && m_source->takeColon()) || fail();
 }
 
 bool JsonReader::nextElement(bool first) {
     if (m_failed)
         return false;
-    const char next = peek();
-    if (next == ']') {
-        m_source->stream.Take();
+    if (m_source->peek() == ']') {
+        m_source->take(']');
         return false;
     }
     if (first)
         return true;
-    if (next != ',')
-        return fail();
-    m_source->stream.Take();
     // A comma promises an element; without this a bracket behind it would pass as the end.
-    return peek() != ']' || fail();
+    return (m_source->take(',') && m_source->peek() != ']') || fail();
 }
 
 bool JsonReader::readText(std::string& out) {
-    TextHandler handler(out);
-    if (m_failed || peek() != '"' || !m_source->parse<kScalarFlags>(handler))
-        return fail();
-    return true;
+    return (!m_failed && m_source->takeText(out)) || fail();
 }
 
 bool JsonReader::readText(std::string_view& out) {
@@ -175,10 +261,9 @@ bool JsonReader::readText(std::string_view& out) {
 }
 
 bool JsonReader::readNumber(double& out) {
-    NumberHandler handler(m_source->scratch);
-    if (m_failed || !m_source->parse<kScalarFlags>(handler))
-        return fail();
-    const auto value = converted<double>(m_source->scratch);
+    m_source->peek();
+    const auto written = m_failed ? std::nullopt : m_source->takeNumber();
+    const auto value = written ? converted<double>(*written) : std::nullopt;
     if (!value)
         return fail();
     out = *value;
@@ -186,10 +271,12 @@ bool JsonReader::readNumber(double& out) {
 }
 
 bool JsonReader::readInteger(std::int64_t& out) {
+    m_source->peek();
+    const auto from = m_source->at;
     double number = 0;
     if (!readNumber(number))
         return false;
-    if (const auto whole = converted<std::int64_t>(m_source->scratch)) {
+    if (const auto whole = converted<std::int64_t>(m_source->text.substr(from, m_source->at - from))) {
         out = *whole;
         return true;
     }
@@ -201,27 +288,30 @@ bool JsonReader::readInteger(std::int64_t& out) {
 }
 
 bool JsonReader::takeNull() {
-    if (m_failed || peek() != 'n')
+    if (m_failed || m_source->peek() != 'n')
         return false;
-    NullHandler handler;
-    return m_source->parse<kScalarFlags>(handler) || fail();
+    return m_source->take("null") || fail();
 }
 
-void JsonReader::skip() {
-    SkipHandler handler;
-    if (m_failed || !m_source->parse<kSkipFlags>(handler))
+std::string_view JsonReader::skip() {
+    m_source->peek();
+    const auto from = m_source->at;
+    if (m_failed || !m_source->takeValue()) {
         fail();
+        return {};
+    }
+    return m_source->text.substr(from, m_source->at - from);
 }
 
 bool JsonReader::finished() {
     if (m_failed)
         return false;
-    rapidjson::SkipWhitespace(m_source->stream);
-    return m_source->stream.Tell() == m_source->stream.size_ || fail();
+    m_source->peek();
+    return m_source->at == m_source->text.size() || fail();
 }
 
 std::size_t JsonReader::position() const {
-    return m_markLength + m_source->stream.Tell();
+    return m_markLength + m_source->at;
 }
 
 struct JsonWriter::Target {

@@ -2,7 +2,8 @@
 //
 // The reader walks the text once, as its caller asks for what should come next. What comes instead, and
 // anything that is not JSON in valid UTF-8, is a failure; after one every call fails, so that a caller need
-// look only once, at the end. Values nested more than kMaximumJsonDepth deep are a failure too.
+// look only once, at the end. What is skipped need only be well-formed: numbers of any size, half characters in
+// escapes, and values nested as deep as the text is long, at one bit a level.
 //
 // The writer is given values in the order in which they are to stand; it checks nothing but needs no more
 // memory than its text. Numbers are written so that they read back to the same bits, whatever the locale.
@@ -15,8 +16,6 @@
 #include <string_view>
 
 namespace vantor {
-
-inline constexpr int kMaximumJsonDepth = 512;
 
 class JsonReader {
 public:
@@ -55,7 +54,8 @@ public:
     bool readInteger(std::int64_t& out);
     // Takes a null if one comes next; anything else is left standing and no failure.
     bool takeNull();
-    void skip();
+    // Passes over one value, and gives it as it is written; empty when it is not well-formed.
+    std::string_view skip();
 
     // Marks the text as unreadable, for what is JSON but not what it should be.
     bool fail();
@@ -68,7 +68,6 @@ public:
 private:
     struct Source;
 
-    char peek();
     bool enter(char bracket);
     bool nextMember(bool first);
     bool nextElement(bool first);

@@ -7,14 +7,15 @@
 namespace vantor {
 namespace {
 
-// Earlier versions kept products per client; such a product's client is its brand.
+// Earlier versions kept products per client; such a product's client is its brand. Where a product has a brand of its
+// own, the old key is one like any other that is not known.
 struct StoredProduct {
     Product product;
-    std::string client;
+    UnreadJson client;
 
-    Product record() && {
-        if (product.brand.empty())
-            product.brand = std::move(client);
+    std::optional<Product> record() && {
+        if (product.brand.empty() && !client.json.empty() && !JsonReader(client.json).readText(product.brand))
+            return std::nullopt;
         return std::move(product);
     }
 };

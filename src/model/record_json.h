@@ -4,7 +4,7 @@
 // member with visit.required(key, member) or visit.optional(key, member); the record is const when it is written.
 // The order of these calls is the order in the file.
 //
-// Reading: members may come in any order, unknown ones are ignored, of equal ones the last holds. A required
+// Reading: members may come in any order, unknown ones are ignored whatever they hold, of equal ones the last holds. A required
 // member that is missing, null or of another type fails the whole text; an optional one that is missing or
 // null keeps the value that the record is made with.
 #pragma once
@@ -42,8 +42,13 @@ concept JsonList = requires(T list) {
 template <typename T, typename Record>
 concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
 
+// A value whose type is judged later, if at all: as it stands in the text that is read, empty where there is none.
+struct UnreadJson {
+    std::string_view json;
+};
+
 // For a record that files hold in more than one form: Type takes part in reading in its place, and its record()
-// makes the record of it.
+// makes the record of it, or nothing where the text is none.
 template <typename Record>
 struct StoredForm {};
 
@@ -108,7 +113,10 @@ public:
             typename StoredForm<Record>::Type stored;
             if (!readMembers(stored))
                 return false;
-            record = std::move(stored).record();
+            std::optional<Record> made = std::move(stored).record();
+            if (!made)
+                return m_in.fail();
+            record = *std::move(made);
             return true;
         } else {
             return readMembers(record);
@@ -116,6 +124,10 @@ public:
     }
     bool read(std::string& value) { return m_in.readText(value); }
     bool read(std::int64_t& value) { return m_in.readInteger(value); }
+    bool read(UnreadJson& value) {
+        value.json = m_in.skip();
+        return !m_in.failed();
+    }
     bool read(Uuid& value) { return readParsed(value, Uuid::parse); }
     bool read(Timestamp& value) {
         if (m_dates == DateForm::Iso8601)

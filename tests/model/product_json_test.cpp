@@ -82,6 +82,9 @@ INSTANTIATE_TEST_SUITE_P(Products, LegacyProduct,
                                            Legacy{R"(,"client":"Nike","brand":"Puma")", "Puma"},
                                            Legacy{R"(,"client":null)", ""},
                                            Legacy{R"(,"brand":"Puma","client":null)", "Puma"},
+                                           Legacy{R"(,"client":[1e309],"brand":"Puma")", "Puma"},
+                                           Legacy{R"(,"brand":"Puma","client":"\udc00")", "Puma"},
+                                           Legacy{R"(,"client":1,"client":"Nike")", "Nike"},
                                            Legacy{R"(,"client":"")", ""}));
 
 TEST(CatalogJson, WithoutBrandsHasNone) {
@@ -109,6 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
         R"({"products":[],"clients":[],"brands":{}})", R"({"products":[],"clients":[],"brands":[],})",
         R"({"products":[],"clients":[]} x)", catalog("{}"), catalog("null"), catalog("\"jeans\""),
         catalog(product(R"(,"brand":1)")), catalog(product(R"(,"client":1)")),
+        catalog(product(R"(,"client":"\udc00")")), catalog(product(R"(,"brand":"","client":[])")),
         catalog(product(R"(,"brand":["x"])")), catalog(R"({"name":"jeans","colors":[]})"),
         catalog(R"({"id":"00000000-0000-4000-8000-000000000021","colors":[]})"),
         catalog(R"({"id":"00000000-0000-4000-8000-000000000021","name":"jeans"})"),

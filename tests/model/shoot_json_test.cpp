@@ -150,11 +150,16 @@ TEST(ShootJson, NullForAnOptionalKeyIsAsIfTheKeyWereMissing) {
 }
 
 TEST(ShootJson, IgnoresUnknownKeysWhateverTheyHold) {
-    const auto json =
-        with(exampleJson(), R"("client")", R"("extra":{"sets":[null,{}],"x":1e5},"Name":1,"":[],"client")");
-    const auto shoot = read(with(json, R"("color")", R"("size":null,"color")"));
-    ASSERT_TRUE(shoot);
-    EXPECT_EQ(differences(*shoot, exampleShoot()), "");
+    const std::string open(1'000'000, '[');
+    const std::string close(1'000'000, ']');
+    for (const auto& value :
+         {std::string(R"({"sets":[null,{}],"x":1e5})"), std::string("1e309"), std::string("-1e-999"),
+          std::string(400, '9'), std::string(R"(["\ud800"])"), open + close}) {
+        const auto json = with(exampleJson(), R"("client")", R"("extra":)" + value + R"(,"Name":1,"client")");
+        const auto shoot = read(with(json, R"("color")", R"("":)" + value + R"(,"color")"));
+        ASSERT_TRUE(shoot) << value.substr(0, 40);
+        EXPECT_EQ(differences(*shoot, exampleShoot()), "");
+    }
 }
 
 TEST(ShootJson, LastOfEqualKeysHolds) {
@@ -293,7 +298,7 @@ TEST_P(ShootJsonKey, IsRefusedWithAMillionBrackets) {
     const std::string close(1'000'000, ']');
     EXPECT_FALSE(read(withValue(open + close)));
     EXPECT_FALSE(read(withValue(open)));
-    EXPECT_FALSE(read(withValue("\"x\",\"ignored\":" + open + close)));
+    EXPECT_FALSE(read(withValue("\"x\",\"ignored\":" + open)));
     std::string objects;
     for (int i = 0; i < 1'000'000; ++i)
         objects += "{\"a\":";
@@ -308,16 +313,6 @@ INSTANTIATE_TEST_SUITE_P(
                       Key{"email", 't', false}, Key{"id", '-', true}, Key{"items", 'l', true},
                       Key{"location", 't', true}, Key{"model", 't', true}, Key{"setNumber", 't', true},
                       Key{"taggedCount", '-', false}, Key{"timestamp", 'n', true}, Key{"color", 't', true}));
-
-TEST(ShootJson, IgnoredKeyMayHoldNestedValuesButNotAMillionDeep) {
-    const auto ignoring = [](int depth) {
-        const auto deep = std::string(static_cast<std::size_t>(depth), '[') +
-                          std::string(static_cast<std::size_t>(depth), ']');
-        return with(exampleJson(), R"("client")", R"("ignored":)" + deep + R"(,"client")");
-    };
-    EXPECT_TRUE(read(ignoring(100)));
-    EXPECT_FALSE(read(ignoring(1'000'000)));
-}
 
 TEST(ShootJson, IsUnreadableWhereverItIsCutOff) {
     const auto& json = exampleJson();
