@@ -21,29 +21,48 @@ std::optional<Bitmap> QRGenerator::modules(std::string_view from) const {
     return isValidUtf8(from) ? m_encoder.encode(from) : std::nullopt;
 }
 
+namespace {
+
+// The pixels of a row from `begin` to `end`, of which there is at least one.
+void blacken(std::span<std::uint8_t> row, std::size_t begin, std::size_t end) {
+    constexpr unsigned kAll = 0xFF;
+    const auto first = static_cast<std::uint8_t>(kAll >> (begin % 8));
+    const auto last = static_cast<std::uint8_t>(kAll << (7 - (end - 1) % 8));
+    const std::size_t lastByte = (end - 1) / 8;
+    if (begin / 8 == lastByte) {
+        row[lastByte] |= first & last;
+        return;
+    }
+    row[begin / 8] |= first;
+    std::ranges::fill(row.subspan(begin / 8 + 1, lastByte - begin / 8 - 1), kAll);
+    row[lastByte] |= last;
+}
+
+} // namespace
+
 Bitmap stretched(const Bitmap& square, int size) {
-    // The module under the centre of each pixel; the same for columns and rows.
-    const auto width = static_cast<std::int64_t>(square.width());
-    std::vector<int> module(static_cast<std::size_t>(size));
-    for (int pixel = 0; pixel < size; ++pixel)
-        module[static_cast<std::size_t>(pixel)] =
-            static_cast<int>((2 * std::int64_t{pixel} + 1) * width / (2 * std::int64_t{size}));
+    // The first pixel whose centre lies in each module, and the end; the same for columns and rows.
+    const std::int64_t width = square.width();
+    std::vector<int> first;
+    first.reserve(static_cast<std::size_t>(width) + 1);
+    for (std::int64_t module = 0; module <= width; ++module)
+        first.push_back(static_cast<int>((2 * module * size + width - 1) / (2 * width)));
 
     Bitmap out(size, size);
-    for (int y = 0; y < size; ++y) {
-        const int from = module[static_cast<std::size_t>(y)];
-        auto row = out.row(y);
-        if (y > 0 && from == module[static_cast<std::size_t>(y) - 1]) {
-            std::ranges::copy(out.row(y - 1), row.begin());
+    for (int line = 0; line < square.height(); ++line) {
+        const int top = first[static_cast<std::size_t>(line)];
+        const int bottom = first[static_cast<std::size_t>(line) + 1];
+        if (top == bottom)
             continue;
+        const auto row = out.row(top);
+        for (int module = 0; module < square.width(); ++module) {
+            const auto begin = static_cast<std::size_t>(first[static_cast<std::size_t>(module)]);
+            const auto end = static_cast<std::size_t>(first[static_cast<std::size_t>(module) + 1]);
+            if (begin < end && square.isBlack(module, line))
+                blacken(row, begin, end);
         }
-        const auto modules = square.row(from);
-        for (int x = 0; x < size; ++x) {
-            const auto column = static_cast<unsigned>(module[static_cast<std::size_t>(x)]);
-            const unsigned bit = (static_cast<unsigned>(modules[column / 8]) >> (7 - column % 8)) & 1U;
-            row[static_cast<std::size_t>(x) / 8] |=
-                static_cast<std::uint8_t>(bit << (7 - static_cast<unsigned>(x) % 8));
-        }
+        for (int y = top + 1; y < bottom; ++y)
+            std::ranges::copy(row, out.row(y).begin());
     }
     return out;
 }
