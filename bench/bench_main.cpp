@@ -1,6 +1,6 @@
 // vantor_bench: measures the product beside its baselines and holds it to its limits.
-
-#include <benchmark/benchmark.h>
+//
+//   vantor_bench [PART]      only what has this in its name
 
 #include <cstdlib>
 #include <cstring>
@@ -14,8 +14,7 @@ int main(int argc, char** argv) {
     if (argc == 4 && std::strcmp(argv[1], "--cards") == 0)
         return exportCards(std::strtoull(argv[2], nullptr, 10), argv[3]);
 
-    benchmark::Initialize(&argc, argv);
     enlistCards(argv[0]);
     enlistStores();
-    return runComparisons() ? EXIT_SUCCESS : EXIT_FAILURE;
+    return runComparisons(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

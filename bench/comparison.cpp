@@ -1,14 +1,27 @@
 #include "bench/comparison.h"
 
-#include <benchmark/benchmark.h>
-
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
-#include <map>
+#include <ctime>
+#include <utility>
 #include <vector>
+
+#include "bench/stopwatch.h"
 
 namespace vantor::bench {
 namespace {
+
+// Odd, so that one of the quotients is the median.
+constexpr int kPairs = 25;
+// A sample repeats its work until it takes as long as this, beside which looking at the clock is nothing.
+constexpr double kLeastSample = 0.02;
+
+struct Work {
+    Comparison comparison;
+    std::function<void()> prepare;
+    std::function<void()> measured;
+    std::function<void()> baseline;
+};
 
 struct Note {
     std::string what;
@@ -17,8 +30,8 @@ struct Note {
     double most;
 };
 
-std::vector<Comparison>& comparisons() {
-    static std::vector<Comparison> all;
+std::vector<Work>& works() {
+    static std::vector<Work> all;
     return all;
 }
 
@@ -27,80 +40,93 @@ std::vector<Note>& notes() {
     return all;
 }
 
-constexpr int kRepetitions = 15;
-
-void enlist(const std::string& name, const std::function<void()>& prepare,
-            const std::function<void()>& work) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [prepare, work](benchmark::State& state) {
-                                     for (auto step : state) {
-                                         static_cast<void>(step);
-                                         if (prepare)
-                                             prepare();
-                                         const auto start = std::chrono::steady_clock::now();
-                                         work();
-                                         const std::chrono::duration<double> time =
-                                             std::chrono::steady_clock::now() - start;
-                                         state.SetIterationTime(time.count());
-                                     }
-                                 })
-        ->Unit(benchmark::kMillisecond)
-        ->UseManualTime()
-        ->MinTime(0.05)
-        ->Repetitions(kRepetitions);
+double processorSeconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-// Keeps the median of every benchmark, in milliseconds.
-class MedianReporter final : public benchmark::BenchmarkReporter {
+double secondsOf(Uses uses, int times, const std::function<void()>& work) {
+    const Stopwatch watch;
+    const double before = processorSeconds();
+    for (int i = 0; i < times; ++i)
+        work();
+    return (uses == Uses::Disk ? watch.seconds() : processorSeconds() - before) / times;
+}
+
+// One side of a comparison; work that is prepared runs once a sample.
+class Side {
 public:
-    bool ReportContext(const Context&) override { return true; }
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const auto& run : runs) {
-            if (run.aggregate_name == "median")
-                m_medians[run.run_name.function_name] = run.GetAdjustedRealTime();
-        }
+    Side(const Work& work, const std::function<void()>& timed) : m_work(work), m_timed(timed) {
+        // The first run also warms up.
+        const double once = sample();
+        if (!work.prepare)
+            m_times = static_cast<int>(std::clamp(kLeastSample / std::max(once, 1e-9), 1.0, 1e6));
     }
 
-    [[nodiscard]] double median(const std::string& name) const {
-        const auto found = m_medians.find(name);
-        return found == m_medians.end() ? 0 : found->second;
+    double sample() {
+        if (m_work.prepare)
+            m_work.prepare();
+        m_samples.push_back(secondsOf(m_work.comparison.uses, m_times, m_timed));
+        return m_samples.back();
     }
+
+    [[nodiscard]] const std::vector<double>& samples() const { return m_samples; }
 
 private:
-    std::map<std::string, double> m_medians;
+    const Work& m_work;
+    const std::function<void()>& m_timed;
+    int m_times = 1;
+    std::vector<double> m_samples;
 };
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+bool run(const Work& work) {
+    Side measured(work, work.measured);
+    Side baseline(work, work.baseline);
+    std::vector<double> ratios;
+    for (int pair = 0; pair < kPairs; ++pair) {
+        // Each goes first in turn: what one leaves behind meets the other as often.
+        const double early = pair % 2 == 0 ? measured.sample() : baseline.sample();
+        const double late = pair % 2 == 0 ? baseline.sample() : measured.sample();
+        ratios.push_back(pair % 2 == 0 ? early / late : late / early);
+    }
+    const double ratio = median(ratios);
+    const auto& of = work.comparison;
+    const bool reached = ratio <= of.mostRatio;
+    std::printf("%-44s %10.3f  %-44s %10.3f %7.2f %7.2f%s\n", of.measure.c_str(),
+                median(measured.samples()) * 1e3, of.baseline.c_str(), median(baseline.samples()) * 1e3,
+                ratio, of.mostRatio, reached ? "" : "  MISSED");
+    std::fflush(stdout);
+    return reached;
+}
 
 } // namespace
 
-void compare(const Comparison& comparison, const std::function<void()>& measured,
-             const std::function<void()>& baseline) {
-    compare(comparison, nullptr, measured, baseline);
+void compare(const Comparison& comparison, std::function<void()> measured, std::function<void()> baseline) {
+    compare(comparison, nullptr, std::move(measured), std::move(baseline));
 }
 
-void compare(const Comparison& comparison, const std::function<void()>& prepare,
-             const std::function<void()>& measured, const std::function<void()>& baseline) {
-    comparisons().push_back(comparison);
-    enlist(comparison.measure, prepare, measured);
-    enlist(comparison.measure + "/baseline", prepare, baseline);
+void compare(const Comparison& comparison, std::function<void()> prepare, std::function<void()> measured,
+             std::function<void()> baseline) {
+    works().push_back({comparison, std::move(prepare), std::move(measured), std::move(baseline)});
 }
 
 void note(const std::string& what, double value, const std::string& unit, double most) {
     notes().push_back({what, value, unit, most});
 }
 
-bool runComparisons() {
-    MedianReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+bool runComparisons(const std::string& part) {
     bool allReached = true;
     std::printf("%-44s %10s  %-44s %10s %7s %7s\n", "measure", "ms", "beside", "ms", "ratio", "most");
-    for (const auto& each : comparisons()) {
-        const double measured = reporter.median(each.measure);
-        const double baseline = reporter.median(each.measure + "/baseline");
-        const double ratio = baseline > 0 ? measured / baseline : 0;
-        const bool reached = ratio > 0 && ratio <= each.mostRatio;
-        allReached = allReached && reached;
-        std::printf("%-44s %10.3f  %-44s %10.3f %7.2f %7.2f%s\n", each.measure.c_str(), measured,
-                    each.baseline.c_str(), baseline, ratio, each.mostRatio, reached ? "" : "  MISSED");
+    for (const auto& each : works()) {
+        if (each.comparison.measure.find(part) != std::string::npos)
+            allReached = run(each) && allReached;
     }
     for (const auto& each : notes()) {
         const bool reached = each.value <= each.most;

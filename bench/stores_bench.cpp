@@ -5,7 +5,6 @@
 #include "store/shoot_manager.h"
 #include "view/set_filter.h"
 
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
@@ -210,7 +209,7 @@ void enlistJson() {
     static const auto json = serialised(shoots);
     compare(
         {"load 10,000 sets with 50,000 items", "RapidJSON alone into the same structs", 1.3},
-        [] { benchmark::DoNotOptimize(readShoots(json, DateForm::SecondsSinceReference)); },
+        [] { keep(readShoots(json, DateForm::SecondsSinceReference)); },
         [] {
             static constexpr unsigned kFlags = rapidjson::kParseFullPrecisionFlag |
                                                rapidjson::kParseValidateEncodingFlag |
@@ -219,24 +218,24 @@ void enlistJson() {
             rapidjson::Reader reader;
             rapidjson::StringStream stream(json.c_str());
             reader.Parse<kFlags>(stream, handler);
-            benchmark::DoNotOptimize(handler.shoots);
+            keep(handler.shoots);
         });
     compare(
         {"serialise 10,000 sets with 50,000 items", "RapidJSON alone out of the same structs", 1.3},
         [] {
             JsonWriter out(JsonWriter::Layout::Compact);
             writeShoots(out, shoots, DateForm::SecondsSinceReference);
-            benchmark::DoNotOptimize(out.written());
+            keep(out.written());
         },
         [] {
             rapidjson::StringBuffer buffer;
             Writer out(buffer);
             writeAlone(out, shoots);
-            benchmark::DoNotOptimize(buffer.GetString());
+            keep(buffer.GetString());
         });
     static const auto manager = managerOf(shoots, "save.json");
     compare(
-        {"save 10,000 sets, whole and durably", "serialising, writing, syncing, renaming", 1.3},
+        {"save 10,000 sets, whole and durably", "serialising, writing, syncing, renaming", 1.3, Uses::Disk},
         [] { manager->save(); }, [] { writeSyncRename(serialised(shoots)); });
 }
 
@@ -250,7 +249,7 @@ void enlistImports() {
         return manager;
     }();
     compare(
-        {"import 10,000 CSV lines into 10,000 sets", "one save of the result", 3},
+        {"import 10,000 CSV lines into 10,000 sets", "one save of the result", 3, Uses::Disk},
         [] { fresh = managerOf(shoots, "import.json"); }, [] { fresh->importCSV(csv, shoots.front().id); },
         [] { result->save(); });
 
@@ -268,7 +267,7 @@ void enlistImports() {
     }();
     const auto import = [](const std::string& text) {
         ProductCatalog catalog;
-        benchmark::DoNotOptimize(catalog.importCSV(text, ""));
+        keep(catalog.importCSV(text, ""));
     };
     compare(
         {"catalogue import of 20,000 products", "sorting their names once", 10}, [=] { import(catalogCsv); },
@@ -277,7 +276,7 @@ void enlistImports() {
             keys.reserve(names.size());
             std::ranges::transform(names, std::back_inserter(keys), collationKey);
             std::ranges::sort(keys);
-            benchmark::DoNotOptimize(keys);
+            keep(keys);
         });
     const double nLogN = 20000 * std::log(20000) / (5000 * std::log(5000));
     compare(
@@ -289,14 +288,14 @@ void enlistSearch() {
     static const auto sets = sampleSets(kSets, 5);
     compare(
         {"search of 10,000 sets", "case folding of the same texts once", 1.5},
-        [] { benchmark::DoNotOptimize(filteredSets(sets, "niet te vinden")); },
+        [] { keep(filteredSets(sets, "niet te vinden")); },
         [] {
             for (const auto& set : sets) {
-                benchmark::DoNotOptimize(caseFolded(set.brand));
-                benchmark::DoNotOptimize(caseFolded(set.model));
-                benchmark::DoNotOptimize(caseFolded(set.setNumber));
+                keep(caseFolded(set.brand));
+                keep(caseFolded(set.model));
+                keep(caseFolded(set.setNumber));
                 for (const auto& item : set.items)
-                    benchmark::DoNotOptimize(caseFolded(item.name));
+                    keep(caseFolded(item.name));
             }
         });
 }
@@ -307,10 +306,10 @@ void enlistScans() {
     static const auto known = shoots.front().sets.back().toQRText();
     static std::size_t unknown = 0;
     compare(
-        {"scan of a known card among 10,000 sets", "one save of the store", 1.2},
+        {"scan of a known card among 10,000 sets", "one save of the store", 1.2, Uses::Disk},
         [] { manager->handleScanInput(known); }, [] { manager->save(); });
     compare(
-        {"scan of an unknown card among 10,000 sets", "one save of the store", 2.2},
+        {"scan of an unknown card among 10,000 sets", "one save of the store", 2.2, Uses::Disk},
         [] { manager->handleScanInput("SET:nieuw" + std::to_string(++unknown)); }, [] { manager->save(); });
 }
 
