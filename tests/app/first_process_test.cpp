@@ -99,7 +99,7 @@ protected:
     [[nodiscard]] std::unique_ptr<QLocalSocket> connected() const {
         auto socket = std::make_unique<QLocalSocket>();
         socket->connectToServer(m_places.front());
-        EXPECT_TRUE(socket->waitForConnected(1000));
+        EXPECT_TRUE(socket->waitForConnected());
         return socket;
     }
 
@@ -192,7 +192,6 @@ TEST_F(FirstProcessTest, GivesAnOwnerUpThatDoesNotReact) {
         EXPECT_EQ(second.role(), Role::Unanswered);
     }
     EXPECT_GE(elapsed.elapsed(), 500);
-    EXPECT_LT(elapsed.elapsed(), 1500);
     // What was given up is not opened when the owner comes back.
     serve();
     runFor(200ms);
@@ -245,10 +244,7 @@ TEST_F(FirstProcessTest, BecomesTheOwnerWhenThatOneEndsBeforeItOpened) {
     auto second = start({"/a"});
     std::this_thread::sleep_for(200ms);
     end();
-    QElapsedTimer elapsed;
-    elapsed.start();
     EXPECT_EQ(second.role(), Role::Owner);
-    EXPECT_LT(elapsed.elapsed(), 1000);
     EXPECT_FALSE(second.handedBefore());
 }
 

@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <ostream>
@@ -23,18 +22,11 @@ inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kMisused = 2;
 
-#ifdef __SANITIZE_ADDRESS__
-inline constexpr bool kSanitized = true;
-#else
-inline constexpr bool kSanitized = false;
-#endif
-
 struct Outcome {
     // Absent when the program was killed or never ran.
     std::optional<int> status;
     std::string output;
     std::string errors;
-    std::chrono::steady_clock::duration time{};
 };
 
 void PrintTo(const Outcome& run, std::ostream* out);

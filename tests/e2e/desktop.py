@@ -81,7 +81,7 @@ class Desktop:
     def run(self, *command, check=True, **more):
         return subprocess.run(command, env=self.environment, check=check, capture_output=True, text=True, **more)
 
-    def wait_for(self, condition, what, seconds=20):
+    def wait_for(self, condition, what, seconds=120):
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             result = condition()
@@ -128,7 +128,7 @@ class Desktop:
     def leave(self, *keys):
         """Ends the program as its user does, and makes sure that it ended well."""
         self.key(*(keys or ("ctrl+q",)))
-        if self.app.wait(timeout=20) != 0:
+        if self.app.wait(timeout=120) != 0:
             raise AssertionError(f"the program ended with {self.app.returncode}")
 
     def screenshot(self, path, window=None):

@@ -136,7 +136,7 @@ def both_windows_and_sheets(program, examples, folder, scheme):
         desktop.key("Return")
         take(desktop, folder, f"generator-{scheme}", "QR Generator")
         desktop.key("ctrl+q")
-        desktop.app.wait(timeout=20)
+        desktop.app.wait(timeout=120)
         remember_newer_version(desktop)
         window = desktop.start()
         desktop.run("xdotool", "windowsize", "--sync", window, "1180", "500")

@@ -2,12 +2,12 @@
 """Starts the program four times at the same moment on the same data, each time with a shoot file of its own.
 
 One process at a time may own the data: hold the lock, or listen. In half of the rounds the owner is killed at a random
-moment. Then whoever waits takes over within two seconds, or a new start does. In the end one process is left, the
+moment. Then whoever waits takes over, or a new start does. In the end one process is left, the
 others have ended well, and every file is in the store once. A file whose own process was killed may be there or not, as
 the user sees that process go. What was handed to a killed owner is there once as well.
 
-In further rounds the owner is stopped at a random moment and goes on later. A start that gave it up has said so after
-five seconds, and its file is not opened afterwards, unless it was being saved when the owner stopped; one that ended
+In further rounds the owner is stopped at a random moment and goes on later. A start that gave it up has said so, not
+before five seconds, and its file is not opened afterwards, unless it was being saved when the owner stopped; one that ended
 well has its file opened once."""
 
 import json
@@ -26,10 +26,10 @@ from desktop import Desktop  # noqa: E402
 
 STARTS = 4
 NAMES = (b"Zomer op Texel.vantor", b"caf\xc3\xa9 & co.vantor", b"twee\nregels.vantor", b"byte \xff\xfe.vantor")
-TAKEOVER = 2
-# A start gives an owner up after five seconds; the rest is this machine's.
-GIVEN_UP = (4.5, 12)
-LONGEST = 40
+# A start gives an owner up after five seconds; how much later it comes to say so is the machine's affair.
+GIVEN_UP = 4.5
+# Only so that an attack that hangs ends; nothing is judged by it.
+LONGEST = 120
 
 
 def shoot_file(name):
@@ -117,7 +117,8 @@ class Data:
     def check_listeners(self):
         # A process that is being killed still listens for a moment after its lock is gone.
         found = self.listeners()
-        for _ in range(20):
+        end = time.monotonic() + LONGEST
+        while time.monotonic() < end:
             if len(found) < 2:
                 return
             time.sleep(0.01)
@@ -169,7 +170,7 @@ def judge(data, starts, killed):
     owner = data.running()[0]
     data.wait(lambda: data.holder() == owner.pid, "the last one to be the owner")
     sure = [f"shoot {i}" for i, process in enumerate(starts) if process not in killed]
-    data.wait(lambda: set(sure) <= set(data.shoots()), "every file to be opened", 20)
+    data.wait(lambda: set(sure) <= set(data.shoots()), "every file to be opened")
     time.sleep(0.05)
     found = data.shoots()
     for i, process in enumerate(starts):
@@ -202,8 +203,6 @@ def kill_owner(data, figures):
     data.wait(taken_over, "a takeover", between=0.001)
     took = time.monotonic() - killed_at
     figures["waiting" if others_wait else "new"].append(took)
-    if took > TAKEOVER:
-        raise support.Breach(f"the takeover took {took:.2f} s")
     return process
 
 
@@ -241,7 +240,6 @@ def stop_round(data, moments, figures):
     time.sleep(moments.random() * figures["settled"])
     owner = next(p for p in data.processes if p.pid == data.holder())
     owner.send_signal(signal.SIGSTOP)
-    stopped_at = time.monotonic()
     # A shoot whose saving has begun is saved, whatever comes in between.
     saving = begun_saves(data)
     gave_up = set()
@@ -249,19 +247,16 @@ def stop_round(data, moments, figures):
     def waiting():
         for process in data.running():
             if process is not owner and process not in gave_up and b"reageert niet" in process.errors.read_bytes():
-                took = time.monotonic() - stopped_at
-                if took > GIVEN_UP[1]:
-                    raise support.Breach(f"a start gave the owner up after {took:.2f} s")
                 # Its message stands on a screen that nobody sees.
                 gave_up.add(process)
                 process.kill()
                 process.wait()
         return len(data.running()) > 1
 
-    data.wait(lambda: not waiting(), "every start to know", 20)
+    data.wait(lambda: not waiting(), "every start to know")
     owner.send_signal(signal.SIGCONT)
     sure = [f"shoot {i}" for i, process in enumerate(starts) if process not in gave_up]
-    data.wait(lambda: set(sure) <= set(data.shoots()), "what was opened", 20)
+    data.wait(lambda: set(sure) <= set(data.shoots()), "what was opened")
     time.sleep(0.5)
     found = data.shoots()
     for i, process in enumerate(starts):
@@ -287,10 +282,10 @@ def hung_round(programs):
         try:
             desktop.window("Vantor Prep reageert niet")
             took = time.monotonic() - began
-            if not GIVEN_UP[0] < took < GIVEN_UP[1]:
+            if took < GIVEN_UP:
                 raise support.Breach(f"the message came after {took:.2f} s")
             desktop.key("Return")
-            status = second.wait(10)
+            status = second.wait(LONGEST)
         finally:
             second.kill()
             second.wait()
@@ -301,7 +296,7 @@ def hung_round(programs):
         if os.stat(os.path.join(desktop.data, "shoots.json")).st_mtime_ns != before:
             raise support.Breach("the store has changed")
         third = subprocess.run([desktop.program, data.file(4, "derde")], cwd=data.path, env=desktop.environment,
-                               stderr=subprocess.DEVNULL, timeout=20)
+                               stderr=subprocess.DEVNULL, timeout=LONGEST)
         names = [shoot["name"] for shoot in desktop.shoots()]
         if third.returncode != 0 or names != ["derde", "eerste"]:
             raise support.Breach(f"the third start ended with {third.returncode}, {names}")

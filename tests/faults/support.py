@@ -39,7 +39,7 @@ def folder(on_memory_disk=False):
 def driver(programs, *words, **options):
     """The exit status of the driver, and what it printed."""
     done = subprocess.run([programs / "store_driver", *map(str, words)], stdout=subprocess.PIPE,
-                          env=ENVIRONMENT, text=True, timeout=60, **options)
+                          env=ENVIRONMENT, text=True, timeout=600, **options)
     return done.returncode, done.stdout
 
 
@@ -87,7 +87,7 @@ class Calls:
             raise Breach("strace recorded no work of the driver")
 
 
-def traced(programs, record, *words, inject=None, timeout=60):
+def traced(programs, record, *words, inject=None, timeout=600):
     """Runs the driver under strace, which may make calls fail; its exit status and the record."""
     command = ["strace", "-f", "-y", "-s", "0", "-o", str(record)]
     if inject:

@@ -17,7 +17,7 @@ ERRORS = ("EIO", "ENOSPC", "EDQUOT", "EACCES", "EROFS", "EINTR")
 # What is asked of the memory is failed elsewhere; the rest changes nothing outside the process.
 UNTOUCHED = {"brk", "mmap", "munmap", "mremap", "madvise", "mprotect", "futex", "getppid", "exit_group", "rt_sigaction",
              "rt_sigprocmask", "sigaltstack", "clock_gettime", "gettid", "getpid", "tgkill", "sched_yield"}
-PATIENCE = 30
+PATIENCE = 600
 
 
 class Scenario:

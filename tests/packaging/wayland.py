@@ -63,7 +63,7 @@ class Compositor:
 
 
 def hand_over(desktop, shoots):
-    later = subprocess.run([desktop.program, SHOOT], env=desktop.environment, stderr=subprocess.DEVNULL, timeout=20)
+    later = subprocess.run([desktop.program, SHOOT], env=desktop.environment, stderr=subprocess.DEVNULL, timeout=120)
     assert later.returncode == 0, f"the later start ended with {later.returncode}"
     desktop.wait_for_shoots(lambda stored: len(stored) == shoots, "the shoot that was handed over")
 
@@ -81,7 +81,7 @@ def without_a_screen():
         hand_over(desktop, 1)
         said("headless: a later start hands its file over")
         desktop.app.terminate()
-        desktop.app.wait(timeout=20)
+        desktop.app.wait(timeout=120)
         assert len(desktop.shoots()) == 1
         compositor.start(SHOOT)
         desktop.wait_for_shoots(lambda stored: len(stored) == 2, "the shoot on the command line")
@@ -90,12 +90,12 @@ def without_a_screen():
 
 def on_wayland(desktop):
     return subprocess.run(["wl-paste", "--type", "image/png"], env=desktop.environment, stdout=subprocess.PIPE,
-                          stderr=subprocess.DEVNULL, timeout=20).stdout
+                          stderr=subprocess.DEVNULL, timeout=120).stdout
 
 
 def on_x11(desktop):
     return subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", "-o"], env=desktop.environment,
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=20).stdout
+                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=120).stdout
 
 
 def pasted_code(desktop, paste):
@@ -106,7 +106,7 @@ def pasted_code(desktop, paste):
     if os.path.getsize(picture) == 0:
         return None
     return subprocess.run(["zbarimg", "--quiet", "--raw", picture], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                          text=True, timeout=20).stdout.strip()
+                          text=True, timeout=120).stdout.strip()
 
 
 def copies(desktop, where, paste, open_generator):

@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QTimer>
 #include <algorithm>
 #include <memory>
@@ -33,25 +32,21 @@ using testing::Trust;
 
 using Text = std::optional<std::string>;
 
-// Generous, so that only what has to run into a limit does.
-constexpr HttpLimits kLimits{5s, 5s, 65'536};
+// Longer than any test waits, so that what has an answer, or is not even asked, has run into neither.
+constexpr HttpLimits kLimits{1h, 1h, 65'536};
 
 struct Outcome {
     int answers = 0;
     Text body;
-    std::chrono::milliseconds after{};
 };
 
 class QtHttpClientTest : public ::testing::Test {
 protected:
     Outcome ask(const std::string& address, const HttpLimits& limits = kLimits) {
         Outcome outcome;
-        QElapsedTimer elapsed;
-        elapsed.start();
         client.get(address, limits, [&](Text body) {
             ++outcome.answers;
             outcome.body = std::move(body);
-            outcome.after = std::chrono::milliseconds(elapsed.elapsed());
         });
         EXPECT_EQ(outcome.answers, 0) << "answered before get() returned";
         EXPECT_TRUE(runUntil([&] { return outcome.answers > 0; }));
@@ -145,31 +140,26 @@ INSTANTIATE_TEST_SUITE_P(All, StatusTest,
 
 TEST_F(QtHttpClientTest, WaitsNoLongerThanTheSilenceLimitForTheFirstByte) {
     const LoopbackServer server([](QTcpSocket&) {});
-    const auto outcome = ask(server.address(), {300ms, 5s, 1000});
+    const auto outcome = ask(server.address(), {300ms, 1h, 1000});
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_GE(outcome.after, 290ms);
-    EXPECT_LT(outcome.after, 1500ms);
 }
 
 TEST_F(QtHttpClientTest, WaitsNoLongerThanTheSilenceLimitWithinTheBody) {
     const LoopbackServer server([](QTcpSocket& socket) { socket.write(response("inhoud").chopped(2)); });
-    const auto outcome = ask(server.address(), {300ms, 5s, 1000});
+    const auto outcome = ask(server.address(), {300ms, 1h, 1000});
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_GE(outcome.after, 290ms);
-    EXPECT_LT(outcome.after, 1500ms);
 }
 
 TEST_F(QtHttpClientTest, IsPatientWithSlowAnswersWithinTheLimits) {
     const LoopbackServer server([](QTcpSocket& socket) {
-        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
+        socket.write("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n");
         auto* const timer = new QTimer(&socket);
         QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write("x"); });
         timer->start(100);
     });
     // Longer in all than any silence may be.
-    const auto outcome = ask(server.address(), {500ms, 5s, 1000});
-    EXPECT_EQ(outcome.body, "xxxxxxxx");
-    EXPECT_GE(outcome.after, 700ms);
+    const auto outcome = ask(server.address(), {1s, 1h, 1000});
+    EXPECT_EQ(outcome.body, std::string(20, 'x'));
 }
 
 LoopbackServer::Respond trickling(const QByteArray& start) {
@@ -185,10 +175,8 @@ class TrickleTest : public QtHttpClientTest, public ::testing::WithParamInterfac
 
 TEST_P(TrickleTest, EndsAtTheLimitForTheWhole) {
     const LoopbackServer server(trickling(GetParam().c_str()));
-    const auto outcome = ask(server.address(), {5s, 300ms, 65'536});
+    const auto outcome = ask(server.address(), {1h, 300ms, 65'536});
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_GE(outcome.after, 290ms);
-    EXPECT_LT(outcome.after, 2s);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TrickleTest,
@@ -201,7 +189,6 @@ TEST_F(QtHttpClientTest, EndsARingOfRedirects) {
     const LoopbackServer server(redirecting("/rond"));
     const auto outcome = ask(server.address());
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_LT(outcome.after, 4s);
     EXPECT_EQ(server.requests.size(), 21U);
 }
 
@@ -210,10 +197,8 @@ TEST_F(QtHttpClientTest, CountsRedirectsIntoTheLimitForTheWhole) {
         QTimer::singleShot(100, &socket,
                            [&socket] { socket.write(response("", "302 Found", "Location: /rond\r\n")); });
     });
-    const auto outcome = ask(server.address(), {5s, 500ms, 1000});
+    const auto outcome = ask(server.address(), {1h, 500ms, 1000});
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_GE(outcome.after, 490ms);
-    EXPECT_LT(outcome.after, 1500ms);
 }
 
 struct Length {
@@ -258,7 +243,6 @@ TEST_F(QtHttpClientTest, StopsReadingAnEndlessBody) {
     });
     const auto outcome = ask(server.address());
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_LT(outcome.after, 2s);
 }
 
 // Redirects
@@ -289,8 +273,6 @@ TEST_P(RefusedRedirectTest, IsNoAnswer) {
     const LoopbackServer server(redirecting(GetParam()));
     const auto outcome = ask(server.address());
     EXPECT_EQ(outcome.body, std::nullopt);
-    // Much sooner than a limit or an address that does not answer would end it.
-    EXPECT_LT(outcome.after, 1s);
     EXPECT_EQ(server.requests.size(), 1U);
 }
 
@@ -314,7 +296,6 @@ class ForbiddenAddressTest : public QtHttpClientTest, public ::testing::WithPara
 TEST_P(ForbiddenAddressTest, IsNotEvenAsked) {
     const auto outcome = ask(GetParam());
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_LT(outcome.after, 1s);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ForbiddenAddressTest,
@@ -331,7 +312,6 @@ TEST_F(QtHttpClientTest, HasNoneWhenNobodyListens) {
     }
     const auto outcome = ask(address);
     EXPECT_EQ(outcome.body, std::nullopt);
-    EXPECT_LT(outcome.after, 2s);
 }
 
 class BrokenResponseTest : public QtHttpClientTest, public ::testing::WithParamInterface<std::string> {};
@@ -383,7 +363,7 @@ TEST_F(QtHttpClientTest, MayBeDestroyedByAnyAnswer) {
          {server.address(), endless.address(), silent.address(), std::string("file:///x")}) {
         auto other = std::make_unique<QtHttpClient>();
         int answers = 0;
-        other->get(address, {100ms, 5s, 1000}, [&](const Text&) {
+        other->get(address, {100ms, 1h, 1000}, [&](const Text&) {
             ++answers;
             other.reset();
         });

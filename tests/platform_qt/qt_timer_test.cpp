@@ -33,9 +33,10 @@ TEST(QtTimerTest, FiresOnceAndNotEarly) {
         ++fired;
         after = std::chrono::steady_clock::now() - start;
     });
-    runFor(200ms);
-    EXPECT_EQ(fired, 1);
+    EXPECT_TRUE(runUntil([&] { return fired > 0; }));
     EXPECT_GE(after, 59ms);
+    runFor(100ms);
+    EXPECT_EQ(fired, 1);
 }
 
 TEST(QtTimerTest, ForgetsWhatWasStartedBefore) {

@@ -50,7 +50,7 @@ protected:
     void check(UpdateChecker& checker) {
         clock.set({clock.now().secondsSinceReference + 21'600});
         checker.checkForUpdate();
-        EXPECT_TRUE(runUntil([&] { return isStored(checker, clock.now()); }, std::chrono::seconds(30)));
+        EXPECT_TRUE(runUntil([&] { return isStored(checker, clock.now()); }));
     }
     [[nodiscard]] bool isStored(const UpdateChecker& checker, Timestamp moment) const {
         const auto date = defaults.date(checker.lastCheckKey());

@@ -131,7 +131,6 @@ TEST_F(UpdateOverHttpTest, GivesUpAfterSixSecondsOfSilence) {
     elapsed.start();
     check(*checker);
     EXPECT_GE(elapsed.elapsed(), 5'950);
-    EXPECT_LT(elapsed.elapsed(), 7'500);
     EXPECT_EQ(checker->availableVersion(), std::nullopt);
 }
 

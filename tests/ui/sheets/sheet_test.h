@@ -4,9 +4,6 @@
 #include "tests/ui/ui_fixture.h"
 #include "ui/widgets.h"
 
-#include <QElapsedTimer>
-#include <algorithm>
-
 namespace vantor::testing {
 
 // What a sheet says, line by line from its top, each line from left to right. Fields stand as "[placeholder]",
@@ -15,19 +12,6 @@ namespace vantor::testing {
 
 // The names of what Tab comes to, from where the focus is until it is there again.
 [[nodiscard]] std::vector<std::string> tabWalk();
-
-// The milliseconds that the quickest of three attempts took; a busy machine slows single ones.
-template <typename Action>
-double quickest(Action&& action) {
-    double least = 1e9;
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        QElapsedTimer timer;
-        timer.start();
-        action();
-        least = std::min(least, static_cast<double>(timer.nsecsElapsed()) / 1e6);
-    }
-    return least;
-}
 
 class SheetTest : public UiTest {
 protected:
