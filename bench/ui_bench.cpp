@@ -11,7 +11,6 @@
 #include "platform/qrencode/qrencode_encoder.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_file_dialogs.h"
-#include "platform/qt/qt_http_client.h"
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
@@ -48,6 +47,11 @@ constexpr std::size_t kManySets = 10000;
 constexpr std::size_t kFewSets = 10;
 constexpr int kRuns = 9;
 
+class NoNetwork final : public HttpClient {
+public:
+    void get(std::string_view, const HttpLimits&, std::function<void(std::optional<std::string>)>) override {}
+};
+
 struct World {
     PosixFileStore files;
     StoreFolder stores;
@@ -57,7 +61,7 @@ struct World {
     QtClipboard clipboard;
     QtUrlOpener urls;
     QtKeyValueStore settings;
-    QtHttpClient http;
+    NoNetwork http;
     QtTimer timer;
     UpdateChecker updates;
     ui::Services services;

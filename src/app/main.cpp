@@ -5,6 +5,7 @@
 #include "app/start_arguments.h"
 #include "base/text_lookup.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
+#include "platform/curl/curl_http_client.h"
 #include "platform/libpng/libpng_writer.h"
 #include "platform/posix/posix_file_store.h"
 #include "platform/posix/posix_process_lock.h"
@@ -12,7 +13,6 @@
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_dutch_texts.h"
 #include "platform/qt/qt_file_dialogs.h"
-#include "platform/qt/qt_http_client.h"
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
@@ -167,7 +167,9 @@ int main(int argc, char** argv) {
     QtClipboard clipboard;
     QtUrlOpener urls;
     QtKeyValueStore settings("Vantor", "Vantor Prep");
-    QtHttpClient http;
+    CurlHttpClient http([&application](std::function<void()> work) {
+        QMetaObject::invokeMethod(&application, std::move(work), Qt::QueuedConnection);
+    });
     QtTimer timer;
     UpdateChecker updates(updateEndpoint(), "vantorprep.updateChecker", VANTOR_VERSION, http, settings,
                           timer);

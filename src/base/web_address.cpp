@@ -68,11 +68,6 @@ bool isWebAddress(std::string_view text) {
 
     auto authority = text.substr(0, text.find_first_of("/?#"));
     text.remove_prefix(authority.size());
-    if (const auto at = authority.find('@'); at != std::string_view::npos) {
-        if (!holdsOnly(authority.substr(0, at), "-._~!$&'()*+,;=:"))
-            return false;
-        authority.remove_prefix(at + 1);
-    }
     if (takeHost(authority).empty())
         return false;
     if (!authority.empty() && (authority.front() != ':' || authority.size() > 6 ||

@@ -1,7 +1,7 @@
 // UpdateOverHttp: update checks over the real client, the real settings and servers of the test's own.
 #pragma once
 
-#include "platform/qt/qt_http_client.h"
+#include "platform/curl/curl_http_client.h"
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "tests/support/event_loop.h"
@@ -26,16 +26,19 @@ class HurriedClient final : public HttpClient {
 public:
     void get(std::string_view address, const HttpLimits& limits,
              std::function<void(std::optional<std::string> body)> onAnswer) override {
-        m_client.get(address,
-                     {silence.value_or(limits.silence), whole.value_or(limits.whole), limits.mostBytes},
-                     std::move(onAnswer));
+        m_client->get(address,
+                      {silence.value_or(limits.silence), whole.value_or(limits.whole), limits.mostBytes},
+                      std::move(onAnswer));
     }
+
+    // Takes the certificate in this file for an authority's.
+    void trust(const std::string& file) { m_client = std::make_unique<CurlHttpClient>(post, file); }
 
     std::optional<std::chrono::milliseconds> silence;
     std::optional<std::chrono::milliseconds> whole;
 
 private:
-    QtHttpClient m_client;
+    std::unique_ptr<CurlHttpClient> m_client = std::make_unique<CurlHttpClient>(post);
 };
 
 class UpdateOverHttp : public ::testing::Test {

@@ -5,8 +5,11 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QMetaObject>
 #include <QTimer>
 #include <chrono>
+#include <functional>
+#include <utility>
 
 namespace vantor::testing {
 
@@ -18,6 +21,11 @@ bool runUntil(Done&& done, std::chrono::milliseconds longest = std::chrono::minu
     while (!done() && elapsed.elapsed() < longest.count())
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
     return done();
+}
+
+// On the next turn of the event loop; may be called on any thread.
+inline void post(std::function<void()> work) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
 
 // For at least so long, and until everything has happened that was due by then: on a busy machine as well.

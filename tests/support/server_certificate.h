@@ -27,19 +27,20 @@ public:
         run({"x509", "-req", "-in", path("request"), "-signkey", path("key"), "-days", QString::number(days),
              "-extfile", path("extensions"), "-out", path("certificate")});
 
-        m_certificate = QSslCertificate::fromPath(path("certificate")).value(0);
+        const auto certificate = QSslCertificate::fromPath(path("certificate")).value(0);
         QFile keyFile(path("key"));
         EXPECT_TRUE(keyFile.open(QIODevice::ReadOnly));
         const QSslKey key(&keyFile, QSsl::Ec);
-        EXPECT_FALSE(m_certificate.isNull());
+        EXPECT_FALSE(certificate.isNull());
         EXPECT_FALSE(key.isNull());
-        m_server.setLocalCertificate(m_certificate);
+        m_server.setLocalCertificate(certificate);
         m_server.setPrivateKey(key);
     }
 
     // What a server shows.
     [[nodiscard]] const QSslConfiguration& server() const { return m_server; }
-    [[nodiscard]] const QSslCertificate& certificate() const { return m_certificate; }
+    // For a client that is to trust it.
+    [[nodiscard]] std::string file() const { return (m_folder / "certificate").string(); }
 
 private:
     [[nodiscard]] QString path(const char* name) const {
@@ -55,23 +56,6 @@ private:
 
     TemporaryFolder m_folder;
     QSslConfiguration m_server = QSslConfiguration::defaultConfiguration();
-    QSslCertificate m_certificate;
-};
-
-// As long as it lives, the certificate is one that this machine takes for an authority's.
-class Trust {
-public:
-    explicit Trust(const ServerCertificate& in) {
-        auto trusting = m_before;
-        trusting.addCaCertificate(in.certificate());
-        QSslConfiguration::setDefaultConfiguration(trusting);
-    }
-    Trust(const Trust&) = delete;
-    Trust& operator=(const Trust&) = delete;
-    ~Trust() { QSslConfiguration::setDefaultConfiguration(m_before); }
-
-private:
-    QSslConfiguration m_before = QSslConfiguration::defaultConfiguration();
 };
 
 } // namespace vantor::testing
