@@ -1,5 +1,7 @@
 #include "app/first_process.h"
 
+#include "platform/own_peer.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLocalSocket>
@@ -166,9 +168,11 @@ FirstProcess::Role FirstProcess::begin(const std::vector<std::filesystem::path>&
 FirstProcess::Talk FirstProcess::handOver(const std::vector<std::filesystem::path>& files,
                                           Patience& patience) {
     for (const auto& place : placesToTry()) {
+        if (!isOwnSocketName(QFile::encodeName(place).toStdString()))
+            continue;
         QLocalSocket socket;
         socket.connectToServer(place);
-        if (socket.waitForConnected(milliseconds(patience.left())))
+        if (socket.waitForConnected(milliseconds(patience.left())) && isOwnPeer(socket.socketDescriptor()))
             return talk(socket, files, patience);
     }
     return Talk::Lost;

@@ -5,6 +5,8 @@
 // was given up is not opened later: right before a shoot is stored, the owner looks whether the start still waits.
 // A start whose owner ends under way begins again, with the next owner or as the owner itself; a shoot that was
 // stored before the owner could say so is recognised then.
+//
+// Places may lie where everybody can write. Only a process of the same user is asked, whoever else listens there.
 #pragma once
 
 #include "app/hand_over_message.h"

@@ -4,6 +4,7 @@
 #include "app/first_process.h"
 #include "app/start_arguments.h"
 #include "base/text_lookup.h"
+#include "base/uuid.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/curl/curl_http_client.h"
 #include "platform/libpng/libpng_writer.h"
@@ -56,11 +57,13 @@ QStringList meetingPlaces(const fs::path& folder) {
     const auto hash =
         QCryptographicHash::hash(QByteArray::fromStdString(folder.string()), QCryptographicHash::Sha1);
     const auto name = QStringLiteral("/vantor-prep-") + QString::fromLatin1(hash.toHex().left(16));
-    QStringList places{QDir::tempPath() + name};
+    QStringList places;
     if (const auto runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
         !runtime.isEmpty())
-        places.prepend(runtime + name);
-    return places;
+        places += runtime + name;
+    const auto temporary = QDir::tempPath() + name;
+    // Another user may have claimed the first, but cannot know the second; later starts learn it through the lock.
+    return places << temporary << temporary + '-' + QString::fromStdString(vantor::Uuid::random().text());
 }
 
 vantor::StartArguments startArguments(const std::vector<std::string_view>& arguments) {

@@ -4,6 +4,7 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <QElapsedTimer>
 #include <QLocalSocket>
@@ -381,6 +382,59 @@ TEST_F(FirstProcessTest, IsTheOwnerByListeningWhereThereCanBeNoLock) {
     EXPECT_EQ(third.role(), Role::HandedOver);
     EXPECT_THAT(m_handed, SizeIs(2));
 }
+
+// Listens under a name of the folder for temporary files, as another user of the machine.
+class Impostor {
+public:
+    // `name` belongs to the other user as well, or was given away.
+    Impostor(const QString& name, bool ownsName) {
+        EXPECT_EQ(::seteuid(kNobody), 0);
+        EXPECT_TRUE(m_server.listen(name));
+        EXPECT_EQ(::seteuid(0), 0);
+        if (!ownsName) {
+            EXPECT_EQ(::chown(name.toLocal8Bit().constData(), 0, 0), 0);
+        }
+        QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
+            ++connections;
+            auto* const socket = m_server.nextPendingConnection();
+            QObject::connect(socket, &QLocalSocket::readyRead, socket, [this, socket] {
+                heard += socket->readAll();
+                socket->write("rd");
+            });
+            socket->write("rd");
+        });
+    }
+
+    int connections = 0;
+    QByteArray heard;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+    QLocalServer m_server;
+};
+
+class ForeignPlaceTest : public FirstProcessTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(ForeignPlaceTest, IsNeitherToldNorBelieved) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can be somebody else";
+    std::filesystem::permissions(m_folder / "", std::filesystem::perms::all);
+    const Impostor impostor(m_places.front(), GetParam());
+    // Somebody owns the data, and did not tell where.
+    m_lock = makeLock();
+    ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
+    auto first = start({"/geheim"}, 300ms);
+    EXPECT_EQ(first.role(), Role::Unanswered);
+    m_lock.reset();
+    auto second = start({"/geheim"});
+    EXPECT_EQ(second.role(), Role::Owner);
+    runFor(20ms);
+    EXPECT_TRUE(impostor.heard.isEmpty());
+    // A name of his own could hold the start up already while it connects.
+    EXPECT_EQ(impostor.connections == 0, GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ForeignPlaceTest, ::testing::Bool());
 
 } // namespace
 } // namespace vantor::testing
