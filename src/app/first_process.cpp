@@ -222,6 +222,7 @@ void FirstProcess::listen() {
         // A process that was killed leaves its socket's name behind.
         QLocalServer::removeServer(place);
         if (m_server.listen(place)) {
+            QFile::setPermissions(m_server.fullServerName(), QFile::ReadOwner | QFile::WriteOwner);
             m_lock.tell(QFile::encodeName(m_server.fullServerName()).toStdString());
             return;
         }

@@ -1,5 +1,6 @@
 // vantor-prep: builds the objects that the program is made of, hands each what it needs, and runs.
 
+#include "app/data_folder.h"
 #include "app/desktop_colors.h"
 #include "app/first_process.h"
 #include "app/start_arguments.h"
@@ -45,12 +46,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-// The folder of the stores' files: $XDG_DATA_HOME/Vantor.
-fs::path dataFolder() {
-    const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return fs::path(folder.toStdString()) / "Vantor";
-}
 
 // Where the owner of a data folder can be reached, the best place first; starts with other data do not meet there.
 QStringList meetingPlaces(const fs::path& folder) {
@@ -129,6 +124,7 @@ int main(int argc, char** argv) {
             return *status;
     }
 
+    ignoreRelativeBaseFolders();
     const auto folder = dataFolder();
     const PosixFileStore fileStore;
     PosixProcessLock lock(folder / "lock");

@@ -341,6 +341,7 @@ TEST_F(FirstProcessTest, TakesTheSocketOfAKilledOwnerOver) {
         std::filesystem::rename(m_folder / "kept", m_folder / "socket");
     }
     own();
+    EXPECT_EQ(std::filesystem::status(m_folder / "socket").permissions(), std::filesystem::perms(0600));
     serve();
     auto second = start({"/a"});
     EXPECT_EQ(second.role(), Role::HandedOver);
