@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -197,7 +198,9 @@ void writeSyncRename(const std::string& bytes) {
 // A store of so many sets in one shoot, in a file of its own.
 std::unique_ptr<ShootManager> managerOf(const std::vector<Shoot>& shoots, const std::string& name) {
     static const PosixFileStore files;
-    auto manager = std::make_unique<ShootManager>(StoreFile(files, scratchFolder() / name));
+    static std::map<std::string, StoreFile> storeFiles;
+    auto& file = storeFiles.try_emplace(name, files, scratchFolder() / name).first->second;
+    auto manager = std::make_unique<ShootManager>(&file);
     for (const auto& shoot : shoots)
         manager->insertShoot(shoot);
     manager->setActiveShootId(shoots.front().id);

@@ -54,6 +54,7 @@ public:
 
 struct World {
     PosixFileStore files;
+    QtTimer savingTimer;
     StoreFolder stores;
     QrencodeEncoder encoder;
     LibpngWriter pngs;
@@ -67,7 +68,8 @@ struct World {
     ui::Services services;
 
     explicit World(const std::filesystem::path& folder)
-        : stores(files, folder, Timestamp::now, [](const std::function<void()>& work) { work(); }),
+        : stores(
+              files, folder, Timestamp::now, [](const std::function<void()>& work) { work(); }, savingTimer),
           settings(folder / "settings"),
           updates("https://127.0.0.1:9/", "vantorprep.updateChecker", "0.1.0", http, settings, timer),
           services{files,

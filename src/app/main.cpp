@@ -158,8 +158,10 @@ int main(int argc, char** argv) {
 
     QThreadPool background;
     background.setMaxThreadCount(1);
-    StoreFolder stores(fileStore, folder, Timestamp::now,
-                       [&background](std::function<void()> work) { background.start(std::move(work)); });
+    QtTimer savingTimer;
+    StoreFolder stores(
+        fileStore, folder, Timestamp::now,
+        [&background](std::function<void()> work) { background.start(std::move(work)); }, savingTimer);
     const QrencodeEncoder encoder;
     const LibpngWriter pngs;
     QtFileDialogs dialogs;
@@ -190,5 +192,7 @@ int main(int argc, char** argv) {
     ui::Shell shell(services);
     shell.openFiles({start.files, process.handedBeforeAt(), {}, {}});
     process.serve([&shell](auto handed) { shell.openFiles(std::move(handed)); });
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    stores.saveAgain();
+    return status;
 }

@@ -64,7 +64,7 @@ public:
             return failure(lookUp("%1: geen sets gevonden", {nameOf(call.input.path)}));
         const BulkQRPDFExporter exporter(m_services.encoder, m_services.canvases, m_services.files);
         ProgressMeter meter(m_console, shoot->sets.size(), toLookUp("%1 van %2 kaarten"));
-        const bool written = exporter.exportTo(
+        const auto written = exporter.exportTo(
             shoot->sets, call.density, call.output,
             [&](std::size_t drawn) {
                 meter.advance(drawn);

@@ -134,10 +134,11 @@ BulkQRPDFExporter::BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory 
       m_canvases(std::move(canvases)),
       m_files(files) {}
 
-bool BulkQRPDFExporter::exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
-                                 const Progress& progress, const CardReport& report) const {
+FileResult BulkQRPDFExporter::exportTo(const SetList& sets, BulkQRDensity density,
+                                       const std::filesystem::path& to, const Progress& progress,
+                                       const CardReport& report) const {
     if (sets.empty())
-        return false;
+        return FileFailure{FileFailure::Reason::Abandoned};
     return m_files.replace(to, [&](ByteSink& sink) {
         const auto canvas = m_canvases(sink, kPageWidth, kPageHeight);
         return canvas && drawPages(*canvas, sets, cardLayout(density), progress, report) && canvas->finish();

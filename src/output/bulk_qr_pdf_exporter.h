@@ -59,11 +59,11 @@ public:
 
     BulkQRPDFExporter(const QrEncoder& encoder, PdfCanvasFactory canvases, const FileStore& files);
 
-    // Writes the cards of the sets, in their order, to the file, replacing it whole. False, and nothing
-    // written, when there are no sets, the file cannot be written, or the export was abandoned. A set whose
-    // text is too long for a code leaves its cell empty.
-    bool exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
-                  const Progress& progress = {}, const CardReport& report = {}) const;
+    // Writes the cards of the sets, in their order, to the file, replacing it whole. Fails, and nothing is written,
+    // when there are no sets, the file cannot be written, or the export was abandoned. A set whose text is too long
+    // for a code leaves its cell empty.
+    FileResult exportTo(const SetList& sets, BulkQRDensity density, const std::filesystem::path& to,
+                        const Progress& progress = {}, const CardReport& report = {}) const;
 
 private:
     bool drawPages(PdfCanvas& canvas, const SetList& sets, const CardLayout& layout, const Progress& progress,

@@ -41,7 +41,7 @@ std::vector<std::string> uniqueSortedNames(std::vector<std::string> names) {
     return names;
 }
 
-ProductCatalog::ProductCatalog(std::optional<StoreFile> file) : m_file(std::move(file)) {}
+ProductCatalog::ProductCatalog(StoreFile* file) : m_file(file) {}
 
 void ProductCatalog::setProducts(std::vector<Product> products) {
     m_willChange.emit(Change::Products);
@@ -163,7 +163,7 @@ std::string ProductCatalog::exportCSV() const {
 }
 
 void ProductCatalog::load() {
-    if (!m_file)
+    if (m_file == nullptr)
         return;
     m_file->load([this](std::string_view bytes) {
         if (auto catalog = readCatalog(bytes)) {
@@ -181,7 +181,7 @@ void ProductCatalog::load() {
 }
 
 void ProductCatalog::save() {
-    if (!m_file)
+    if (m_file == nullptr)
         return;
     JsonWriter out(JsonWriter::Layout::Compact);
     writeCatalog(out, m_data);

@@ -24,8 +24,8 @@ class ProductCatalog {
 public:
     enum class Change { Products, Clients, Brands };
 
-    // An empty catalogue; without a file nothing is ever read or written.
-    explicit ProductCatalog(std::optional<StoreFile> file = std::nullopt);
+    // An empty catalogue; without a file, which outlives it, nothing is ever read or written.
+    explicit ProductCatalog(StoreFile* file = nullptr);
 
     // Tells what is about to change; the new state can be read once the announcing operation has returned.
     [[nodiscard]] Signal<Change>& willChange() { return m_willChange; }
@@ -71,7 +71,7 @@ private:
     void deleteName(Change list, std::vector<std::string>& names, std::string_view name);
     void sortAndSave();
 
-    std::optional<StoreFile> m_file;
+    StoreFile* m_file;
     CatalogData m_data;
     Signal<Change> m_willChange;
 };

@@ -17,9 +17,7 @@ auto withId(Records& records, Uuid id) {
 
 } // namespace
 
-ShootManager::ShootManager(std::optional<StoreFile> file, Clock clock)
-    : m_file(std::move(file)),
-      m_clock(std::move(clock)) {}
+ShootManager::ShootManager(StoreFile* file, Clock clock) : m_file(file), m_clock(std::move(clock)) {}
 
 const Shoot* ShootManager::shoot(Uuid id) const {
     const auto found = withId(m_shoots, id);
@@ -39,7 +37,7 @@ const SetData* ShootManager::activeSet() const {
 }
 
 void ShootManager::load() {
-    if (!m_file)
+    if (m_file == nullptr)
         return;
     m_file->load([this](std::string_view bytes) {
         auto shoots = readShoots(bytes, DateForm::SecondsSinceReference);
@@ -53,7 +51,7 @@ void ShootManager::load() {
 }
 
 void ShootManager::save() {
-    if (!m_file || m_savingHeld)
+    if (m_file == nullptr || m_savingHeld)
         return;
     JsonWriter out(JsonWriter::Layout::Compact);
     writeShoots(out, m_shoots, DateForm::SecondsSinceReference);

@@ -25,8 +25,8 @@ class ShootManager {
 public:
     enum class Change { Shoots, ActiveShootId, ActiveSetId };
 
-    // An empty store; without a file nothing is ever read or written.
-    explicit ShootManager(std::optional<StoreFile> file = std::nullopt, Clock clock = Timestamp::now);
+    // An empty store; without a file, which outlives it, nothing is ever read or written.
+    explicit ShootManager(StoreFile* file = nullptr, Clock clock = Timestamp::now);
 
     // Tells what is about to change; the new state can be read once the announcing operation has returned.
     [[nodiscard]] Signal<Change>& willChange() { return m_willChange; }
@@ -84,7 +84,7 @@ private:
     void announce(Change change) { m_willChange.emit(change); }
     void setActiveSetId(std::optional<Uuid> id);
 
-    std::optional<StoreFile> m_file;
+    StoreFile* m_file;
     Clock m_clock;
     std::vector<Shoot> m_shoots;
     std::optional<Uuid> m_activeShootId;

@@ -3,58 +3,91 @@
 #include "store/kept_files.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 namespace vantor {
-StoreFile::StoreFile(const FileStore& files, std::filesystem::path path, Clock clock, DailyBackups* backups)
+
+StoreFile::StoreFile(const FileStore& files, std::filesystem::path path, Clock clock, DailyBackups* backups,
+                     std::function<void()> onUnsaved)
     : m_files(files),
       m_path(std::move(path)),
       m_clock(std::move(clock)),
-      m_backups(backups) {}
+      m_backups(backups),
+      m_onUnsaved(std::move(onUnsaved)) {}
 
 void StoreFile::load(const std::function<bool(std::string_view bytes)>& accept) {
-    const auto read = m_files.read(m_path);
-    if (!read.bytes) {
-        m_setAside = read.failure != FileStore::ReadFailure::Missing;
+    if (m_unsaved) {
+        accept(m_waiting);
         return;
     }
-    // Unreadable until it was read, also for whoever goes on after an exception.
-    m_setAside = true;
-    if (!accept(*read.bytes))
+    // Not known until it was read, also for whoever goes on after an exception.
+    m_known.reset();
+    const auto read = m_files.read(m_path);
+    if (!read.bytes || !accept(*read.bytes))
         return;
-    m_setAside = false;
+    m_known = read.identity;
     keepBackup(*read.bytes);
 }
 
 void StoreFile::save(std::string_view bytes) {
-    m_files.createFolders(m_path.parent_path());
-    // Better not saved this time than the only copy of the user's work overwritten.
-    if (m_setAside && !setAside())
-        return;
-    m_setAside = false;
-    if (m_files.replace(m_path, bytes))
-        keepBackup(bytes);
+    if (tryToSave(bytes))
+        m_waiting.clear();
+    else
+        m_waiting = bytes;
 }
 
-bool StoreFile::setAside() const {
+void StoreFile::saveAgain() {
+    if (m_unsaved && tryToSave(m_waiting))
+        m_waiting.clear();
+}
+
+bool StoreFile::tryToSave(std::string_view bytes) {
+    auto failure = attempt(bytes);
+    while (failure && failure->reason == FileFailure::Reason::NoSpace && m_backups != nullptr &&
+           m_backups->removeOldest())
+        failure = attempt(bytes);
+    if (!failure) {
+        m_unsaved.reset();
+        keepBackup(bytes);
+        return true;
+    }
+    m_unsaved = {m_unsaved ? m_unsaved->since : m_clock(), *failure};
+    m_onUnsaved();
+    return false;
+}
+
+std::optional<FileFailure> StoreFile::attempt(std::string_view bytes) {
+    const auto folders = m_files.createFolders(m_path.parent_path(), FileStore::Access::OwnerOnly);
+    // Better not saved this time than the only copy of the user's work overwritten.
+    if (const auto failure = setOtherFileAside())
+        return failure;
+    const auto replaced = m_files.replace(m_path, bytes, FileStore::Access::OwnerOnly);
+    if (replaced.identity)
+        m_known = replaced.identity;
+    return replaced.failedFor(FileFailure::Reason::Missing) && !folders ? folders.failure : replaced.failure;
+}
+
+std::optional<FileFailure> StoreFile::setOtherFileAside() {
+    using Reason = FileFailure::Reason;
+    static constexpr int kMostOfOneSecond = 100;
+    auto result = m_files.identify(m_path);
+    if (result.failedFor(Reason::Missing) || (result && result.identity == m_known))
+        return std::nullopt;
     auto time = m_clock().iso8601();
     std::erase_if(time, [](char c) { return c == '-' || c == ':'; });
     const auto folder = m_path.parent_path();
     const auto prefix = m_path.filename().string() + ".unreadable-";
-    const auto name = prefix + time;
-    static constexpr int kMostOfOneSecond = 100;
-    auto free = name;
-    for (int i = 2; i <= kMostOfOneSecond; ++i) {
-        if (m_files.rename(m_path, folder / free)) {
-            removeOldFiles(m_files, folder, kMostSetAside, free,
-                           [&](const std::string& other) { return other.starts_with(prefix); });
-            return true;
-        }
-        free = name + "-" + std::to_string(i);
+    auto name = prefix + time;
+    if (result)
+        result = m_files.setAside(m_path, folder / name);
+    for (int i = 2; i <= kMostOfOneSecond && result.failedFor(Reason::NameTaken); ++i) {
+        name = prefix + time + "-" + std::to_string(i);
+        result = m_files.setAside(m_path, folder / name);
     }
-    const auto left = m_files.read(m_path);
-    return !left.bytes && left.failure == FileStore::ReadFailure::Missing;
+    if (result)
+        removeOldFiles(m_files, folder, kMostSetAside, name,
+                       [&](const std::string& other) { return other.starts_with(prefix); });
+    return result.failedFor(Reason::Missing) ? std::nullopt : result.failure;
 }
 
 void StoreFile::keepBackup(std::string_view bytes) {

@@ -5,17 +5,29 @@
 namespace vantor {
 
 StoreFolder::StoreFolder(const FileStore& files, std::filesystem::path path, Clock clock,
-                         DailyBackups::Background background)
-    : m_files(files),
-      m_path(std::move(path)),
-      m_clock(std::move(clock)),
-      m_backups(files, m_path / "backups", m_clock, std::move(background)) {
-    m_files.removeLeftovers(m_path);
-    m_files.removeLeftovers(m_path / "backups");
+                         DailyBackups::Background background, Timer& timer)
+    : m_path(std::move(path)),
+      m_timer(timer),
+      m_backups(files, m_path / "backups", clock, std::move(background)),
+      m_shoots(files, m_path / "shoots.json", clock, &m_backups, [this] { tryLater(); }),
+      m_catalog(files, m_path / "catalog.json", clock, &m_backups, [this] { tryLater(); }) {
+    files.removeLeftovers(m_path);
+    files.removeLeftovers(m_path / "backups");
 }
 
-StoreFile StoreFolder::file(const char* name) {
-    return {m_files, m_path / name, m_clock, &m_backups};
+void StoreFolder::saveAgain() {
+    m_shoots.saveAgain();
+    m_catalog.saveAgain();
+    if (m_triesLater && !m_shoots.unsaved() && !m_catalog.unsaved()) {
+        m_triesLater = false;
+        m_timer.stop();
+    }
+}
+
+void StoreFolder::tryLater() {
+    if (std::exchange(m_triesLater, true))
+        return;
+    m_timer.startRepeating(kBetweenTries, [this] { saveAgain(); });
 }
 
 } // namespace vantor

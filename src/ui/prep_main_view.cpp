@@ -82,8 +82,8 @@ protected:
 PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpenGenerator)
     : m_services(services),
       m_onOpenGenerator(std::move(onOpenGenerator)),
-      m_manager(services.stores ? std::optional(services.stores->shoots()) : std::nullopt, services.clock),
-      m_catalog(services.stores ? std::optional(services.stores->catalog()) : std::nullopt),
+      m_manager(services.stores ? &services.stores->shoots() : nullptr, services.clock),
+      m_catalog(services.stores ? &services.stores->catalog() : nullptr),
       m_opener(services.files, m_manager, [this] { showImportError(); }),
       m_renderSoon([this] { render(); }) {
     setObjectName(QStringLiteral("main"));

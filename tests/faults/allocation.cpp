@@ -7,6 +7,7 @@
 #include "platform/posix/posix_file_store.h"
 #include "store/store_folder.h"
 #include "tests/faults/counted_stores.h"
+#include "tests/support/manual_timer.h"
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -103,13 +104,14 @@ int startAndSave(const fs::path& folder) {
     const PosixFileStore files;
     const auto atOnce = [](const std::function<void()>& work) { work(); };
     const auto clock = [] { return Timestamp{795173400}; };
+    testing::ManualTimer timer;
     std::optional<StoreFolder> stores;
     std::optional<ShootManager> shoots;
     std::optional<ProductCatalog> catalog;
     try {
-        stores.emplace(files, folder, clock, atOnce);
-        shoots.emplace(stores->shoots());
-        catalog.emplace(stores->catalog());
+        stores.emplace(files, folder, clock, atOnce, timer);
+        shoots.emplace(&stores->shoots());
+        catalog.emplace(&stores->catalog());
         shoots->load();
         catalog->load();
     } catch (const std::bad_alloc&) {
@@ -131,9 +133,11 @@ class Attack {
 public:
     explicit Attack(fs::path folder) : m_folder(std::move(folder)) {
         const PosixFileStore files;
-        StoreFolder stores(files, m_folder, Timestamp::now, [](const std::function<void()>&) {});
-        ShootManager shoots(stores.shoots());
-        ProductCatalog catalog(stores.catalog());
+        testing::ManualTimer timer;
+        StoreFolder stores(
+            files, m_folder, Timestamp::now, [](const std::function<void()>&) {}, timer);
+        ShootManager shoots(&stores.shoots());
+        ProductCatalog catalog(&stores.catalog());
         fill(shoots, kRecords);
         fill(catalog, kRecords);
         m_old = filesIn(m_folder);

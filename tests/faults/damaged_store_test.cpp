@@ -40,7 +40,7 @@ struct Shoots {
     static constexpr auto kFile = "shoots.json";
     ShootManager store;
 
-    explicit Shoots(StoreFile file) : store(std::move(file)) {}
+    explicit Shoots(StoreFile& file) : store(&file) {}
     [[nodiscard]] const std::vector<Shoot>& data() const { return store.shoots(); }
     [[nodiscard]] bool isEmpty() const { return data().empty(); }
     void fill() {
@@ -58,7 +58,7 @@ struct Catalog {
     static constexpr auto kFile = "catalog.json";
     ProductCatalog store;
 
-    explicit Catalog(StoreFile file) : store(std::move(file)) {}
+    explicit Catalog(StoreFile& file) : store(&file) {}
     [[nodiscard]] CatalogData data() const { return {store.products(), store.clients(), store.brands()}; }
     [[nodiscard]] bool isEmpty() const { return store.products().empty(); }
     void fill() {
@@ -87,10 +87,11 @@ template <typename Each>
 class DamagedStore : public ::testing::Test {
 protected:
     DamagedStore() : m_path(m_folder / Each::kFile) {
-        auto made = store();
+        auto file = storeFile();
+        Each made(file);
         made.fill();
         m_whole = bytesOf(m_path);
-        auto read = store();
+        Each read(file);
         read.store.load();
         m_data = read.data();
         EXPECT_FALSE(read.isEmpty());
@@ -101,7 +102,8 @@ protected:
         for (const auto& name : m_folder.names())
             fs::remove(m_folder / name);
         std::ofstream(m_path, std::ios::binary) << bytes;
-        auto started = store();
+        auto file = storeFile();
+        Each started(file);
         started.store.load();
         const auto loaded = started.isEmpty() ? Loaded::NotAtAll : Loaded::Whole;
         if (loaded == Loaded::Whole) {
@@ -112,7 +114,7 @@ protected:
         }
         started.change();
 
-        auto again = store();
+        Each again(file);
         again.store.load();
         EXPECT_EQ(testing::differences(started.data(), again.data()), "");
         std::vector<std::string> aside;
@@ -124,7 +126,7 @@ protected:
         return loaded;
     }
 
-    [[nodiscard]] Each store() const { return Each(StoreFile(m_files, m_path, m_clock.clock())); }
+    [[nodiscard]] StoreFile storeFile() const { return {m_files, m_path, m_clock.clock()}; }
 
     // The syncs of a disk would take most of the time.
     testing::EnvironmentVariable m_temporary{

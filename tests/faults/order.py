@@ -40,7 +40,8 @@ def saves(calls):
             elif name in ("rename", "renameat", "renameat2"):
                 save.target = re.findall(r"\"([^\"]*)\"", line)[-1]
                 name = "rename"
-            if name:
+            # Looking at it is no step.
+            if name and "stat" not in name:
                 save.steps.append(name if result(line) >= 0 else f"failed {name}")
         for save in found.values():
             if save.target and name == "fsync" and f"<{save.folder}>" in line and result(line) == 0:

@@ -6,15 +6,20 @@
 //     save FOLDER             loads both, makes one change in each, saves
 //     save-shoots FOLDER      the same of one of them
 //     save-catalog FOLDER
+//     insist FOLDER           the same of both; what was not saved is told, and tried again after a line of input
+//     intruded FOLDER         the same of both, whose files others replace by "other shoots.json" and the like once they
+//                             are loaded
 //     check FOLDER            starts anew, and tells what it found
 //     replace FILE SIZE       replaces a file by so many bytes
 //
-// Ends with 0 when every replacement was reported as done, 1 when one was not, 2 when asked for anything else.
+// Ends with 0 when the stores, or the replacement, say that all is saved, with 1 when they say that it is not, and with
+// 2 when asked for anything else.
 // getppid() marks where the work begins, since nothing else calls it.
 
 #include "platform/posix/posix_file_store.h"
 #include "store/store_folder.h"
 #include "tests/faults/counted_stores.h"
+#include "tests/support/manual_timer.h"
 
 #include <unistd.h>
 
@@ -30,6 +35,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -51,37 +57,6 @@ namespace vantor::faults {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Passes everything on, and remembers whether a store's file was reported as not replaced.
-class WatchedFileStore final : public FileStore {
-public:
-    mutable bool failed = false;
-
-    using FileStore::replace;
-
-    [[nodiscard]] ReadResult read(const fs::path& path, std::uint64_t mostBytes) const override {
-        return m_files.read(path, mostBytes);
-    }
-    bool replace(const fs::path& path, const std::function<bool(ByteSink&)>& write) const override {
-        const bool done = m_files.replace(path, write);
-        failed |= !done && path.parent_path().filename() != "backups";
-        return done;
-    }
-    bool createFolders(const fs::path& folder) const override { return m_files.createFolders(folder); }
-    bool rename(const fs::path& from, const fs::path& to) const override {
-        const bool done = m_files.rename(from, to);
-        failed |= !done;
-        return done;
-    }
-    [[nodiscard]] std::vector<std::string> list(const fs::path& folder) const override {
-        return m_files.list(folder);
-    }
-    bool remove(const fs::path& path) const override { return m_files.remove(path); }
-    void removeLeftovers(const fs::path& folder) const override { m_files.removeLeftovers(folder); }
-
-private:
-    PosixFileStore m_files;
-};
 
 void atOnce(const std::function<void()>& work) {
     work();
@@ -115,17 +90,22 @@ private:
 };
 
 struct Stores {
+    PosixFileStore files;
+    testing::ManualTimer timer;
     StoreFolder folder;
-    ShootManager shoots{folder.shoots()};
-    ProductCatalog catalog{folder.catalog()};
+    ShootManager shoots{&folder.shoots()};
+    ProductCatalog catalog{&folder.catalog()};
 
-    Stores(const FileStore& files, const fs::path& path, DailyBackups::Background background)
-        : folder(files, path, Timestamp::now, std::move(background)) {}
+    explicit Stores(const fs::path& path, DailyBackups::Background background = atOnce)
+        : folder(files, path, Timestamp::now, std::move(background), timer) {}
 
     void load() {
         shoots.load();
         catalog.load();
     }
+    void change();
+    // The exit status of the driver.
+    [[nodiscard]] int status() { return folder.shoots().unsaved() || folder.catalog().unsaved() ? 1 : 0; }
 };
 
 // In one call, so that whoever reads along finds whole lines.
@@ -141,9 +121,8 @@ int nextChange(const Store& store) {
 }
 
 [[noreturn]] void run(const fs::path& path) {
-    static const PosixFileStore files;
     static Background background;
-    static Stores stores(files, path, [](std::function<void()> work) { background.add(std::move(work)); });
+    static Stores stores(path, [](std::function<void()> work) { background.add(std::move(work)); });
     stores.load();
     int shootState = nextChange(stores.shoots);
     int catalogState = nextChange(stores.catalog);
@@ -157,15 +136,42 @@ int nextChange(const Store& store) {
     }
 }
 
+void Stores::change() {
+    faults::change(shoots, nextChange(shoots));
+    faults::change(catalog, nextChange(catalog));
+}
+
 int save(const fs::path& path, bool withShoots, bool withCatalog) {
-    const WatchedFileStore files;
-    Stores stores(files, path, atOnce);
+    Stores stores(path);
     stores.load();
     if (withShoots)
         change(stores.shoots, nextChange(stores.shoots));
     if (withCatalog)
         change(stores.catalog, nextChange(stores.catalog));
-    return files.failed ? 1 : 0;
+    return stores.status();
+}
+
+int insist(const fs::path& path) {
+    Stores stores(path);
+    stores.load();
+    stores.change();
+    if (stores.status() != 0) {
+        tell("unsaved", stores.status());
+        std::cin.get();
+        stores.timer.fire();
+    }
+    return stores.status();
+}
+
+int intruded(const fs::path& path) {
+    Stores stores(path);
+    stores.load();
+    for (const auto* const name : {"shoots.json", "catalog.json"}) {
+        std::error_code error;
+        fs::rename(path / (std::string("other ") + name), path / name, error);
+    }
+    stores.change();
+    return stores.status();
 }
 
 template <typename Store>
@@ -187,8 +193,7 @@ std::pair<int, int> unfinishedAndAside(const fs::path& path) {
 
 int check(const fs::path& path) {
     const auto before = unfinishedAndAside(path);
-    const PosixFileStore files;
-    Stores stores(files, path, [](const std::function<void()>&) {});
+    Stores stores(path, [](const std::function<void()>&) {});
     stores.load();
     const auto after = unfinishedAndAside(path);
     std::cout << described(stores.shoots, path / "shoots.json") << ' '
@@ -198,11 +203,10 @@ int check(const fs::path& path) {
 }
 
 int make(const fs::path& path, int records) {
-    const WatchedFileStore files;
-    Stores stores(files, path, [](const std::function<void()>&) {});
+    Stores stores(path, [](const std::function<void()>&) {});
     fill(stores.shoots, records);
     fill(stores.catalog, records);
-    return files.failed ? 1 : 0;
+    return stores.status();
 }
 
 int replace(const fs::path& file, int size) {
@@ -227,6 +231,10 @@ int start(std::span<char*> arguments) {
         return save(words[1], true, false);
     if (words.size() == 2 && words[0] == "save-catalog")
         return save(words[1], false, true);
+    if (words.size() == 2 && words[0] == "insist")
+        return insist(words[1]);
+    if (words.size() == 2 && words[0] == "intruded")
+        return intruded(words[1]);
     if (words.size() == 2 && words[0] == "check")
         return check(words[1]);
     if (words.size() == 3 && words[0] == "fill")

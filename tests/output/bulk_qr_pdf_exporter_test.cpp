@@ -468,8 +468,8 @@ TEST_F(BulkQRPDFExporterTest, TellsItsProgressBeforeEachCard) {
 // On a disk, where what is left behind can be seen.
 class BulkQRPDFFileTest : public BulkQRPDFExporterTest {
 protected:
-    bool exportTo(const std::filesystem::path& path, const SetList& sets,
-                  const BulkQRPDFExporter::Progress& progress = {}) {
+    FileResult exportTo(const std::filesystem::path& path, const SetList& sets,
+                        const BulkQRPDFExporter::Progress& progress = {}) {
         return BulkQRPDFExporter(encoder, CairoPdfCanvas::make, files)
             .exportTo(sets, BulkQRDensity::large, path, progress);
     }

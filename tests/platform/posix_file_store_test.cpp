@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <set>
@@ -23,6 +25,8 @@ namespace fs = std::filesystem;
 using testing::readFile;
 using testing::TemporaryFolder;
 using ReadFailure = FileStore::ReadFailure;
+using Access = FileStore::Access;
+using Reason = FileFailure::Reason;
 using Names = std::set<std::string>;
 
 void makeFile(const fs::path& path, std::string_view bytes) {
@@ -192,6 +196,21 @@ TEST_F(PosixFileStoreTest, KeepsPermissions) {
     }
 }
 
+TEST_F(PosixFileStoreTest, LetsNobodyButTheOwnerAtWhatIsTheOwnersOnly) {
+    makeFile(folder / "old", "old");
+    ASSERT_EQ(::chmod((folder / "old").c_str(), 0644), 0);
+    for (const auto* const name : {"old", "new"}) {
+        EXPECT_TRUE(store.replace(folder / name, "bytes", Access::OwnerOnly));
+        EXPECT_EQ(modeOf(folder / name), 0600) << name;
+    }
+    EXPECT_TRUE(store.createFolders(folder / "a/b", Access::OwnerOnly));
+    const auto before = ::umask(027);
+    EXPECT_TRUE(store.createFolders(folder / "c/d"));
+    ::umask(before);
+    for (const auto& [name, mode] : {std::pair("a", 0700), {"a/b", 0700}, {"c", 0750}, {"c/d", 0750}})
+        EXPECT_EQ(modeOf(folder / name), static_cast<mode_t>(mode)) << name;
+}
+
 TEST_F(PosixFileStoreTest, HidesWhatIsBeingWrittenAsTheOldFileDid) {
     makeFile(folder / "file", "old");
     ASSERT_EQ(::chmod((folder / "file").c_str(), 0600), 0);
@@ -277,10 +296,11 @@ TEST_F(PosixFileStoreTest, RefusesLinksThatLeadNowhere) {
 TEST_F(PosixFileStoreTest, OldFileStaysWhenTheWriterGivesUp) {
     makeFile(folder / "file", "old");
     for (const std::size_t written : {std::size_t{0}, std::size_t{10}, std::size_t{1'000'000}}) {
-        EXPECT_FALSE(store.replace(folder / "file", [&](ByteSink& sink) {
+        const auto result = store.replace(folder / "file", [&](ByteSink& sink) {
             EXPECT_TRUE(sink.write(std::string(written, 'n')));
             return false;
-        }));
+        });
+        EXPECT_TRUE(result.failedFor(Reason::Abandoned));
         EXPECT_EQ(readFile(folder / "file"), "old");
         EXPECT_EQ(folder.names(), Names{"file"});
     }
@@ -317,7 +337,7 @@ TEST_F(PosixFileStoreTest, RefusesFileThatMayNotBeWritten) {
     fs::permissions(folder.path(), fs::perms::all);
     ASSERT_EQ(::chmod((folder / "file").c_str(), 0444), 0);
     const AsOrdinaryUser user;
-    EXPECT_FALSE(store.replace(folder / "file", "new"));
+    EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
     EXPECT_EQ(readFile(folder / "file"), "old");
     EXPECT_EQ(folder.names(), Names{"file"});
 }
@@ -327,30 +347,103 @@ TEST_F(PosixFileStoreTest, RefusesFolderThatMayNotBeWritten) {
     ASSERT_EQ(::chmod((folder / "file").c_str(), 0666), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
     const AsOrdinaryUser user;
-    EXPECT_FALSE(store.replace(folder / "file", "new"));
-    EXPECT_FALSE(store.replace(folder / "other", "new"));
+    EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
+    EXPECT_TRUE(store.replace(folder / "other", "new").failedFor(Reason::NotPermitted));
     EXPECT_EQ(readFile(folder / "file"), "old");
     EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+// A folder that may not be read cannot be synced.
+TEST_F(PosixFileStoreTest, SaysThatTheNewContentIsInPlaceButMayNotLast) {
+    makeFile(folder / "file", "old");
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0333), 0);
+    FileResult result;
+    {
+        const AsOrdinaryUser user;
+        result = store.replace(folder / "file", "new");
+        EXPECT_EQ(store.identify(folder / "file").identity, result.identity);
+    }
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0700), 0);
+    EXPECT_EQ(result.failure, (FileFailure{Reason::NotDurable, EACCES}));
+    EXPECT_EQ(result.failure->systemText(), "Permission denied");
+    EXPECT_EQ(readFile(folder / "file"), "new");
+    EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+TEST_F(PosixFileStoreTest, FollowsNoLinkThatSomebodyElsePutWhereEverybodyMay) {
+    static constexpr uid_t kSomebody = 65534;
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a link somebody else's";
+    struct Case {
+        mode_t folder;
+        uid_t folderOwner;
+        uid_t linkOwner;
+        bool isFollowed;
+    };
+    for (const auto& [mode, folderOwner, linkOwner, isFollowed] :
+         {Case{01777, 0, kSomebody, false}, Case{01777, 0, 0, true}, Case{01777, kSomebody, kSomebody, true},
+          Case{01777, kSomebody, 0, true}, Case{0777, 0, kSomebody, true}, Case{01755, 0, kSomebody, true}}) {
+        const TemporaryFolder shared;
+        makeFile(folder / "file", "old");
+        fs::create_symlink(folder / "file", shared / "link");
+        ASSERT_EQ(::lchown((shared / "link").c_str(), linkOwner, linkOwner), 0);
+        ASSERT_EQ(::chown(shared.path().c_str(), folderOwner, folderOwner), 0);
+        ASSERT_EQ(::chmod(shared.path().c_str(), mode), 0);
+        const auto result = store.replace(shared / "link", "new");
+        EXPECT_EQ(result.failedFor(Reason::NotPermitted), !isFollowed)
+            << std::oct << mode << ' ' << linkOwner;
+        EXPECT_EQ(readFile(folder / "file"), isFollowed ? "new" : "old");
+    }
+}
+
+TEST_F(PosixFileStoreTest, TellsAFileFromEveryOtherOfItsName) {
+    EXPECT_TRUE(store.identify(folder / "file").failedFor(Reason::Missing));
+    const auto written = store.replace(folder / "file", "bytes").identity;
+    ASSERT_TRUE(written);
+    EXPECT_EQ(store.read(folder / "file").identity, written);
+    EXPECT_EQ(store.identify(folder / "file").identity, written);
+    fs::create_symlink("file", folder / "link");
+    EXPECT_EQ(store.identify(folder / "link").identity, written);
+    EXPECT_NE(store.replace(folder / "file", "bytes").identity, written);
+
+    const auto now = store.identify(folder / "file").identity;
+    fs::last_write_time(folder / "file", fs::last_write_time(folder / "file") - std::chrono::nanoseconds(1));
+    EXPECT_NE(store.identify(folder / "file").identity, now) << "written to, at another time";
+    const auto older = store.identify(folder / "file").identity;
+    const auto time = fs::last_write_time(folder / "file");
+    std::ofstream(folder / "file", std::ios::app) << "more";
+    fs::last_write_time(folder / "file", time);
+    EXPECT_NE(store.identify(folder / "file").identity, older) << "of another size";
+}
+
+TEST_F(PosixFileStoreTest, KnowsTheRoomOfAFolderThatIsNotThereYet) {
+    const auto free = store.freeSpace(folder / "a/b");
+    ASSERT_TRUE(free);
+    EXPECT_LE(*free, fs::space(folder.path()).capacity);
+    EXPECT_GT(*free, 0U);
+    makeFile(folder / "file", "");
+    EXPECT_FALSE(store.freeSpace(folder / "file/below"));
 }
 
 TEST_F(PosixFileStoreTest, RefusesPlacesThatNoFileCanTake) {
     makeFile(folder / "file", "old");
     fs::create_directory(folder / "folder");
     const auto names = folder.names();
-    const std::vector<fs::path> places{
-        folder / "folder",
-        folder / "folder/",
-        folder / "no folder/file",
-        folder / "file/below",
-        folder / "new/",
-        folder.path(),
-        folder / std::string(256, 'n'),
-        "/dev/null",
-        "/dev/full",
-        "",
+    const std::vector<std::pair<fs::path, Reason>> places{
+        {folder / "folder", Reason::NotAFile},
+        {folder / "folder/", Reason::NotAFile},
+        {folder / "no folder/file", Reason::Missing},
+        {folder / "file/below", Reason::Missing},
+        {folder / "new/", Reason::NotAFile},
+        {folder.path(), Reason::NotAFile},
+        {folder / std::string(256, 'n'), Reason::NameTooLong},
+        {"/dev/null", Reason::NotAFile},
+        {"/dev/full", Reason::NotAFile},
+        {"", Reason::NotAFile},
     };
-    for (const auto& place : places) {
-        EXPECT_FALSE(store.replace(place, "new")) << place;
+    for (const auto& [place, reason] : places) {
+        EXPECT_TRUE(store.replace(place, "new").failedFor(reason)) << place;
         EXPECT_EQ(folder.names(), names) << place;
     }
     EXPECT_EQ(readFile(folder / "file"), "old");
@@ -399,36 +492,43 @@ TEST_F(PosixFileStoreTest, MakesFoldersAboveFolders) {
 
 TEST_F(PosixFileStoreTest, MakesNoFolderWhereAFileIs) {
     makeFile(folder / "file", "bytes");
-    EXPECT_FALSE(store.createFolders(folder / "file"));
-    EXPECT_FALSE(store.createFolders(folder / "file/below"));
+    EXPECT_TRUE(store.createFolders(folder / "file").failedFor(Reason::NameTaken));
+    EXPECT_TRUE(store.createFolders(folder / "file/below").failedFor(Reason::Missing));
     EXPECT_EQ(readFile(folder / "file"), "bytes");
 }
 
-TEST_F(PosixFileStoreTest, RenamesFile) {
-    makeFile(folder / "old name", "bytes");
-    EXPECT_TRUE(store.rename(folder / "old name", folder / "new name"));
-    EXPECT_EQ(readFile(folder / "new name"), "bytes");
-    EXPECT_EQ(folder.names(), Names{"new name"});
+TEST_F(PosixFileStoreTest, SetsAFileAsideForItsOwnerOnly) {
+    makeFile(folder / "file", "bytes");
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0644), 0);
+    fs::create_symlink("aside", folder / "link");
+    EXPECT_TRUE(store.setAside(folder / "file", folder / "aside"));
+    EXPECT_EQ(readFile(folder / "aside"), "bytes");
+    EXPECT_EQ(modeOf(folder / "aside"), 0600);
+    ASSERT_EQ(::chmod((folder / "aside").c_str(), 0644), 0);
+    EXPECT_TRUE(store.setAside(folder / "link", folder / "link aside"));
+    EXPECT_TRUE(fs::is_symlink(folder / "link aside"));
+    EXPECT_EQ(modeOf(folder / "aside"), 0644) << "what a link leads to is not what is set aside";
+    EXPECT_EQ(folder.names(), (Names{"aside", "link aside"}));
 }
 
-TEST_F(PosixFileStoreTest, RefusesToRenameToANameThatIsTaken) {
+TEST_F(PosixFileStoreTest, RefusesToSetAsideUnderANameThatIsTaken) {
     makeFile(folder / "file", "bytes");
     makeFile(folder / "taken", "others");
     fs::create_directory(folder / "folder");
     fs::create_symlink("nowhere", folder / "dangling");
     const auto names = folder.names();
     for (const auto* const taken : {"taken", "folder", "dangling", "file"})
-        EXPECT_FALSE(store.rename(folder / "file", folder / taken)) << taken;
+        EXPECT_TRUE(store.setAside(folder / "file", folder / taken).failedFor(Reason::NameTaken)) << taken;
     EXPECT_EQ(folder.names(), names);
     EXPECT_EQ(readFile(folder / "file"), "bytes");
     EXPECT_EQ(readFile(folder / "taken"), "others");
     EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
 }
 
-TEST_F(PosixFileStoreTest, RefusesToRenameWhatIsMissing) {
-    EXPECT_FALSE(store.rename(folder / "nothing", folder / "something"));
+TEST_F(PosixFileStoreTest, RefusesToSetAsideWhatIsMissing) {
+    EXPECT_TRUE(store.setAside(folder / "nothing", folder / "something").failedFor(Reason::Missing));
     makeFile(folder / "file", "bytes");
-    EXPECT_FALSE(store.rename(folder / "file", folder / "no folder/file"));
+    EXPECT_TRUE(store.setAside(folder / "file", folder / "no folder/file").failedFor(Reason::Missing));
     EXPECT_EQ(folder.names(), Names{"file"});
 }
 

@@ -238,6 +238,18 @@ TEST(PosixProcessLockByTheKernel, IsHeldThoughItsFileWasRemoved) {
     EXPECT_EQ(second.tryTake(), Attempt::Taken);
 }
 
+TEST(PosixProcessLockByTheKernel, MakesAFileAndFoldersOfTheOwnersOnly) {
+    const TemporaryFolder folder;
+    PosixProcessLock lock(folder / "share/Vantor/lock");
+    ASSERT_EQ(lock.tryTake(), Attempt::Taken);
+    for (const auto& [name, mode] :
+         {std::pair("share", 0700), {"share/Vantor", 0700}, {"share/Vantor/lock", 0600}}) {
+        struct stat status {};
+        ASSERT_EQ(::stat((folder / name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, static_cast<mode_t>(mode)) << name;
+    }
+}
+
 int noLocksOfFolders(int descriptor, int operation) {
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || !S_ISDIR(status.st_mode))

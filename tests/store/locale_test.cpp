@@ -61,7 +61,7 @@ protected:
 };
 
 TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
-    ShootManager manager(storeFile(), m_clock.clock());
+    ShootManager manager(&m_file, m_clock.clock());
     const auto shoots = testing::storedShoots();
     manager.insertShoot(shoots[1]);
     manager.insertShoot(shoots[0]);
@@ -75,7 +75,7 @@ TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
 }
 
 TEST_F(InTheNetherlands, CatalogueIsSavedAndLoadedAsAnywhere) {
-    ProductCatalog catalog(storeFile());
+    ProductCatalog catalog(&m_file);
     m_files.files[m_path] = data("catalog.json");
     catalog.load();
     EXPECT_EQ(differences(catalog.products(), testing::storedCatalog().products), "");
@@ -107,7 +107,7 @@ TEST_F(InTheNetherlands, CsvIsWrittenAsAnywhere) {
 }
 
 TEST_F(InTheNetherlands, UnreadableFileIsSetAsideUnderItsUtcTime) {
-    ShootManager manager(storeFile());
+    ShootManager manager(&m_file);
     m_files.files[m_path] = "x";
     manager.load();
     manager.save();

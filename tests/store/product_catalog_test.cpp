@@ -43,7 +43,7 @@ protected:
         return all;
     }
 
-    ProductCatalog m_catalog{storeFile()};
+    ProductCatalog m_catalog{&m_file};
 };
 
 TEST_F(ProductCatalogTest, BeginsEmptyAndReadsNothing) {
@@ -399,12 +399,13 @@ RC_GTEST_PROP(ProductCatalogProperty, ImportingTwiceAddsNothingTheSecondTime, ()
 RC_GTEST_PROP(ProductCatalogProperty, LoadsWhatItSaved, ()) {
     const auto made = *testing::catalogData();
     const testing::MemoryFileStore files;
-    ProductCatalog catalog(StoreFile(files, "/x/catalog.json"));
+    StoreFile file(files, "/x/catalog.json");
+    ProductCatalog catalog(&file);
     catalog.setProducts(made.products);
     catalog.setClients(made.clients);
     catalog.setBrands(made.brands);
     catalog.save();
-    ProductCatalog other(StoreFile(files, "/x/catalog.json"));
+    ProductCatalog other(&file);
     other.load();
     RC_ASSERT(differences(CatalogData{other.products(), other.clients(), other.brands()}, made) == "");
 }

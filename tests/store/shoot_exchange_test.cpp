@@ -116,6 +116,18 @@ TEST_F(ShootExchange, CsvLinesComeInReverseInFrontOfEarlierSets) {
     EXPECT_NE(saved().find("\"setNumber\":\"3\""), std::string::npos);
 }
 
+TEST_F(ShootExchange, CsvForAnUnknownShootIsCountedAndSavedButAddsNothing) {
+    newShoot("a");
+    int count = 0;
+    const auto import = [&](const char* text) {
+        return savesOf([&] { count = m_manager.importCSV(text, Uuid::random()); });
+    };
+    EXPECT_EQ(import("Set;Merk\n1;x\n2;y\n"), 1U);
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(import("Set;Merk\n"), 0U) << "there is no line behind the header";
+    EXPECT_THAT(m_manager.shoots().front().sets, ::testing::IsEmpty());
+}
+
 TEST_F(ShootExchange, EveryCsvLineIsAddedAgainWhenImportedAgain) {
     const auto a = newShoot("a");
     const auto* const text =

@@ -55,7 +55,7 @@ protected:
         return all;
     }
 
-    ShootManager m_manager{storeFile(), m_clock.clock()};
+    ShootManager m_manager{&m_file, m_clock.clock()};
 };
 
 } // namespace vantor::testing

@@ -243,7 +243,7 @@ TEST_F(ShootManagerTest, CorruptFileGivesAnEmptyStoreAndIsSetAsideByTheNextChang
     newSet(a, "2");
     EXPECT_EQ(m_files.files.at(aside()), "[{\"client\":");
     EXPECT_EQ(m_files.renames.size(), 1U);
-    ShootManager other(storeFile());
+    ShootManager other(&m_file);
     other.load();
     EXPECT_EQ(differences(other.shoots(), m_manager.shoots()), "");
 }
@@ -279,7 +279,7 @@ TEST_F(ShootManagerTest, FirstShootIsActiveAfterLoadingWhicheverWasBefore) {
     const auto one = newSet(a, "1");
     m_manager.activateSet(one);
     ASSERT_EQ(m_manager.activeShootId(), a);
-    ShootManager next(storeFile());
+    ShootManager next(&m_file);
     next.load();
     EXPECT_EQ(next.activeShootId(), b);
     EXPECT_FALSE(next.activeSetId());

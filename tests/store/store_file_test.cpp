@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -119,6 +120,83 @@ TEST_F(StoreFileTest, LoadingAgainForgetsThatTheFileWasUnreadable) {
     load();
     m_file.save("new");
     EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+}
+
+TEST_F(StoreFileTest, FileThatOthersPutInPlaceIsSetAside) {
+    const std::vector<std::function<void()>> waysToKnowAFile{
+        // Never asked for it.
+        [] {},
+        [this] { load(); },
+        [this] {
+            load();
+            m_file.save("mine");
+        },
+        [this] {
+            m_files.failsToSync = true;
+            m_file.save("mine");
+            m_files.failsToSync = false;
+        },
+    };
+    for (const auto& know : waysToKnowAFile) {
+        m_files.files = {{kPath, "old"}};
+        know();
+        m_files.files[kPath] = "others'";
+        m_files.renames.clear();
+        m_file.save("new");
+        EXPECT_EQ(m_files.files.at(kPath), "new");
+        ASSERT_EQ(m_files.renames.size(), 1U);
+        EXPECT_EQ(m_files.files.at(m_files.renames[0].second), "others'");
+    }
+}
+
+TEST_F(StoreFileTest, FileThatOthersTookAwayIsMadeAnew) {
+    m_files.files[kPath] = "old";
+    load();
+    m_files.files.clear();
+    m_file.save("new");
+    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+}
+
+TEST_F(StoreFileTest, KnowsSinceWhenAndWhyItIsNotSaved) {
+    using Reason = FileFailure::Reason;
+    EXPECT_FALSE(m_file.unsaved());
+    m_files.failsToReplace = true;
+    m_file.save("new");
+    const auto first = m_clock.now();
+    m_clock.set({first.secondsSinceReference + 60});
+    m_files.failsToReplace = false;
+    m_files.capacity = 0;
+    m_file.save("newer");
+    ASSERT_TRUE(m_file.unsaved());
+    EXPECT_EQ(m_file.unsaved()->since.secondsSinceReference, first.secondsSinceReference);
+    EXPECT_EQ(m_file.unsaved()->why, FileFailure{Reason::NoSpace});
+    m_files.failsToCreateFolders = true;
+    m_file.saveAgain();
+    EXPECT_EQ(m_file.unsaved()->why, FileFailure{Reason::NotPermitted}) << "it has no folder";
+    m_files.capacity.reset();
+    m_files.failsToCreateFolders = false;
+    m_file.saveAgain();
+    EXPECT_FALSE(m_file.unsaved());
+    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "newer")));
+    m_files.failsToSync = true;
+    m_file.save("newest");
+    ASSERT_TRUE(m_file.unsaved());
+    EXPECT_EQ(m_file.unsaved()->since.secondsSinceReference, m_clock.now().secondsSinceReference);
+    EXPECT_EQ(m_file.unsaved()->why, FileFailure{Reason::NotDurable});
+}
+
+TEST_F(StoreFileTest, WhatIsNotSavedYetIsLoadedInsteadOfTheFile) {
+    m_files.files[kPath] = "old";
+    load();
+    m_files.failsToReplace = true;
+    m_file.save("new");
+    EXPECT_EQ(load(), "new");
+    m_files.failsToReplace = false;
+    m_file.saveAgain();
+    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    const auto saves = m_files.replacements.size();
+    m_file.saveAgain();
+    EXPECT_EQ(m_files.replacements.size(), saves) << "all is saved";
 }
 
 TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {

@@ -18,7 +18,6 @@ class StoreFixture : public ::testing::Test {
 protected:
     explicit StoreFixture(std::filesystem::path path) : m_path(std::move(path)) {}
 
-    [[nodiscard]] StoreFile storeFile() const { return {m_files, m_path, m_clock.clock()}; }
     [[nodiscard]] std::filesystem::path aside() const {
         auto path = m_path;
         return path += ".unreadable-20260314T093000Z";
@@ -39,6 +38,7 @@ protected:
     std::filesystem::path m_path;
     MemoryFileStore m_files;
     StandingClock m_clock{kMorning};
+    StoreFile m_file{m_files, m_path, m_clock.clock()};
 };
 
 } // namespace vantor::testing

@@ -1,15 +1,20 @@
+#include "platform/posix/posix_file_store.h"
 #include "store/product_catalog.h"
 #include "store/shoot_manager.h"
 #include "store/store_folder.h"
 #include "tests/support/examples.h"
+#include "tests/support/manual_timer.h"
 #include "tests/support/memory_file_store.h"
 #include "tests/support/standing_clock.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <utility>
@@ -38,7 +43,7 @@ protected:
     }
     [[nodiscard]] StoreFolder storeFolder() {
         return {m_files, kFolder, m_clock.clock(),
-                [this](std::function<void()> work) { m_waiting.push_back(std::move(work)); }};
+                [this](std::function<void()> work) { m_waiting.push_back(std::move(work)); }, m_timer};
     }
     void add(ShootManager& manager, const std::string& name) {
         manager.insertShoot(Shoot::make(name, "", "", m_clock.now()));
@@ -47,7 +52,7 @@ protected:
     // A whole run of the program.
     void addShoot(const std::string& name) {
         StoreFolder folder = storeFolder();
-        ShootManager manager(folder.shoots(), m_clock.clock());
+        ShootManager manager(&folder.shoots(), m_clock.clock());
         manager.load();
         add(manager, name);
         letGo();
@@ -64,6 +69,7 @@ protected:
 
     testing::MemoryFileStore m_files;
     testing::StandingClock m_clock{testing::kMorning};
+    testing::ManualTimer m_timer;
     std::vector<std::function<void()>> m_waiting;
 };
 
@@ -75,14 +81,14 @@ TEST_F(StoreFolderTest, ClearsBothFoldersOfUnfinishedSavesBeforeAnythingIsRead) 
 
 TEST_F(StoreFolderTest, StoresLiveInTheirFiles) {
     StoreFolder folder = storeFolder();
-    ShootManager(folder.shoots()).save();
-    ProductCatalog(folder.catalog()).save();
+    ShootManager(&folder.shoots()).save();
+    ProductCatalog(&folder.catalog()).save();
     EXPECT_THAT(m_files.replacements, ElementsAre(kShoots, kFolder / "catalog.json"));
 }
 
 TEST_F(StoreFolderTest, TheFirstSaveOfANewStoreIsBackedUpInTheBackground) {
     StoreFolder folder = storeFolder();
-    ShootManager manager(folder.shoots(), m_clock.clock());
+    ShootManager manager(&folder.shoots(), m_clock.clock());
     add(manager, "Texel");
     EXPECT_THAT(backups(), IsEmpty());
     letGo();
@@ -111,7 +117,7 @@ TEST_F(StoreFolderTest, ADayHasOneCopyHoweverOftenTheProgramIsStarted) {
 
 TEST_F(StoreFolderTest, AProgramThatRunsOvernightBacksUpItsFirstSaveOfTheNewDay) {
     StoreFolder folder = storeFolder();
-    ShootManager manager(folder.shoots(), m_clock.clock());
+    ShootManager manager(&folder.shoots(), m_clock.clock());
     add(manager, "Texel");
     add(manager, "Ibiza");
     letGo();
@@ -139,7 +145,7 @@ TEST_F(StoreFolderTest, TheLastSevenCopiesOfEachStoreAreKept) {
 TEST_F(StoreFolderTest, WhatCannotBeReadAsAStoreIsNoGoodCopy) {
     m_files.files[kShoots] = "garbage";
     StoreFolder folder = storeFolder();
-    ShootManager manager(folder.shoots(), m_clock.clock());
+    ShootManager manager(&folder.shoots(), m_clock.clock());
     manager.load();
     letGo();
     EXPECT_THAT(backups(), IsEmpty());
@@ -159,7 +165,7 @@ TEST_F(StoreFolderTest, NoOldCopyGoesForANewOneThatCouldNotBeWritten) {
 TEST_F(StoreFolderTest, WhatCouldNotBeSavedIsNotBackedUp) {
     m_files.failsToReplace = true;
     StoreFolder folder = storeFolder();
-    ShootManager manager(folder.shoots(), m_clock.clock());
+    ShootManager manager(&folder.shoots(), m_clock.clock());
     add(manager, "Texel");
     EXPECT_THAT(m_waiting, IsEmpty());
 }
@@ -177,10 +183,131 @@ TEST_F(StoreFolderTest, ACopyMadeWhileTheClockIsWrongIsKeptToo) {
 
 TEST_F(StoreFolderTest, TheCatalogueHasCopiesToo) {
     StoreFolder folder = storeFolder();
-    ProductCatalog catalog(folder.catalog());
+    ProductCatalog catalog(&folder.catalog());
     catalog.addBrand("Noorderlicht");
     letGo();
     EXPECT_THAT(backups(), ElementsAre("catalog-2026-03-14.json"));
+}
+
+TEST_F(StoreFolderTest, TriesEveryFiveSecondsToSaveWhatIsNot) {
+    StoreFolder folder = storeFolder();
+    m_files.failsToReplace = true;
+    {
+        ShootManager manager(&folder.shoots(), m_clock.clock());
+        add(manager, "Texel");
+        add(manager, "Ibiza");
+        ProductCatalog(&folder.catalog()).addBrand("Noorderlicht");
+    }
+    EXPECT_EQ(m_timer.starts, 1) << "a change does not put the next try off";
+    EXPECT_TRUE(m_timer.repeating);
+    EXPECT_EQ(m_timer.interval, std::chrono::seconds(5));
+    m_timer.fire();
+    EXPECT_TRUE(m_timer.interval);
+    EXPECT_THAT(m_files.files, IsEmpty());
+    m_files.failsToReplace = false;
+    m_timer.fire();
+    EXPECT_FALSE(m_timer.interval);
+    EXPECT_TRUE(holds(kShoots, "Ibiza"));
+    EXPECT_TRUE(holds(kFolder / "catalog.json", "Noorderlicht"));
+    EXPECT_FALSE(folder.shoots().unsaved() || folder.catalog().unsaved());
+
+    m_files.failsToReplace = true;
+    ProductCatalog(&folder.catalog()).addBrand("Marvis");
+    EXPECT_EQ(m_timer.starts, 2);
+    m_files.failsToReplace = false;
+    folder.saveAgain();
+    EXPECT_FALSE(m_timer.interval) << "nothing is left to try";
+    EXPECT_TRUE(holds(kFolder / "catalog.json", "Marvis"));
+}
+
+TEST_F(StoreFolderTest, ACopyIsMadeOnlyWhereThreeTimesItsSizeStaysFree) {
+    StoreFolder folder = storeFolder();
+    ShootManager manager(&folder.shoots(), m_clock.clock());
+    manager.save();
+    const auto size = m_files.files.at(kShoots).size();
+    m_waiting.clear();
+    nextDay();
+    m_files.capacity = size + 4 * size - 1;
+    manager.save();
+    EXPECT_THAT(m_waiting, IsEmpty());
+    m_files.capacity = size + 4 * size;
+    manager.save();
+    m_files.capacity = size + 4 * size - 1;
+    letGo();
+    EXPECT_THAT(backups(), IsEmpty()) << "the room went meanwhile";
+    nextDay();
+    m_files.capacity = size + 4 * size;
+    manager.save();
+    letGo();
+    EXPECT_THAT(backups(), ElementsAre("shoots-2026-03-16.json"));
+}
+
+TEST_F(StoreFolderTest, CopiesGoOldestFirstOnlyForASaveThatWantsRoom) {
+    StoreFolder folder = storeFolder();
+    ShootManager manager(&folder.shoots(), m_clock.clock());
+    ProductCatalog(&folder.catalog()).save();
+    manager.save();
+    m_waiting.clear();
+    const std::string copy(1000, ' ');
+    for (const auto* const name :
+         {"shoots-2026-03-01.json", "shoots-2026-03-03.json", "shoots-2026-03-05.json",
+          "shoots-2026-03-06.json", "shoots-2026-03-07.json", "catalog-2026-03-01.json",
+          "catalog-2026-03-02.json", "catalog-2026-03-03.json", "catalog-2026-03-04.json",
+          "catalog-2026-03-05.json", "mine-2026-01-01.json", "mine-2026-01-02.json", "mine-2026-01-03.json",
+          "mine-2026-01-04.json", "shoots-from-annas.json"})
+        m_files.files[kBackups / name] = copy;
+    const auto all = backups();
+    m_files.failsToReplace = true;
+    add(manager, "Texel");
+    EXPECT_EQ(backups(), all) << "it was not for want of room";
+
+    // Room that is short of so many copies.
+    const auto save = [&](const std::string& shoot, std::size_t copies) {
+        m_files.capacity.reset();
+        m_files.failsToReplace = false;
+        const auto free = m_files.files.at(kShoots).size() + 500 - copies * copy.size();
+        std::uint64_t taken = 0;
+        for (const auto& [path, bytes] : m_files.files)
+            taken += bytes.size();
+        m_files.capacity = taken + free;
+        add(manager, shoot);
+        return !folder.shoots().unsaved() && holds(kShoots, shoot);
+    };
+    EXPECT_TRUE(save("Ibiza", 0));
+    EXPECT_EQ(backups(), all);
+    EXPECT_TRUE(save("Parijs", 3));
+    EXPECT_THAT(backups(),
+                ElementsAre("catalog-2026-03-03.json", "catalog-2026-03-04.json", "catalog-2026-03-05.json",
+                            "mine-2026-01-01.json", "mine-2026-01-02.json", "mine-2026-01-03.json",
+                            "mine-2026-01-04.json", "shoots-2026-03-03.json", "shoots-2026-03-05.json",
+                            "shoots-2026-03-06.json", "shoots-2026-03-07.json", "shoots-from-annas.json"));
+    EXPECT_FALSE(save("Rome", 2));
+    EXPECT_EQ(backups().size(), 11U) << "the newest three of each stay";
+    EXPECT_EQ(folder.shoots().unsaved()->why.reason, FileFailure::Reason::NoSpace);
+}
+
+// The folders of a computer that several people use may be open to all of them.
+TEST(StoreFolderOnDisk, IsForItsOwnerOnly) {
+    const testing::TemporaryFolder place;
+    const auto data = place / "share" / "Vantor";
+    const PosixFileStore files;
+    testing::ManualTimer timer;
+    {
+        StoreFolder folder(
+            files, data, Timestamp::now, [](const std::function<void()>& work) { work(); }, timer);
+        ShootManager shoots(&folder.shoots());
+        ProductCatalog(&folder.catalog()).save();
+        shoots.save();
+        std::ofstream(data / "shoots.json") << "others'";
+        shoots.save();
+    }
+    std::size_t seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(place.path())) {
+        const auto expected = entry.is_directory() ? fs::perms::owner_all : fs::perms(0600);
+        EXPECT_EQ(entry.status().permissions(), expected) << entry.path();
+        ++seen;
+    }
+    EXPECT_EQ(seen, 8U) << "three folders, two stores with a copy each, and what was set aside";
 }
 
 } // namespace

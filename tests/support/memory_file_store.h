@@ -4,6 +4,8 @@
 
 #include "platform/file_store.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -23,8 +25,13 @@ public:
     // Files that are there and cannot be read.
     std::set<std::filesystem::path> unreadable;
     bool failsToReplace = false;
+    // Replaces, and cannot tell that it will last.
+    bool failsToSync = false;
     bool failsToRename = false;
+    // A folder that holds something is there already.
     bool failsToCreateFolders = false;
+    // Bytes; a new file takes its room beside the old one. Absent: nobody counts them.
+    std::optional<std::uint64_t> capacity;
 
     // What was asked for, in order, whether it succeeded or not.
     mutable std::vector<std::filesystem::path> reads;
@@ -34,43 +41,69 @@ public:
     // What succeeded.
     mutable std::vector<std::pair<std::filesystem::path, std::filesystem::path>> renames;
 
+    using FileStore::createFolders;
     using FileStore::replace;
 
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override {
         reads.push_back(path);
         const auto found = files.find(path);
         if (found == files.end())
-            return {std::nullopt, ReadFailure::Missing};
+            return {std::nullopt, ReadFailure::Missing, {}};
         if (unreadable.contains(path))
-            return {std::nullopt, ReadFailure::Unreadable};
+            return {std::nullopt, ReadFailure::Unreadable, {}};
         if (found->second.size() > mostBytes)
-            return {std::nullopt, ReadFailure::TooLarge};
+            return {std::nullopt, ReadFailure::TooLarge, {}};
         // On success the failure says nothing, so it may as well mislead.
-        return {found->second, ReadFailure::Missing};
+        return {found->second, ReadFailure::Missing, identityOf(found->second)};
     }
 
-    bool replace(const std::filesystem::path& path,
-                 const std::function<bool(ByteSink&)>& write) const override {
+    [[nodiscard]] FileResult identify(const std::filesystem::path& path) const override {
+        const auto found = files.find(path);
+        if (found == files.end())
+            return FileFailure{FileFailure::Reason::Missing};
+        return identityOf(found->second);
+    }
+
+    FileResult replace(const std::filesystem::path& path, const Write& write, Access) const override {
         replacements.push_back(path);
+        if (failsToCreateFolders && list(path.parent_path()).empty())
+            return FileFailure{FileFailure::Reason::Missing};
         Sink sink;
         if (failsToReplace || !write(sink))
-            return false;
+            return FileFailure{};
+        if (freeSpace(path).value_or(kNoLimit) < sink.bytes.size())
+            return FileFailure{FileFailure::Reason::NoSpace};
+        FileResult result = identityOf(sink.bytes);
+        if (failsToSync)
+            result.failure = {FileFailure::Reason::NotDurable};
         files[path] = std::move(sink.bytes);
-        return true;
+        return result;
     }
 
-    bool createFolders(const std::filesystem::path& folder) const override {
+    FileResult createFolders(const std::filesystem::path& folder, Access) const override {
         createdFolders.push_back(folder);
-        return !failsToCreateFolders;
+        return failsToCreateFolders ? FileResult(FileFailure{FileFailure::Reason::NotPermitted})
+                                    : FileResult();
     }
 
-    bool rename(const std::filesystem::path& from, const std::filesystem::path& to) const override {
-        if (failsToRename || !files.contains(from) || files.contains(to))
-            return false;
+    FileResult setAside(const std::filesystem::path& from, const std::filesystem::path& to) const override {
+        if (files.contains(to))
+            return FileFailure{FileFailure::Reason::NameTaken};
+        if (failsToRename || !files.contains(from))
+            return FileFailure{};
         files[to] = std::move(files[from]);
         files.erase(from);
         renames.emplace_back(from, to);
-        return true;
+        return {};
+    }
+
+    [[nodiscard]] std::optional<std::uint64_t> freeSpace(const std::filesystem::path&) const override {
+        if (!capacity)
+            return std::nullopt;
+        std::uint64_t taken = 0;
+        for (const auto& [path, bytes] : files)
+            taken += bytes.size();
+        return *capacity - std::min(taken, *capacity);
     }
 
     [[nodiscard]] std::vector<std::string> list(const std::filesystem::path& folder) const override {
@@ -90,6 +123,11 @@ public:
     void removeLeftovers(const std::filesystem::path& folder) const override { cleared.push_back(folder); }
 
 private:
+    // Files of the same content are the same file.
+    static FileIdentity identityOf(const std::string& bytes) {
+        return {0, std::hash<std::string>()(bytes), bytes.size(), 0, 0};
+    }
+
     struct Sink final : ByteSink {
         std::string bytes;
         bool write(std::string_view more) override {

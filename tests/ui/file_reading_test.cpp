@@ -42,6 +42,7 @@ public:
     [[nodiscard]] int begun() const { return m_begun; }
     [[nodiscard]] int heldUpTheWindow() const { return m_heldUpTheWindow; }
 
+    using FileStore::createFolders;
     using FileStore::replace;
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override {
         ++m_begun;
@@ -51,11 +52,17 @@ public:
             m_mayRead.acquire();
         return m_files.read(path, mostBytes);
     }
-    bool replace(const std::filesystem::path&, const std::function<bool(ByteSink&)>&) const override {
-        return false;
+    [[nodiscard]] FileResult identify(const std::filesystem::path&) const override { return FileFailure{}; }
+    FileResult replace(const std::filesystem::path&, const Write&, Access) const override {
+        return FileFailure{};
     }
-    bool createFolders(const std::filesystem::path&) const override { return false; }
-    bool rename(const std::filesystem::path&, const std::filesystem::path&) const override { return false; }
+    FileResult createFolders(const std::filesystem::path&, Access) const override { return FileFailure{}; }
+    FileResult setAside(const std::filesystem::path&, const std::filesystem::path&) const override {
+        return FileFailure{};
+    }
+    [[nodiscard]] std::optional<std::uint64_t> freeSpace(const std::filesystem::path&) const override {
+        return std::nullopt;
+    }
     [[nodiscard]] std::vector<std::string> list(const std::filesystem::path&) const override { return {}; }
     bool remove(const std::filesystem::path&) const override { return false; }
     void removeLeftovers(const std::filesystem::path&) const override {}

@@ -151,7 +151,9 @@ protected:
     ScriptedHttpClient m_http;
     ManualTimer m_timer;
     StandingClock m_clock{kMorning};
-    StoreFolder m_stores{m_files, "/data/Vantor", m_clock.clock(), [](const auto& work) { work(); }};
+    ManualTimer m_savingTimer;
+    StoreFolder m_stores{m_files, "/data/Vantor", m_clock.clock(), [](const auto& work) { work(); },
+                         m_savingTimer};
     QrencodeEncoder m_encoder;
     LibpngWriter m_pngs;
     UpdateChecker m_updates;

@@ -1,6 +1,7 @@
 #include "platform/posix/posix_process_lock.h"
 
 #include "base/uuid.h"
+#include "platform/posix/posix_file_store.h"
 
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -9,7 +10,6 @@
 #include <charconv>
 #include <chrono>
 #include <csignal>
-#include <system_error>
 #include <thread>
 
 namespace vantor {
@@ -140,8 +140,7 @@ ProcessLock::Attempt PosixProcessLock::tryTake() {
     constexpr int kMostTries = 10;
     if (isHeld())
         return Attempt::Taken;
-    std::error_code error;
-    fs::create_directories(m_file.parent_path(), error);
+    PosixFileStore().createFolders(m_file.parent_path(), FileStore::Access::OwnerOnly);
     for (int tries = 0; tries < kMostTries; ++tries) {
         if (const auto attempt = tryOnce())
             return *attempt;

@@ -23,7 +23,7 @@ public:
     // The call that locks an open file, as flock(2).
     using KernelLock = int (*)(int descriptor, int operation);
 
-    // Makes nothing yet. Taking it makes the file and missing folders.
+    // Makes nothing yet. Taking it makes the file and missing folders, which only the user may enter.
     explicit PosixProcessLock(std::filesystem::path file);
     PosixProcessLock(std::filesystem::path file, KernelLock kernelLock);
     PosixProcessLock(const PosixProcessLock&) = delete;
