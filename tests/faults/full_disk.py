@@ -2,7 +2,8 @@
 """Saves on disks that are really full: with free space from nothing to just not enough, and with enough.
 
 Where it is not enough the old content stays and no unfinished file takes up the rest; where it is, the new content
-is there. On a small disk in memory and on ext4 in a file; as root, since both have to be mounted. Nobody else sees the
+is there. What was not saved is once there is room, copies of days long past make room, and no copy takes the room of a
+save. On a small disk in memory and on ext4 in a file; as root, since both have to be mounted. Nobody else sees the
 disks, and they go with the attack even when it is killed."""
 
 import os
@@ -72,6 +73,7 @@ def attack(programs, place, kind, name, levels, breaches):
     file = stores / f"{name}.json"
     stayed = came = 0
     block = os.statvfs(place).f_frsize
+    before = int(getattr(support.Found(programs, stores), name))
     # Makes the copy of the day too, which would take the room of the save otherwise.
     support.driver(programs, f"save-{name}", stores)
     # The next save is as long, to within a few hundred bytes.
@@ -99,11 +101,51 @@ def attack(programs, place, kind, name, levels, breaches):
         else:
             came += 1
         old = file.read_bytes()
+    breaches += insistence(programs, place, kind, name)
+    breaches += copies(programs, place, kind, name)
     (place / "filler").unlink()
     found = support.Found(programs, stores)
-    if getattr(found, name) != "4" or found.aside:
+    if getattr(found, name) != str(before + 6) or found.aside:
         breaches.append(f"{kind}: {name} in state {getattr(found, name)}, {found.aside} set aside")
     return stayed, came
+
+
+def insistence(programs, place, kind, name):
+    """Fills the disk, has both stores changed, makes room, and has them try again."""
+    leave(place, 0)
+    stores = place / "stores"
+    old = (stores / f"{name}.json").read_bytes()
+    with subprocess.Popen([programs / "store_driver", "insist", stores], stdin=subprocess.PIPE,
+                          stdout=subprocess.PIPE, env=support.ENVIRONMENT, text=True) as driver:
+        if driver.stdout.readline() != "unsaved 1\n":
+            yield f"{kind}, {name}: nobody noticed that the disk is full"
+        (place / "filler").unlink()
+        driver.communicate("go on\n", timeout=60)
+    if driver.returncode != 0 or (stores / f"{name}.json").read_bytes() == old:
+        yield f"{kind}, {name}: not saved when there was room again, status {driver.returncode}"
+
+
+def copies(programs, place, kind, name):
+    """Saves on a full disk with copies of a week, and none of today."""
+    stores = place / "stores"
+    file = stores / f"{name}.json"
+    days = [f"{name}-2020-01-0{day}.json" for day in range(1, 8)]
+    backups = stores / "backups"
+    for old in backups.glob(f"{name}-*"):
+        old.unlink()
+    for day in days:
+        (backups / day).write_bytes(file.read_bytes())
+    old = file.read_bytes()
+    leave(place, 0)
+    status, _ = support.driver(programs, f"save-{name}", stores)
+    left = sorted(each.name for each in backups.glob(f"{name}-*"))
+    if status != 0 or file.read_bytes() == old:
+        yield f"{kind}, {name}: no copy made room, status {status}, {left}"
+    if left == days or left != days[-len(left):] or len(left) < 3:
+        yield f"{kind}, {name}: these copies are left: {left}"
+    # They would make room for the other store too.
+    for day in left:
+        (backups / day).unlink()
 
 
 def with_mounts_of_its_own():

@@ -95,8 +95,8 @@ def traced(programs, record, *words, inject=None, timeout=600):
     else:
         command += ["-e", "trace=all"]
     command += [str(programs / "store_driver"), *map(str, words)]
-    done = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=ENVIRONMENT,
-                          timeout=timeout)
+    done = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                          env=ENVIRONMENT, timeout=timeout)
     return done.returncode, record.read_text(errors="replace")
 
 

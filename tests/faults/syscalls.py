@@ -2,7 +2,8 @@
 """Fails every system call of a replacement and of a whole start and save in turn, and kills the process there.
 
 Each call fails with each error, once and from then on. Whatever fails, the old content or the new one is there,
-whole, under its name or set aside; success is reported only when nothing stayed failed; and it always ends."""
+whole, under its name or set aside; success is reported only when nothing stayed failed; what failed once is saved when
+it is tried again; and it always ends."""
 
 import concurrent.futures
 import os
@@ -174,6 +175,38 @@ class FirstStart(Stores):
         yield from Stores.judged(self, path / "new" / "folder", status)
 
 
+class Insistence(Stores):
+    """The same where what was not saved is tried again."""
+
+    def words(self, path):
+        return "insist", path
+
+
+class Intrusion(Stores):
+    """The same where others put files of theirs in place once the stores are loaded."""
+
+    def damage(self):
+        for name in self.STORES:
+            (self.start / ("other " + name)).write_bytes(b'"another ' + name.encode() + b'"')
+
+    def words(self, path):
+        return "intruded", path
+
+    def judged(self, path, status):
+        for name in self.STORES:
+            file = path / name
+            content = file.read_bytes() if file.exists() else None
+            other = (self.start / ("other " + name)).read_bytes()
+            left = [each.read_bytes() for each in path.glob("other " + name)]
+            aside = [each.read_bytes() for each in path.glob(name + ".unreadable-*")]
+            if other not in [content, *left, *aside]:
+                yield f"what was put in place of {name} is gone"
+            if content not in (None, other, self.old[name], self.new[name], self.empty[name]):
+                yield f"{name} torn: {len(content)} bytes"
+            if status == 0 and content not in (self.new[name], self.empty[name]):
+                yield f"{name} reported as saved, but not"
+
+
 def unrecovered(scenario, record, fault, onwards):
     """The injected failures that nothing made good, of calls without which a save is not done."""
     made = False
@@ -208,13 +241,15 @@ def attack(scenario, place, call, which, fault, onwards):
             breaches.append("the call was not made to fail")
         if fault != "KILL" and status not in (0, 1):
             breaches.append(f"the process ended with {status}")
-        if status == 0:
+        if fault != "KILL" and not onwards and scenario.words(place)[0] == "insist" and status != 0:
+            breaches.append("was not saved when it was tried again")
+        elif status == 0 and scenario.words(place)[0] != "insist":
             breaches += [f"reported as done in spite of {line[:150]}"
                          for line in unrecovered(scenario, record, fault, onwards)]
         if fault == "EINTR" and not onwards and status != 0:
             breaches.append("was not done again after an interruption")
         what, where = scenario.words(place)[:2]
-        if what == "save" and where.exists():
+        if what != "replace" and where.exists():
             left = support.Found(scenario.programs, where).left
             if left:
                 breaches.append(f"{left} unfinished saves left after the next start")
@@ -240,7 +275,8 @@ def main():
     with support.folder(on_memory_disk=True) as path:
         scenarios = [Replacement(programs, path, "replacement through a link"), NewFile(programs, path, "new file"),
                      Stores(programs, path, "stores"), DamagedStores(programs, path, "damaged stores"),
-                     FirstStart(programs, path, "first start")]
+                     FirstStart(programs, path, "first start"), Insistence(programs, path, "insistence"),
+                     Intrusion(programs, path, "intrusion")]
         work = []
         for scenario in scenarios:
             for call, which in scenario.calls:
