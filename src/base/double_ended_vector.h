@@ -94,6 +94,8 @@ public:
     // How many elements there is room for when more are added at the back only.
     [[nodiscard]] std::size_t capacity() const { return m_front.size() + m_back.capacity(); }
     void reserve(std::size_t count) { m_back.reserve(count - std::min(count, m_front.size())); }
+    // Makes room for so many more at the front, which then are added without taking memory.
+    void reserveFront(std::size_t count) { m_front.reserve(m_front.size() + count); }
     void clear() {
         m_front.clear();
         m_back.clear();

@@ -5,6 +5,7 @@
 #include "formats/csv_row.h"
 
 #include <optional>
+#include <utility>
 
 namespace vantor {
 namespace {
@@ -39,6 +40,12 @@ void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
         const auto brand = rest ? trimmed(*rest) : defaultBrand;
         onProduct(Product::make(std::string(name), splitAtCommas(colors), std::string(brand)));
     }
+}
+
+std::vector<Product> readCatalogCSV(std::string_view text, std::string_view defaultBrand) {
+    std::vector<Product> products;
+    readCatalogCSV(text, defaultBrand, [&](Product product) { products.push_back(std::move(product)); });
+    return products;
 }
 
 std::string writeCatalogCSV(const std::vector<Product>& products) {

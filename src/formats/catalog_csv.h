@@ -19,6 +19,9 @@ namespace vantor {
 void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
                     const std::function<void(Product)>& onProduct);
 
+// All of them at once.
+[[nodiscard]] std::vector<Product> readCatalogCSV(std::string_view text, std::string_view defaultBrand);
+
 [[nodiscard]] std::string writeCatalogCSV(const std::vector<Product>& products);
 
 } // namespace vantor

@@ -110,6 +110,12 @@ bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(S
     return position > 0;
 }
 
+SetsOfCSV readSetCSV(std::string_view text, Timestamp now) {
+    SetsOfCSV read;
+    read.hasLines = readSetCSV(text, now, [&](SetData set) { read.sets.push_back(std::move(set)); });
+    return read;
+}
+
 std::string writeSetCSV(const Shoot& shoot) {
     std::string text = lookUp("Set;Merk;Items;Model;Locatie;Email;Getagd");
     for (const auto& set : shoot.sets) {

@@ -13,12 +13,20 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantor {
 
 // Calls `onSet` with every usable line's set, in the order of the lines; each has a fresh id and `now` as its
 // timestamp. Needs no more memory than one line's worth. False when there is no line behind the header.
 bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet);
+
+// All of them at once.
+struct SetsOfCSV {
+    std::vector<SetData> sets;
+    bool hasLines = false;
+};
+[[nodiscard]] SetsOfCSV readSetCSV(std::string_view text, Timestamp now);
 
 [[nodiscard]] std::string writeSetCSV(const Shoot& shoot);
 

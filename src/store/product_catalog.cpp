@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -141,21 +142,20 @@ void ProductCatalog::sortAndSave() {
 }
 
 int ProductCatalog::importCSV(std::string_view text, std::string_view defaultBrand) {
+    return addImported(readCatalogCSV(text, defaultBrand));
+}
+
+int ProductCatalog::addImported(std::vector<Product> read) {
     std::unordered_set<std::string> held;
-    held.reserve(m_data.products.size());
+    held.reserve(m_data.products.size() + read.size());
     for (const auto& product : m_data.products)
         held.insert(caseFolded(product.name));
+    std::erase_if(read, [&](const auto& product) { return !held.insert(caseFolded(product.name)).second; });
     m_willChange.emit(Change::Products);
-    int count = 0;
-    // The brand may be a view into the very list that grows.
-    readCatalogCSV(text, std::string(defaultBrand), [&](Product product) {
-        if (!held.insert(caseFolded(product.name)).second)
-            return;
-        m_data.products.push_back(std::move(product));
-        ++count;
-    });
+    m_data.products.reserve(m_data.products.size() + read.size());
+    std::ranges::move(read, std::back_inserter(m_data.products));
     sortAndSave();
-    return count;
+    return static_cast<int>(read.size());
 }
 
 std::string ProductCatalog::exportCSV() const {

@@ -60,6 +60,8 @@ public:
     // Adds every product of the text whose name the catalogue, or an earlier line, does not hold in any case;
     // lines without a brand column get `defaultBrand`. Sorts and saves once. The result counts what was added.
     int importCSV(std::string_view text, std::string_view defaultBrand);
+    // The same for what was read from such a text.
+    int addImported(std::vector<Product> read);
     [[nodiscard]] std::string exportCSV() const;
 
     // Replaces the lists by those of the file; one that is missing or unreadable changes nothing.

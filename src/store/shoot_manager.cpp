@@ -1,6 +1,5 @@
 #include "store/shoot_manager.h"
 
-#include "formats/set_csv.h"
 #include "formats/shoot_file.h"
 #include "model/shoot_json.h"
 
@@ -51,7 +50,7 @@ void ShootManager::load() {
 }
 
 void ShootManager::save() {
-    if (m_file == nullptr || m_savingHeld)
+    if (m_file == nullptr)
         return;
     JsonWriter out(JsonWriter::Layout::Compact);
     writeShoots(out, m_shoots, DateForm::SecondsSinceReference);
@@ -169,14 +168,20 @@ Shoot ShootManager::importShoot(Shoot read) {
 }
 
 int ShootManager::importCSV(std::string_view text, Uuid shootId) {
-    int count = 0;
-    m_savingHeld = true;
-    const bool hasLines = readSetCSV(text, m_clock(), [&](SetData set) {
-        addSet(shootId, std::move(set));
-        ++count;
-    });
-    m_savingHeld = false;
-    if (hasLines)
+    return addImported(readSetCSV(text, m_clock()), shootId);
+}
+
+int ShootManager::addImported(SetsOfCSV read, Uuid shootId) {
+    const auto count = static_cast<int>(read.sets.size());
+    if (shoot(shootId) != nullptr && count > 0) {
+        announce(Change::Shoots);
+        auto& sets = withId(m_shoots, shootId)->sets;
+        // Where memory runs out, none of them is added rather than some.
+        sets.reserveFront(read.sets.size());
+        for (auto& set : read.sets)
+            sets.push_front(std::move(set));
+    }
+    if (read.hasLines)
         save();
     return count;
 }

@@ -11,6 +11,7 @@
 #include "base/signal.h"
 #include "base/timestamp.h"
 #include "base/uuid.h"
+#include "formats/set_csv.h"
 #include "model/shoot.h"
 #include "store/store_file.h"
 
@@ -35,6 +36,7 @@ public:
     [[nodiscard]] std::optional<Uuid> activeShootId() const { return m_activeShootId; }
     [[nodiscard]] std::optional<Uuid> activeSetId() const { return m_activeSetId; }
     // Null when there is none; good until the next change.
+    [[nodiscard]] const Shoot* shoot(Uuid id) const;
     [[nodiscard]] const Shoot* activeShoot() const;
     // The active set within the active shoot; null when that shoot has no such set. Good until the next change.
     [[nodiscard]] const SetData* activeSet() const;
@@ -76,11 +78,12 @@ public:
     // Adds a set for every usable line, each at the front, so that the last line comes first. The result counts
     // the usable lines, also when there is no such shoot. Saves once, unless there is no line behind a header.
     int importCSV(std::string_view text, Uuid shootId);
+    // The same for what was read from such a text.
+    int addImported(SetsOfCSV read, Uuid shootId);
     // The shoot's sets as CSV; empty when there is no such shoot.
     [[nodiscard]] std::string exportCSV(Uuid shootId) const;
 
 private:
-    [[nodiscard]] const Shoot* shoot(Uuid id) const;
     void announce(Change change) { m_willChange.emit(change); }
     void setActiveSetId(std::optional<Uuid> id);
 
@@ -90,8 +93,6 @@ private:
     std::optional<Uuid> m_activeShootId;
     std::optional<Uuid> m_activeSetId;
     Signal<Change> m_willChange;
-    // While an import adds its sets one by one.
-    bool m_savingHeld = false;
 };
 
 } // namespace vantor
