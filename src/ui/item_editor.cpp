@@ -57,6 +57,25 @@ void ItemEditor::addPicked(const std::string& name, const std::string& color) {
     m_onChange();
 }
 
+void ItemEditor::focusFirst() {
+    if (!m_lines.empty())
+        m_lines.front().name->setFocus(Qt::TabFocusReason);
+}
+
+void ItemEditor::returnIn(const QLineEdit* field) {
+    QLineEdit* next = nullptr;
+    for (auto line = m_lines.begin(); m_style.returnWalks && line != m_lines.end(); ++line) {
+        if (field == line->name)
+            next = line->color;
+        else if (field == line->color && line + 1 != m_lines.end())
+            next = (line + 1)->name;
+    }
+    if (next != nullptr)
+        next->setFocus(Qt::TabFocusReason);
+    else if (m_onReturn)
+        m_onReturn();
+}
+
 void ItemEditor::addLine(const ItemPair& pair) {
     auto* const widget = new QWidget;
     auto* const name = makeField("itemName", m_style.namePlaceholder);
@@ -80,10 +99,7 @@ void ItemEditor::addLine(const ItemPair& pair) {
     m_lines.push_back({widget, name, color, remove});
     for (auto* const field : {name, color}) {
         QObject::connect(field, &QLineEdit::textChanged, this, [this] { m_onChange(); });
-        QObject::connect(field, &QLineEdit::returnPressed, this, [this] {
-            if (m_onReturn)
-                m_onReturn();
-        });
+        QObject::connect(field, &QLineEdit::returnPressed, this, [this, field] { returnIn(field); });
     }
     QObject::connect(remove, &QToolButton::clicked, this, [this, widget] {
         removeLine(widget);

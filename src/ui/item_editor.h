@@ -21,6 +21,8 @@ public:
         int colorWidth;
         // Whether at least one line always stays.
         bool keepsOneLine;
+        // Whether Return goes on from field to field, and does what it is for in the last one only.
+        bool returnWalks = false;
     };
 
     // Tab comes to the lines from `before`, and goes on from them to what came after it.
@@ -33,6 +35,8 @@ public:
     void addPicked(const std::string& name, const std::string& color);
 
     [[nodiscard]] QPushButton* addButton() const { return m_addButton; }
+    // Goes to the first line, as Tab does.
+    void focusFirst();
     // What Return does in a line; nothing unless it is set.
     void setOnReturn(std::function<void()> onReturn) { m_onReturn = std::move(onReturn); }
 
@@ -44,6 +48,7 @@ private:
         QWidget* remove;
     };
 
+    void returnIn(const QLineEdit* field);
     void addLine(const ItemPair& pair);
     void removeLine(const QWidget* widget);
     void nameLines();

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <utility>
+#include <vector>
 
 namespace vantor::ui {
 namespace {
@@ -60,7 +61,7 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
         makeField("emailField", shown("bijv. voor portretsessies per persoon"), shown("E-mail (optioneel)"));
     m_confirm = named(new ProminentButton(m_edited ? shown("Opslaan") : shown("Toevoegen")), "confirmButton");
     m_confirm->setAutoDefault(false);
-    m_items = new ItemEditor({shown("Item"), 100, true}, m_email, [this] { render(); });
+    m_items = new ItemEditor({shown("Item"), 100, true, true}, m_email, [this] { render(); });
 
     addField(shown("Set nummer"), m_setNumber);
     addField(shown("Merk"), m_brand);
@@ -95,6 +96,8 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
     addField(shown("Items"), scroll);
 
     const auto* const shoot = m_manager.activeShoot();
+    if (shoot != nullptr)
+        m_shootId = shoot->id;
     auto* const picker = new CatalogPickerMenu(
         catalog, shoot != nullptr ? shoot->client : std::string(),
         [this](const std::string& name, const std::string& color) { m_items->addPicked(name, color); });
@@ -106,9 +109,17 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
     column()->addLayout(row);
     addCancelButton(m_confirm);
 
-    for (auto* const field : {m_setNumber, m_brand, m_model, m_location, m_email}) {
-        QObject::connect(field, &QLineEdit::textChanged, this, [this] { render(); });
-        pressOnReturn(field, m_confirm);
+    // Return walks on, so that no set is added that is half typed.
+    const std::vector<QLineEdit*> fields{m_setNumber, m_brand, m_model, m_location, m_email};
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        QObject::connect(fields[i], &QLineEdit::textChanged, this, [this] { render(); });
+        QObject::connect(fields[i], &QLineEdit::returnPressed, this,
+                         [this, next = i + 1 < fields.size() ? fields[i + 1] : nullptr] {
+                             if (next != nullptr)
+                                 next->setFocus(Qt::TabFocusReason);
+                             else
+                                 m_items->focusFirst();
+                         });
     }
     m_items->setOnReturn([this] { m_confirm->click(); });
     QObject::connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
@@ -124,11 +135,12 @@ void SetSheet::render() {
 }
 
 void SetSheet::confirm() {
-    if (m_edited)
-        draft().save(m_manager, *m_edited);
+    if (m_edited ? draft().save(m_manager, *m_edited)
+                 : m_shootId && draft().add(m_manager, *m_shootId, m_services.clock()))
+        accept();
     else
-        draft().add(m_manager, m_services.clock());
-    accept();
+        tellProblem(m_edited ? shown("Deze set bestaat niet meer; er is niets opgeslagen.")
+                             : shown("Deze shoot bestaat niet meer; er is niets toegevoegd."));
 }
 
 } // namespace vantor::ui

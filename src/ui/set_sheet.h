@@ -1,4 +1,6 @@
-// SetSheet: makes a set in the active shoot, or changes one; both with the same form.
+// SetSheet: makes a set in the shoot that is active as it opens, or changes one; both with the same form.
+//
+// Where that shoot or set is gone by the time that it is confirmed, the sheet says so and keeps what was typed.
 #pragma once
 
 #include "store/product_catalog.h"
@@ -33,6 +35,7 @@ private:
     ShootManager& m_manager;
     const Services& m_services;
     std::optional<SetData> m_edited;
+    std::optional<Uuid> m_shootId;
     QLineEdit* m_setNumber = nullptr;
     QLineEdit* m_brand = nullptr;
     QLineEdit* m_model = nullptr;

@@ -58,6 +58,15 @@ QPushButton* Sheet::addCancelButton(QWidget* prominent) {
     return cancel;
 }
 
+void Sheet::tellProblem(const QString& problem) {
+    if (m_problem == nullptr) {
+        m_problem =
+            named(new TextLabel(QString(), theme::captionFont(), TextColor::Red, true), "sheetProblem");
+        m_column->addWidget(m_problem);
+    }
+    m_problem->setText(problem);
+}
+
 void Sheet::pressOnReturn(QLineEdit* field, QAbstractButton* button) {
     QObject::connect(field, &QLineEdit::returnPressed, button, [button] { button->click(); });
 }
@@ -70,6 +79,15 @@ void Sheet::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QDialog::keyPressEvent(event);
+}
+
+QWidget* windowInFrontOf(QWidget* window) {
+    // The last of them is the newest, and stands before what it belongs to.
+    for (auto* const dialog : window->findChildren<QDialog*>()) {
+        if (dialog->isVisible() && dialog->isModal())
+            window = dialog;
+    }
+    return window;
 }
 
 } // namespace vantor::ui

@@ -27,13 +27,20 @@ protected:
     // The row of buttons at the bottom: "Annuleer", which closes, and the prominent button, if there is one.
     QPushButton* addCancelButton(QWidget* prominent);
 
-    // Return in this field, its last one, presses the button while that is enabled.
+    // Says, in the sheet, why it did not do what it was asked to; what was typed stays.
+    void tellProblem(const QString& problem);
+
+    // Return in this field presses the button while that is enabled: in the fields of a short form, in a long one's last.
     static void pressOnReturn(QLineEdit* field, QAbstractButton* button);
 
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QVBoxLayout* m_column;
+    TextLabel* m_problem = nullptr;
 };
+
+// The window that takes what is typed while `window` is open: the sheet or message in front of it, or itself.
+[[nodiscard]] QWidget* windowInFrontOf(QWidget* window);
 
 } // namespace vantor::ui

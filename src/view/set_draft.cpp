@@ -1,5 +1,6 @@
 #include "view/set_draft.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantor {
@@ -24,21 +25,26 @@ void SetDraft::fill(SetData& set) const {
     set.email = email;
 }
 
-void SetDraft::add(ShootManager& manager, Timestamp now) const {
-    const auto* const shoot = manager.activeShoot();
+bool SetDraft::add(ShootManager& manager, Uuid shootId, Timestamp now) const {
+    const auto* const shoot = manager.shoot(shootId);
     if (shoot == nullptr)
-        return;
+        return false;
     auto set = SetData::make(now);
     fill(set);
     if (set.setNumber.empty())
         set.setNumber = std::to_string(shoot->sets.size() + 1);
-    manager.addSet(shoot->id, std::move(set));
+    manager.addSet(shootId, std::move(set));
+    return true;
 }
 
-void SetDraft::save(ShootManager& manager, const SetData& edited) const {
+bool SetDraft::save(ShootManager& manager, const SetData& edited) const {
+    const bool isHeld = std::ranges::any_of(manager.shoots(), [&](const Shoot& shoot) {
+        return std::ranges::find(shoot.sets, edited.id, &SetData::id) != shoot.sets.end();
+    });
     auto set = edited;
     fill(set);
     manager.updateSet(edited.id, std::move(set));
+    return isHeld;
 }
 
 } // namespace vantor

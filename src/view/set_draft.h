@@ -24,12 +24,13 @@ struct SetDraft {
     // A new set needs a brand or a garment with a name.
     [[nodiscard]] bool canAdd() const { return !brand.empty() || anyNamed(items); }
 
-    // Adds a new set to the active shoot; without a number it gets the next one, the shoot's count of sets plus
-    // one. Without an active shoot nothing is stored.
-    void add(ShootManager& manager, Timestamp now) const;
+    // Adds a new set to the shoot; without a number it gets the next one, the shoot's count of sets plus one. False, and
+    // nothing stored, when there is no such shoot.
+    [[nodiscard]] bool add(ShootManager& manager, Uuid shootId, Timestamp now) const;
 
-    // Replaces the set, which keeps its id, its timestamp and its count of tagged photos.
-    void save(ShootManager& manager, const SetData& edited) const;
+    // Replaces the set, which keeps its id, its timestamp and its count of tagged photos. False, and nothing stored,
+    // when no shoot holds that set.
+    [[nodiscard]] bool save(ShootManager& manager, const SetData& edited) const;
 
 private:
     void fill(SetData& set) const;

@@ -79,7 +79,7 @@ TEST_F(SetDraftTest, StartsWithOneBlankItemLine) {
 
 TEST_F(SetDraftTest, OnlyABrandMakesASetWithoutItemsAndTheNextNumber) {
     newShoot(4);
-    withBrand("Marvis").add(m_manager, kMorning);
+    EXPECT_TRUE(withBrand("Marvis").add(m_manager, m_shoot, kMorning));
     ASSERT_THAT(sets(), SizeIs(5));
     EXPECT_EQ(sets().front().setNumber, "5");
     EXPECT_EQ(sets().front().brand, "Marvis");
@@ -88,7 +88,7 @@ TEST_F(SetDraftTest, OnlyABrandMakesASetWithoutItemsAndTheNextNumber) {
 
 TEST_F(SetDraftTest, NumbersTheFirstSetOne) {
     newShoot(0);
-    withBrand("Marvis").add(m_manager, kMorning);
+    EXPECT_TRUE(withBrand("Marvis").add(m_manager, m_shoot, kMorning));
     EXPECT_EQ(sets().front().setNumber, "1");
 }
 
@@ -96,8 +96,8 @@ TEST_F(SetDraftTest, KeepsATypedNumberEvenIfItIsTaken) {
     newShoot(0);
     auto draft = withBrand("Marvis");
     draft.setNumber = " 1b ";
-    draft.add(m_manager, kMorning);
-    draft.add(m_manager, kMorning);
+    EXPECT_TRUE(draft.add(m_manager, m_shoot, kMorning));
+    EXPECT_TRUE(draft.add(m_manager, m_shoot, kMorning));
     ASSERT_THAT(sets(), SizeIs(2));
     EXPECT_EQ(sets()[0].setNumber, " 1b ");
     EXPECT_EQ(sets()[1].setNumber, " 1b ");
@@ -106,7 +106,7 @@ TEST_F(SetDraftTest, KeepsATypedNumberEvenIfItIsTaken) {
 TEST_F(SetDraftTest, AddsAtTheFrontAndStoresWhatWasTyped) {
     newShoot(1);
     const SetDraft draft{" 7", "B ", " m", "l ", " e@x ", {{"", "red"}, {"cap ", " blue"}}};
-    draft.add(m_manager, kMorning);
+    EXPECT_TRUE(draft.add(m_manager, m_shoot, kMorning));
     auto expected = SetData::make(kMorning);
     expected.setNumber = " 7";
     expected.brand = "B ";
@@ -119,11 +119,22 @@ TEST_F(SetDraftTest, AddsAtTheFrontAndStoresWhatWasTyped) {
     EXPECT_EQ(m_manager.activeSetId(), std::nullopt);
 }
 
-TEST_F(SetDraftTest, StoresNothingWithoutAnActiveShoot) {
+TEST_F(SetDraftTest, AddsToItsShootWhicheverIsActive) {
+    newShoot(2);
+    const auto meant = m_shoot;
     newShoot(0);
-    m_manager.setActiveShootId(std::nullopt);
-    withBrand("Marvis").add(m_manager, kMorning);
-    EXPECT_THAT(m_manager.shoots()[0].sets, IsEmpty());
+    EXPECT_TRUE(withBrand("Marvis").add(m_manager, meant, kMorning));
+    EXPECT_THAT(sets(), IsEmpty());
+    EXPECT_EQ(m_manager.shoot(meant)->sets.front().setNumber, "3");
+}
+
+TEST_F(SetDraftTest, StoresNothingInAShootThatIsGone) {
+    newShoot(0);
+    const auto gone = m_shoot;
+    newShoot(0);
+    m_manager.deleteShoot(gone);
+    EXPECT_FALSE(withBrand("Marvis").add(m_manager, gone, kMorning));
+    EXPECT_THAT(sets(), IsEmpty());
 }
 
 TEST_F(SetDraftTest, ShowsAStoredSetAsItIs) {
@@ -149,7 +160,7 @@ TEST_F(SetDraftTest, SavingKeepsIdMomentAndCountAndReplacesTheRest) {
     draft.brand = "New";
     draft.model.clear();
     draft.items = {{"cap", "red"}};
-    draft.save(m_manager, edited);
+    EXPECT_TRUE(draft.save(m_manager, edited));
     auto expected = edited;
     expected.brand = "New";
     expected.model.clear();
@@ -161,7 +172,7 @@ TEST_F(SetDraftTest, SavingAClearedNumberAssignsNone) {
     newShoot(3);
     auto draft = SetDraft::of(sets().front());
     draft.setNumber.clear();
-    draft.save(m_manager, sets().front());
+    EXPECT_TRUE(draft.save(m_manager, sets().front()));
     EXPECT_EQ(sets().front().setNumber, "");
 }
 
@@ -169,7 +180,7 @@ TEST_F(SetDraftTest, SavingGivesItemsNewIds) {
     newShoot(0);
     m_manager.addSet(m_shoot, testing::noorderlicht());
     const auto before = sets().front().items[0].id;
-    SetDraft::of(sets().front()).save(m_manager, SetData(sets().front()));
+    EXPECT_TRUE(SetDraft::of(sets().front()).save(m_manager, SetData(sets().front())));
     EXPECT_NE(sets().front().items[0].id, before);
 }
 
@@ -177,7 +188,7 @@ TEST_F(SetDraftTest, SavingASetThatIsGoneBringsNothingBack) {
     newShoot(1);
     const auto edited = sets().front();
     m_manager.deleteSet(edited.id);
-    SetDraft::of(edited).save(m_manager, edited);
+    EXPECT_FALSE(SetDraft::of(edited).save(m_manager, edited));
     EXPECT_THAT(sets(), IsEmpty());
 }
 

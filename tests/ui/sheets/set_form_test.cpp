@@ -244,20 +244,60 @@ TEST_F(SetFormTest, ASetOfManyItemsOpensAtItsFirst) {
     EXPECT_EQ(find<QScrollArea>(sheet, "itemsScroll").verticalScrollBar()->value(), 0);
 }
 
-TEST_F(SetFormTest, ReturnInAnyOneLineFieldAddsOnceThatIsPossible) {
-    for (const auto* const name : {"setNumberField", "brandField", "modelField", "locationField",
-                                   "emailField", "itemName", "itemColor"}) {
-        const auto before = shoot().sets.size();
-        const auto& sheet = openNewSet();
-        find(sheet, name).setFocus();
+TEST_F(SetFormTest, ReturnGoesFromFieldToFieldAndAddsFromTheLastOnly) {
+    const auto& sheet = openNewSet();
+    click(sheet, "addItemButton");
+    type(sheet, "brandField", "Nike");
+    for (auto* const field : std::vector<QWidget*>{
+             &find(sheet, "setNumberField"), &find(sheet, "brandField"), &find(sheet, "modelField"),
+             &find(sheet, "locationField"), &find(sheet, "emailField"), &field(sheet, "itemName", 0),
+             &field(sheet, "itemColor", 0), &field(sheet, "itemName", 1), &field(sheet, "itemColor", 1)}) {
+        if (field->objectName() == QLatin1String("setNumberField"))
+            field->setFocus();
+        ASSERT_EQ(&focused(), field);
+        ASSERT_THAT(shoot().sets, SizeIs(2));
         press(Qt::Key_Return);
-        EXPECT_TRUE(isOpen("newSetSheet")) << name;
-        EXPECT_EQ(shoot().sets.size(), before) << name;
+    }
+    EXPECT_FALSE(isOpen("newSetSheet"));
+    EXPECT_THAT(shoot().sets, SizeIs(3));
+}
+
+TEST_F(SetFormTest, ReturnInTheLastFieldAddsNothingWhileThatIsNotPossible) {
+    const auto& sheet = openNewSet();
+    find(sheet, "itemColor").setFocus();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(isOpen("newSetSheet"));
+    EXPECT_THAT(shoot().sets, SizeIs(2));
+}
+
+TEST_F(SetFormTest, AddsToTheShootItWasOpenedFor) {
+    const auto meant = shoot().id;
+    const auto& sheet = openNewSet();
+    type(sheet, "brandField", "Nike");
+    addShoot("Texel");
+    click(sheet, "confirmButton");
+    EXPECT_FALSE(isOpen("newSetSheet"));
+    EXPECT_THAT(shoot().sets, IsEmpty());
+    EXPECT_EQ(manager().shoot(meant)->sets.front().setNumber, "3");
+}
+
+TEST_F(SetFormTest, SaysWhatIsGoneAndKeepsWhatWasTyped) {
+    for (const bool edits : {false, true}) {
+        auto& sheet = edits ? openEditSet() : openNewSet();
         type(sheet, "brandField", "Nike");
-        find(sheet, name).setFocus();
-        press(Qt::Key_Return);
-        EXPECT_FALSE(isOpen("newSetSheet")) << name;
-        EXPECT_EQ(shoot().sets.size(), before + 1) << name;
+        const auto before = shoot().id;
+        addShoot("Texel");
+        addSet("1");
+        manager().deleteShoot(before);
+        click(sheet, "confirmButton");
+        EXPECT_EQ(textOf(sheet, "sheetProblem"),
+                  edits ? "Deze set bestaat niet meer; er is niets opgeslagen."
+                        : "Deze shoot bestaat niet meer; er is niets toegevoegd.");
+        EXPECT_EQ(textOf(sheet, "brandField"), "Nike");
+        EXPECT_THAT(shoot().sets, SizeIs(1));
+        sheet.close();
+        settle();
+        returnToMain();
     }
 }
 
