@@ -1,7 +1,11 @@
 // FileDialogs: asks the user for a place in the file system.
+//
+// A question opens at once and the call returns; the answer comes later, from the event loop, on the user-interface
+// thread. It never comes when the asking window has gone meanwhile: the dialog goes with it.
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,19 +21,27 @@ struct FileType {
     std::vector<std::string> extensions;
 };
 
+// The window that asks: the dialog stands before it and blocks it, and no other.
+struct AskingWindow {
+    // As the toolkit knows it, for the toolkit's own dialogs; null for none.
+    void* window = nullptr;
+};
+
 class FileDialogs {
 public:
+    // Absent when the user cancels.
+    using OnAnswer = std::function<void(const std::optional<std::filesystem::path>&)>;
+
     virtual ~FileDialogs() = default;
 
-    // Where to save; absent when the user cancels. The proposed name is taken as it stands, but a "/" in it
-    // is shown as "-". The result has the type's extension, and the user has agreed to replace a file of that
-    // name.
-    [[nodiscard]] virtual std::optional<std::filesystem::path> askWhereToSave(const std::string& proposedName,
-                                                                              const FileType& type) = 0;
+    // Where to save. The proposed name is taken as it stands, but a "/" in it is shown as "-". The answer has the
+    // type's extension, and the user has agreed to replace a file of that name.
+    virtual void askWhereToSave(AskingWindow asking, const std::string& proposedName, const FileType& type,
+                                OnAnswer onAnswer) = 0;
 
-    // One existing file, chosen among those of the types; absent when the user cancels.
-    [[nodiscard]] virtual std::optional<std::filesystem::path>
-    askWhatToOpen(const std::vector<FileType>& types) = 0;
+    // One existing file, chosen among those of the types.
+    virtual void askWhatToOpen(AskingWindow asking, const std::vector<FileType>& types,
+                               OnAnswer onAnswer) = 0;
 };
 
 } // namespace vantor

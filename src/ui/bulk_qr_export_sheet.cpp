@@ -174,8 +174,11 @@ void BulkQRExportSheet::render() {
 }
 
 void BulkQRExportSheet::exportPDF() {
-    if (const auto path = m_services.dialogs.askWhereToSave(cardsName(m_shootName), pdfType()))
-        runExport(*path);
+    m_services.dialogs.askWhereToSave(askingWindow(this), cardsName(m_shootName), pdfType(),
+                                      [this](const auto& path) {
+                                          if (path)
+                                              runExport(*path);
+                                      });
 }
 
 void BulkQRExportSheet::reject() {

@@ -1,8 +1,11 @@
 #include "ui/catalog_import_sheet.h"
 
+#include "formats/catalog_csv.h"
 #include "ui/text.h"
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace vantor::ui {
 namespace {
@@ -29,8 +32,12 @@ CatalogImportSheet::CatalogImportSheet(QWidget* over, ProductCatalog& catalog, s
     setFixedSize(kWidth, kHeight);
 }
 
-std::optional<int> CatalogImportSheet::importText(std::string_view text) {
-    return m_catalog.importCSV(text, m_defaultBrand);
+CsvImportSheet::Reader CatalogImportSheet::reader() {
+    return [this, brand = m_defaultBrand](std::string_view text) -> Add {
+        // Shared as a function can be copied, which what was read is not to be.
+        auto read = std::make_shared<std::vector<Product>>(readCatalogCSV(text, brand));
+        return [this, read]() -> Result { return {m_catalog.addImported(std::move(*read)), {}}; };
+    };
 }
 
 } // namespace vantor::ui

@@ -15,7 +15,7 @@ public:
                        const Services& services);
 
 protected:
-    std::optional<int> importText(std::string_view text) override;
+    [[nodiscard]] Reader reader() override;
 
 private:
     ProductCatalog& m_catalog;

@@ -6,6 +6,7 @@
 #include "ui/edit_product_sheet.h"
 #include "ui/list_row.h"
 #include "ui/recycling_list.h"
+#include "ui/save_file.h"
 #include "ui/text.h"
 #include "ui/theme.h"
 #include "view/proposed_names.h"
@@ -286,8 +287,7 @@ void CatalogSheet::deleteProduct(int row) {
 }
 
 void CatalogSheet::exportCSV() {
-    if (const auto path = m_services.dialogs.askWhereToSave(catalogName(), csvType()))
-        m_services.files.replace(*path, m_catalog.exportCSV());
+    saveFile(this, m_services, catalogName(), csvType(), m_catalog.exportCSV());
 }
 
 } // namespace vantor::ui

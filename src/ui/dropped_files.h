@@ -1,8 +1,9 @@
-// droppedFiles(): the local files that are dragged over a window or dropped on it.
+// Local files that are dragged over a window or dropped on it.
 #pragma once
 
 #include "base/file_address.h"
 
+#include <QDropEvent>
 #include <QMimeData>
 #include <filesystem>
 #include <string_view>
@@ -15,6 +16,14 @@ namespace vantor::ui {
     // As they were sent: the toolkit's addresses lose names that are not valid UTF-8.
     const auto list = data.data(QStringLiteral("text/uri-list"));
     return filesOfAddressList(std::string_view(list.constData(), static_cast<std::size_t>(list.size())));
+}
+
+// Takes what is dropped as a copy: behind a move, a file manager would delete the file. What can only be moved is refused.
+inline void acceptAsCopy(QDropEvent& event) {
+    if (!event.possibleActions().testFlag(Qt::CopyAction))
+        return event.ignore();
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
 }
 
 } // namespace vantor::ui

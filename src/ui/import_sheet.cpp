@@ -1,6 +1,10 @@
 #include "ui/import_sheet.h"
 
+#include "formats/set_csv.h"
 #include "ui/text.h"
+
+#include <memory>
+#include <utility>
 
 namespace vantor::ui {
 namespace {
@@ -20,15 +24,26 @@ ImportSheet::ImportSheet(QWidget* over, ShootManager& manager, const Services& s
                  "navy;Anna;Studio A"),
            shown("%1 sets geïmporteerd"), false},
           services),
-      m_manager(manager) {
+      m_manager(manager),
+      m_clock(services.clock) {
     setFixedSize(kWidth, kHeight);
+    if (const auto* const shoot = manager.activeShoot())
+        m_shootId = shoot->id;
 }
 
-std::optional<int> ImportSheet::importText(std::string_view text) {
-    const auto shoot = m_manager.activeShoot();
-    if (shoot == nullptr)
-        return std::nullopt;
-    return m_manager.importCSV(text, shoot->id);
+CsvImportSheet::Reader ImportSheet::reader() {
+    return [this, now = m_clock()](std::string_view text) -> Add {
+        // Shared as a function can be copied, which what was read is not to be.
+        auto read = std::make_shared<SetsOfCSV>(readSetCSV(text, now));
+        return [this, read]() -> Result {
+            const auto shootId = m_shootId ? m_shootId : m_manager.activeShootId();
+            if (!shootId)
+                return {};
+            if (m_manager.shoot(*shootId) == nullptr)
+                return {{}, shown("Deze shoot bestaat niet meer; er is niets geïmporteerd")};
+            return {m_manager.addImported(std::move(*read), *shootId), {}};
+        };
+    };
 }
 
 } // namespace vantor::ui

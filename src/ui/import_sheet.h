@@ -1,4 +1,5 @@
-// ImportSheet: brings sets into the active shoot from CSV.
+// ImportSheet: brings sets from CSV into the shoot that is active as it opens, or else into the one that is active when they
+// are to be imported. Says so where that shoot is gone by then.
 #pragma once
 
 #include "store/shoot_manager.h"
@@ -11,10 +12,12 @@ public:
     ImportSheet(QWidget* over, ShootManager& manager, const Services& services);
 
 protected:
-    std::optional<int> importText(std::string_view text) override;
+    [[nodiscard]] Reader reader() override;
 
 private:
     ShootManager& m_manager;
+    Clock m_clock;
+    std::optional<Uuid> m_shootId;
 };
 
 } // namespace vantor::ui

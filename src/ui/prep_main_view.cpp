@@ -11,6 +11,7 @@
 #include "ui/new_shoot_sheet.h"
 #include "ui/qr_sheet.h"
 #include "ui/recycling_list.h"
+#include "ui/save_file.h"
 #include "ui/scanner_field.h"
 #include "ui/set_sheet.h"
 #include "ui/stat_badge.h"
@@ -560,40 +561,30 @@ void PrepMainView::showScanned(const Uuid& id) {
 }
 
 void PrepMainView::exportCSV() {
-    const auto id = m_manager.activeShootId();
-    if (!id)
-        return;
-    const auto path = m_services.dialogs.askWhereToSave(
-        shootFileName(m_manager.activeShoot(), lookUp("sets"), ".csv"), csvType());
-    if (path)
-        m_services.files.replace(*path, m_manager.exportCSV(*id));
+    if (const auto* const shoot = m_manager.activeShoot())
+        saveFile(this, m_services, shootFileName(shoot, lookUp("sets"), ".csv"), csvType(),
+                 m_manager.exportCSV(shoot->id));
 }
 
 void PrepMainView::exportJSON() {
-    const auto id = m_manager.activeShootId();
-    const auto bytes = id ? m_manager.exportJSON(*id) : std::nullopt;
-    if (!bytes)
-        return;
-    const auto path = m_services.dialogs.askWhereToSave(
-        shootFileName(m_manager.activeShoot(), lookUp("sets"), ".json"), jsonType());
-    if (path)
-        m_services.files.replace(*path, *bytes);
+    const auto* const shoot = m_manager.activeShoot();
+    if (auto bytes = shoot != nullptr ? m_manager.exportJSON(shoot->id) : std::nullopt)
+        saveFile(this, m_services, shootFileName(shoot, lookUp("sets"), ".json"), jsonType(),
+                 *std::move(bytes));
 }
 
 void PrepMainView::exportVantorFile() {
-    const auto id = m_manager.activeShootId();
-    const auto bytes = id ? m_manager.exportJSON(*id) : std::nullopt;
-    if (!bytes)
-        return;
-    const auto path = m_services.dialogs.askWhereToSave(
-        shootFileName(m_manager.activeShoot(), lookUp("shoot"), ".vantor"), shootFileType());
-    if (path)
-        m_services.files.replace(*path, *bytes);
+    const auto* const shoot = m_manager.activeShoot();
+    if (auto bytes = shoot != nullptr ? m_manager.exportJSON(shoot->id) : std::nullopt)
+        saveFile(this, m_services, shootFileName(shoot, lookUp("shoot"), ".vantor"), shootFileType(),
+                 *std::move(bytes));
 }
 
 void PrepMainView::importVantorFile() {
-    if (auto path = m_services.dialogs.askWhatToOpen({shootFileType()}))
-        m_opener.openChosen(std::move(*path));
+    m_services.dialogs.askWhatToOpen(askingWindow(this), {shootFileType()}, [this](const auto& path) {
+        if (path)
+            m_opener.openChosen(*path);
+    });
 }
 
 void PrepMainView::openShootFiles(HandedFiles handed) {
@@ -638,12 +629,13 @@ void PrepMainView::openSheet(QDialog* sheet) {
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {
     if (!shootFilesOf(*event->mimeData()).empty())
-        event->acceptProposedAction();
+        acceptAsCopy(*event);
 }
 
 void PrepMainView::dropEvent(QDropEvent* event) {
-    openShootFiles({shootFilesOf(*event->mimeData()), {}, {}, {}});
-    event->acceptProposedAction();
+    acceptAsCopy(*event);
+    if (event->isAccepted())
+        openShootFiles({shootFilesOf(*event->mimeData()), {}, {}, {}});
 }
 
 bool PrepMainView::eventFilter(QObject* watched, QEvent* event) {

@@ -11,6 +11,6 @@ inline constexpr int kSavedCodeSize = 600;
 inline constexpr int kShownCodeSize = 300;
 
 // Asks where to, and writes the code as a PNG of 600 × 600 pixels. Every failure is silent.
-void saveQRAsPng(const SetData& set, const Services& services);
+void saveQRAsPng(const QWidget* asking, const SetData& set, const Services& services);
 
 } // namespace vantor::ui

@@ -146,7 +146,7 @@ SetData QRGeneratorView::buildSetData() const {
 }
 
 void QRGeneratorView::saveQR() const {
-    saveQRAsPng(buildSetData(), m_services);
+    saveQRAsPng(this, buildSetData(), m_services);
 }
 
 void QRGeneratorView::generate() {

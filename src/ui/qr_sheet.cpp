@@ -49,7 +49,7 @@ QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
     copyButton->setAutoDefault(false);
     saveButton->setAutoDefault(false);
     QObject::connect(copyButton, &QPushButton::clicked, this, [this] { copy(); });
-    QObject::connect(saveButton, &QPushButton::clicked, this, [this] { saveQRAsPng(m_set, m_services); });
+    QObject::connect(saveButton, &QPushButton::clicked, this, [this] { saveQRAsPng(this, m_set, m_services); });
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(copyButton);

@@ -14,6 +14,7 @@
 #include "store/store_folder.h"
 #include "update/update_checker.h"
 
+#include <QWidget>
 #include <string>
 
 namespace vantor::ui {
@@ -35,6 +36,11 @@ struct Services {
     std::string siteHost;
     std::string manualPage;
 };
+
+// The window that a widget stands in, as one that asks.
+[[nodiscard]] inline AskingWindow askingWindow(const QWidget* widget) {
+    return {widget->window()};
+}
 
 inline const FileType& csvType() {
     static const FileType type{toLookUp("CSV-bestanden"), {"csv"}};

@@ -21,10 +21,12 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <QToolButton>
+#include <algorithm>
 #include <deque>
 #include <fstream>
 #include <functional>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <set>
 #include <string>
@@ -145,24 +147,45 @@ protected:
     [[nodiscard]] std::string in(const std::string& name) const { return (folder / name).string(); }
     void makeFile(const std::string& name) const { std::ofstream(folder / name) << "oud"; }
 
+    // The answer; waits for it.
+    Path askToSave(const std::string& proposed, const FileType& type) {
+        return answerTo([&](auto onAnswer) { dialogs.askWhereToSave({&window}, proposed, type, onAnswer); });
+    }
+    Path askToOpen(const std::vector<FileType>& types) {
+        return answerTo([&](auto onAnswer) { dialogs.askWhatToOpen({&window}, types, onAnswer); });
+    }
+
     TemporaryFolder folder;
     QtFileDialogs dialogs;
+    QWidget window;
     User user;
+
+private:
+    static Path answerTo(const std::function<void(FileDialogs::OnAnswer)>& ask) {
+        std::optional<Path> answer;
+        ask([&](const Path& path) {
+            EXPECT_FALSE(answer.has_value()) << "answered twice";
+            answer = path;
+        });
+        EXPECT_FALSE(answer.has_value()) << "answered before the user could";
+        EXPECT_TRUE(testing::runUntil([&] { return answer.has_value(); }));
+        return answer.value_or(Path());
+    }
 };
 
 TEST_F(QtFileDialogsTest, GivesThePlaceThatTheUserChose) {
     user.whenSaving(saveAs(in("sets.csv")));
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
     EXPECT_FALSE(fs::exists(folder / "sets.csv"));
 }
 
 TEST_F(QtFileDialogsTest, GivesNothingWhenTheUserCancels) {
     user.whenSaving(cancel());
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
     user.whenSaving([](QFileDialog& dialog) { dialog.close(); });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
     user.whenOpening(cancel());
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    EXPECT_EQ(askToOpen({kCsv}), Path());
 }
 
 struct Proposal {
@@ -180,14 +203,14 @@ class ProposalTest : public QtFileDialogsTest, public ::testing::WithParamInterf
 TEST_P(ProposalTest, IsShownAndSavedAsItStands) {
     // So that the dialogs are in the folder of the test.
     user.whenSaving(saveAs(in("eerst.csv")));
-    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), folder / "eerst.csv");
+    EXPECT_EQ(askToSave("x", kCsv), folder / "eerst.csv");
 
     std::string shown;
     user.whenSaving([&](QFileDialog& dialog) {
         shown = nameField(dialog).text().toStdString();
         press(dialog, QDialogButtonBox::Save);
     });
-    EXPECT_EQ(dialogs.askWhereToSave(GetParam().proposed, kCsv), folder / GetParam().shown);
+    EXPECT_EQ(askToSave(GetParam().proposed, kCsv), folder / GetParam().shown);
     EXPECT_EQ(shown, GetParam().shown);
 }
 
@@ -217,7 +240,7 @@ class ExtensionTest : public QtFileDialogsTest, public ::testing::WithParamInter
 
 TEST_P(ExtensionTest, IsAddedWhereItIsMissing) {
     user.whenSaving(saveAs(in(GetParam().typed)));
-    EXPECT_EQ(dialogs.askWhereToSave("voorstel.txt", kText), folder / GetParam().saved);
+    EXPECT_EQ(askToSave("voorstel.txt", kText), folder / GetParam().saved);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -236,7 +259,7 @@ TEST_F(QtFileDialogsTest, ReplacesOnlyAfterAsking) {
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("Annuleer"));
         press(question, "Vervang");
     });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
     EXPECT_EQ(asked, "“sets.csv” bestaat al. Wil je het vervangen?");
     EXPECT_EQ(testing::readFile(folder / "sets.csv"), "oud");
 }
@@ -251,7 +274,7 @@ TEST_F(QtFileDialogsTest, AsksByANameThatCannotReorderTheQuestion) {
             press(question, "Annuleer");
         })
         .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), std::nullopt);
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), std::nullopt);
     EXPECT_EQ(asked, "“\u2068<b>\u202Egnp\u2401.csv\u2069” bestaat al. Wil je het vervangen?");
 }
 
@@ -262,14 +285,14 @@ TEST_F(QtFileDialogsTest, AsksByTheNameWithTheAddedExtension) {
         asked = question.text().toStdString();
         press(question, "Vervang");
     });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
     EXPECT_THAT(asked, ::testing::HasSubstr("“sets.csv”"));
 }
 
 TEST_F(QtFileDialogsTest, DoesNotAskForTheNameWithoutItsExtension) {
     makeFile("sets");
     user.whenSaving(saveAs(in("sets")));
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
 }
 
 TEST_F(QtFileDialogsTest, GoesBackToTheDialogWhenTheFileIsToStay) {
@@ -282,7 +305,7 @@ TEST_F(QtFileDialogsTest, GoesBackToTheDialogWhenTheFileIsToStay) {
             EXPECT_EQ(dialog.directory().path().toStdString(), folder.path().string());
             saveAs("nieuw.csv")(dialog);
         });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "nieuw.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "nieuw.csv");
     EXPECT_EQ(proposed, "sets.csv");
 }
 
@@ -291,7 +314,7 @@ TEST_F(QtFileDialogsTest, TakesEscapeForNo) {
     user.whenSaving(saveAs(in("sets.csv")))
         .whenAsked([](QMessageBox& question) { question.close(); })
         .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
 }
 
 TEST_F(QtFileDialogsTest, NeverReplacesAFolder) {
@@ -303,7 +326,7 @@ TEST_F(QtFileDialogsTest, NeverReplacesAFolder) {
             press(question, "Sluit");
         })
         .whenSaving(saveAs("sets-2"));
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "sets-2.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets-2.csv");
     EXPECT_THAT(said, ::testing::HasSubstr("“sets.csv” is een map"));
 }
 
@@ -313,7 +336,7 @@ TEST_F(QtFileDialogsTest, ShowsNamesInQuestionsAsPlainText) {
         EXPECT_EQ(question.textFormat(), Qt::PlainText);
         press(question, "Vervang");
     });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "<b>x.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "<b>x.csv");
 }
 
 TEST_F(QtFileDialogsTest, RemembersTheFolderOfTheLastFile) {
@@ -324,16 +347,16 @@ TEST_F(QtFileDialogsTest, RemembersTheFolderOfTheLastFile) {
         EXPECT_EQ(dialog.directory(), documents.exists() ? documents : QDir::home());
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    EXPECT_EQ(askToOpen({kCsv}), Path());
 
     user.whenOpening(open(in("map/sets.csv")));
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), folder / "map" / "sets.csv");
+    EXPECT_EQ(askToOpen({kCsv}), folder / "map" / "sets.csv");
     user.whenSaving(saveAs("nieuw"));
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "map" / "nieuw.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "map" / "nieuw.csv");
     user.whenSaving(saveAs(in("hoger")));
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "hoger.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "hoger.csv");
     user.whenSaving(saveAsProposed());
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), folder / "Zomer.csv");
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "Zomer.csv");
 }
 
 TEST_F(QtFileDialogsTest, OpensOneExistingFileOfAnyOfTheTypes) {
@@ -344,7 +367,7 @@ TEST_F(QtFileDialogsTest, OpensOneExistingFileOfAnyOfTheTypes) {
         EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
         open(in("sets.txt"))(dialog);
     });
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv, kText}), folder / "sets.txt");
+    EXPECT_EQ(askToOpen({kCsv, kText}), folder / "sets.txt");
 }
 
 TEST_F(QtFileDialogsTest, OpensFilesWithQuotationMarksInTheirNames) {
@@ -357,20 +380,39 @@ TEST_F(QtFileDialogsTest, OpensFilesWithQuotationMarksInTheirNames) {
         list->setCurrentIndex(entry());
         Q_EMIT list->activated(entry());
     });
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), folder / R"(24" "x".csv)");
+    EXPECT_EQ(askToOpen({kCsv}), folder / R"(24" "x".csv)");
 }
 
-TEST_F(QtFileDialogsTest, StandsBeforeTheActiveWindow) {
-    QWidget window;
-    window.show();
-    window.activateWindow();
-    QApplication::processEvents();
+TEST_F(QtFileDialogsTest, StandsBeforeTheWindowThatAsksAndBlocksItAlone) {
     user.whenSaving([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.parentWidget(), &window);
-        EXPECT_TRUE(dialog.isModal());
+        EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
+}
+
+TEST_F(QtFileDialogsTest, GoesUnansweredWithTheWindowThatAsked) {
+    makeFile("sets.csv");
+    const auto never = [](const Path&) { ADD_FAILURE() << "answered"; };
+    const auto isOpen = [](const char* name) {
+        return std::ranges::any_of(QApplication::topLevelWidgets(), [&](const QWidget* each) {
+            return each->objectName() == QLatin1String(name) && each->isVisible();
+        });
+    };
+    for (const auto* const name : {"openDialog", "saveDialog", "replaceQuestion"}) {
+        auto asking = std::make_unique<QWidget>();
+        if (std::string(name) == "openDialog")
+            dialogs.askWhatToOpen({asking.get()}, {kCsv}, never);
+        else
+            dialogs.askWhereToSave({asking.get()}, "x", kCsv, never);
+        if (std::string(name) == "replaceQuestion")
+            saveAs(in("sets.csv"))(*asking->findChild<QFileDialog*>());
+        EXPECT_TRUE(isOpen(name)) << name;
+        asking.reset();
+        QApplication::processEvents();
+        EXPECT_FALSE(isOpen(name)) << name;
+    }
 }
 
 std::set<std::string> textsOf(const QWidget& dialog) {
@@ -392,12 +434,14 @@ std::set<std::string> textsOf(const QWidget& dialog) {
 
 TEST_F(QtFileDialogsTest, SpeaksDutch) {
     useDutchTexts(*qApp);
+    // The window hears of the texts before it asks.
+    QApplication::processEvents();
     std::set<std::string> texts;
     user.whenSaving([&](QFileDialog& dialog) {
         texts = textsOf(dialog);
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhereToSave("Zomer.csv", kCsv), Path());
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
     EXPECT_THAT(texts, ::testing::UnorderedElementsAre(
                            "Bewaar als", "Map:", "Bestandsnaam:", "Soort:", "Bewaar", "Annuleer", "Terug",
                            "Verder", "Hogere map", "Nieuwe map aanmaken", "Lijstweergave", "Detailweergave"));
@@ -405,7 +449,7 @@ TEST_F(QtFileDialogsTest, SpeaksDutch) {
         texts = textsOf(dialog);
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    EXPECT_EQ(askToOpen({kCsv}), Path());
     EXPECT_THAT(texts, ::testing::IsSupersetOf({"Open bestand", "Open", "Annuleer"}));
 }
 
@@ -414,7 +458,7 @@ TEST_F(QtFileDialogsTest, NamesTheKindsOfFilesInDutch) {
     fs::create_directory(folder / "kaarten");
     makeFile("sets.csv");
     user.whenSaving(saveAs(in("eerst.csv")));
-    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), folder / "eerst.csv");
+    EXPECT_EQ(askToSave("x", kCsv), folder / "eerst.csv");
     std::map<std::string, std::string> kinds;
     user.whenSaving([&](QFileDialog& dialog) {
         const auto* const model = dialog.findChild<QFileSystemModel*>();
@@ -423,7 +467,7 @@ TEST_F(QtFileDialogsTest, NamesTheKindsOfFilesInDutch) {
             kinds[name] = model->type(model->index(QString::fromStdString(in(name)))).toStdString();
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhereToSave("x", kCsv), Path());
+    EXPECT_EQ(askToSave("x", kCsv), Path());
     EXPECT_THAT(kinds, ::testing::UnorderedElementsAre(::testing::Pair("kaarten", "Map"),
                                                        ::testing::Pair("sets.csv", "csv-bestand")));
 }
@@ -446,7 +490,7 @@ TEST_F(QtFileDialogsTest, SaysItsOwnTextsInAnotherLanguage) {
         look(dialog);
         dialog.reject();
     });
-    EXPECT_EQ(dialogs.askWhatToOpen({kCsv}), Path());
+    EXPECT_EQ(askToOpen({kCsv}), Path());
     const FileType kOther{"Bestand", {"0"}};
     const auto lookAtQuestion = [&](QMessageBox& question) {
         EXPECT_TRUE(translated(question.windowTitle()));
@@ -462,7 +506,7 @@ TEST_F(QtFileDialogsTest, SaysItsOwnTextsInAnotherLanguage) {
         });
         user.whenAsked(lookAtQuestion);
         user.whenSaving(cancel());
-        EXPECT_EQ(dialogs.askWhereToSave("3", kOther), Path());
+        EXPECT_EQ(askToSave("3", kOther), Path());
     }
 }
 

@@ -43,13 +43,19 @@ protected:
     void drop(const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
-        QDragEnterEvent enter(QPoint(300, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        // As a file manager would that proposes to move what it drags.
+        const Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter(QPoint(300, 300), possible, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&main(), &enter);
         m_dropTaken = enter.isAccepted();
         if (!m_dropTaken)
             return;
-        QDropEvent dropped(QPointF(300, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent dropped(QPointF(300, 300), possible, &data, Qt::LeftButton, Qt::NoModifier);
+        dropped.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&main(), &dropped);
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        EXPECT_EQ(dropped.dropAction(), Qt::CopyAction);
         settleReads();
     }
 

@@ -126,6 +126,7 @@ protected:
         auto& sheet = dynamic_cast<QDialog&>(openWindow(name));
         find<QPlainTextEdit>(sheet, "csvText").setPlainText("1;ζήτα;ήτα/θήτα");
         click(sheet, "importButton");
+        settleReads();
         lookAndClose(sheet);
     }
 

@@ -3,7 +3,6 @@
 #include "base/shown_text.h"
 #include "base/text_lookup.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
@@ -14,6 +13,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace vantor {
 namespace {
@@ -31,11 +31,6 @@ public:
         return file.suffix().isEmpty() ? shown("Bestand") : shown("%1-bestand").arg(file.suffix());
     }
 };
-
-QWidget* windowInFront() {
-    auto* const modal = QApplication::activeModalWidget();
-    return modal != nullptr ? modal : QApplication::activeWindow();
-}
 
 // All types as one entry of the dialog's list: "CSV, Tekst (*.csv *.txt)".
 QString filterOf(const std::vector<FileType>& types) {
@@ -61,20 +56,6 @@ QString withExtensionOf(const FileType& type, const QString& path) {
     return path + QLatin1Char('.') + QString::fromStdString(type.extensions.front());
 }
 
-// `kinds` outlives the dialog.
-void prepare(QFileDialog& dialog, FileKinds& kinds, QFileDialog::AcceptMode mode, const QString& title,
-             const QString& accept) {
-    dialog.setIconProvider(&kinds);
-    dialog.setWindowTitle(title);
-    // Makes the buttons anew, so that their texts have to come behind it.
-    dialog.setAcceptMode(mode);
-    dialog.setLabelText(QFileDialog::LookIn, shown("Map:"));
-    dialog.setLabelText(QFileDialog::FileName, shown("Bestandsnaam:"));
-    dialog.setLabelText(QFileDialog::FileType, shown("Soort:"));
-    dialog.setLabelText(QFileDialog::Accept, accept);
-    dialog.setLabelText(QFileDialog::Reject, shown("Annuleer"));
-}
-
 // The file that the dialog ended with. The toolkit's own dialog takes quotation marks for a list of names.
 QString chosenFile(const QFileDialog& dialog) {
     const auto* const typed = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -84,79 +65,112 @@ QString chosenFile(const QFileDialog& dialog) {
     return files.isEmpty() ? QString() : files.front();
 }
 
-bool mayReplace(const QString& path) {
-    const QFileInfo file(path);
+// Asks over the window whether the file may be replaced; a folder never may.
+void askToReplace(QWidget* over, const QFileInfo& file, const std::function<void(bool)>& onAnswer) {
     const auto name = QString::fromStdString(shownText(file.fileName().toStdString()));
-    QMessageBox question(windowInFront());
-    question.setObjectName(QStringLiteral("replaceQuestion"));
-    question.setWindowTitle(shown("Bestand vervangen"));
-    question.setTextFormat(Qt::PlainText);
+    auto* const question = new QMessageBox(over);
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setObjectName(QStringLiteral("replaceQuestion"));
+    question->setWindowTitle(shown("Bestand vervangen"));
+    question->setTextFormat(Qt::PlainText);
+    const QPushButton* replace = nullptr;
     if (file.isDir()) {
-        question.setIcon(QMessageBox::Warning);
-        question.setText(shown("“%1” is een map. Kies een andere naam.").arg(name));
-        question.addButton(shown("Sluit"), QMessageBox::RejectRole);
-        question.exec();
-        return false;
+        question->setIcon(QMessageBox::Warning);
+        question->setText(shown("“%1” is een map. Kies een andere naam.").arg(name));
+        question->addButton(shown("Sluit"), QMessageBox::RejectRole);
+    } else {
+        question->setIcon(QMessageBox::Question);
+        question->setText(shown("“%1” bestaat al. Wil je het vervangen?").arg(name));
+        replace = question->addButton(shown("Vervang"), QMessageBox::DestructiveRole);
+        auto* const cancel = question->addButton(shown("Annuleer"), QMessageBox::RejectRole);
+        question->setDefaultButton(cancel);
+        question->setEscapeButton(cancel);
     }
-    question.setIcon(QMessageBox::Question);
-    question.setText(shown("“%1” bestaat al. Wil je het vervangen?").arg(name));
-    const auto* const replace = question.addButton(shown("Vervang"), QMessageBox::DestructiveRole);
-    auto* const cancel = question.addButton(shown("Annuleer"), QMessageBox::RejectRole);
-    question.setDefaultButton(cancel);
-    question.setEscapeButton(cancel);
-    question.exec();
-    return question.clickedButton() == replace;
+    QObject::connect(question, &QDialog::finished, question, [question, replace, onAnswer] {
+        onAnswer(replace != nullptr && question->clickedButton() == replace);
+    });
+    question->open();
+}
+
+QWidget* widgetOf(AskingWindow asking) {
+    return static_cast<QWidget*>(asking.window);
 }
 
 } // namespace
 
 QtFileDialogs::QtFileDialogs()
-    : m_folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {
+    : m_kinds(std::make_unique<FileKinds>()),
+      m_folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {
     if (!QFileInfo(m_folder).isDir())
         m_folder = QDir::homePath();
 }
 
-std::optional<std::filesystem::path> QtFileDialogs::askWhereToSave(const std::string& proposedName,
-                                                                   const FileType& type) {
-    auto name = QString::fromStdString(proposedName).replace(QLatin1Char('/'), QLatin1Char('-'));
-    while (true) {
-        FileKinds kinds;
-        QFileDialog dialog(windowInFront());
-        dialog.setObjectName(QStringLiteral("saveDialog"));
-        prepare(dialog, kinds, QFileDialog::AcceptSave, shown("Bewaar als"), shown("Bewaar"));
-        dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setOption(QFileDialog::DontConfirmOverwrite);
-        dialog.setNameFilter(filterOf({type}));
-        dialog.setDirectory(m_folder);
-        dialog.selectFile(QDir(m_folder).absoluteFilePath(name));
-        if (dialog.exec() != QDialog::Accepted)
-            return std::nullopt;
-        const auto chosen = chosenFile(dialog);
-        if (chosen.isEmpty())
-            return std::nullopt;
-        const QFileInfo file(withExtensionOf(type, chosen));
-        m_folder = file.absolutePath();
-        if (!file.exists() || mayReplace(file.absoluteFilePath()))
-            return file.filesystemAbsoluteFilePath();
-        name = file.fileName();
-    }
+QtFileDialogs::~QtFileDialogs() = default;
+
+QFileDialog* QtFileDialogs::makeDialog(QWidget* over, const char* objectName,
+                                       QFileDialog::AcceptMode mode) const {
+    const bool saves = mode == QFileDialog::AcceptSave;
+    auto* const dialog = new QFileDialog(over);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setObjectName(QLatin1String(objectName));
+    dialog->setIconProvider(m_kinds.get());
+    dialog->setWindowTitle(saves ? shown("Bewaar als") : shown("Open bestand"));
+    // Makes the buttons anew, so that their texts have to come behind it.
+    dialog->setAcceptMode(mode);
+    dialog->setLabelText(QFileDialog::LookIn, shown("Map:"));
+    dialog->setLabelText(QFileDialog::FileName, shown("Bestandsnaam:"));
+    dialog->setLabelText(QFileDialog::FileType, shown("Soort:"));
+    dialog->setLabelText(QFileDialog::Accept, saves ? shown("Bewaar") : shown("Open"));
+    dialog->setLabelText(QFileDialog::Reject, shown("Annuleer"));
+    dialog->setDirectory(m_folder);
+    return dialog;
 }
 
-std::optional<std::filesystem::path> QtFileDialogs::askWhatToOpen(const std::vector<FileType>& types) {
-    FileKinds kinds;
-    QFileDialog dialog(windowInFront());
-    dialog.setObjectName(QStringLiteral("openDialog"));
-    prepare(dialog, kinds, QFileDialog::AcceptOpen, shown("Open bestand"), shown("Open"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilter(filterOf(types));
-    dialog.setDirectory(m_folder);
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    const QFileInfo file(chosenFile(dialog));
-    if (!file.isFile())
-        return std::nullopt;
-    m_folder = file.absolutePath();
-    return file.filesystemAbsoluteFilePath();
+void QtFileDialogs::askWhereToSave(AskingWindow asking, const std::string& proposedName, const FileType& type,
+                                   OnAnswer onAnswer) {
+    auto name = QString::fromStdString(proposedName).replace(QLatin1Char('/'), QLatin1Char('-'));
+    openSaveDialog(widgetOf(asking), name, type, onAnswer);
+}
+
+void QtFileDialogs::openSaveDialog(QWidget* over, const QString& name, const FileType& type,
+                                   const OnAnswer& onAnswer) {
+    auto* const dialog = makeDialog(over, "saveDialog", QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->setNameFilter(filterOf({type}));
+    dialog->selectFile(QDir(m_folder).absoluteFilePath(name));
+    QObject::connect(dialog, &QDialog::finished, dialog, [this, dialog, over, type, onAnswer](int result) {
+        const auto chosen = result == QDialog::Accepted ? chosenFile(*dialog) : QString();
+        if (chosen.isEmpty())
+            return onAnswer(std::nullopt);
+        const QFileInfo file(withExtensionOf(type, chosen));
+        m_folder = file.absolutePath();
+        if (!file.exists())
+            return onAnswer(file.filesystemAbsoluteFilePath());
+        askToReplace(over, file, [this, over, file, type, onAnswer](bool replaces) {
+            if (replaces)
+                onAnswer(file.filesystemAbsoluteFilePath());
+            else
+                openSaveDialog(over, file.fileName(), type, onAnswer);
+        });
+    });
+    dialog->open();
+}
+
+void QtFileDialogs::askWhatToOpen(AskingWindow asking, const std::vector<FileType>& types,
+                                  OnAnswer onAnswer) {
+    auto* const dialog = makeDialog(widgetOf(asking), "openDialog", QFileDialog::AcceptOpen);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilter(filterOf(types));
+    QObject::connect(dialog, &QDialog::finished, dialog,
+                     [this, dialog, onAnswer = std::move(onAnswer)](int result) {
+                         const QFileInfo file(result == QDialog::Accepted ? chosenFile(*dialog) : QString());
+                         if (!file.isFile())
+                             return onAnswer(std::nullopt);
+                         m_folder = file.absolutePath();
+                         onAnswer(file.filesystemAbsoluteFilePath());
+                     });
+    dialog->open();
 }
 
 } // namespace vantor

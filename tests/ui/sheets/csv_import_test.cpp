@@ -18,6 +18,8 @@ using ::testing::SizeIs;
 constexpr const char* kTwoSets = "Set;Merk;Items;Model;Locatie\n1;Nike;jas/rood;Anna;Studio A\n2;Zara;;;";
 constexpr const char* kTwoProducts = "Naam;Kleuren;Merk\njas;rood, blauw;Nike\nriem;;";
 
+constexpr Qt::DropActions kCopyOrMove = Qt::CopyAction | Qt::MoveAction;
+
 class CsvImportTest : public SheetTest {
 protected:
     CsvImportTest() { openMain(); }
@@ -55,17 +57,29 @@ protected:
         settleReads();
     }
 
-    void drop(QWidget& onto, const QList<QUrl>& urls) {
+    // Texts are understood beside the window as well.
+    static void import(const QWidget& sheet) {
+        click(sheet, "importButton");
+        settleReads();
+    }
+
+    // As a file manager would that proposes to move what it drags.
+    void drop(QWidget& onto, const QList<QUrl>& urls, Qt::DropActions possible = kCopyOrMove) {
         QMimeData data;
         data.setUrls(urls);
         const QPoint middle = onto.rect().center();
-        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QDragEnterEvent enter(middle, possible, &data, Qt::LeftButton, {});
+        enter.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&onto, &enter);
         m_accepted = enter.isAccepted();
         if (!m_accepted)
             return;
-        QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        QDropEvent event(middle, possible, &data, Qt::LeftButton, {});
+        event.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&onto, &event);
+        EXPECT_TRUE(event.isAccepted());
+        EXPECT_EQ(event.dropAction(), Qt::CopyAction);
         settleReads();
     }
 
@@ -134,7 +148,7 @@ TEST_F(CsvImportTest, ImportsSetsTellsInGreenHowManyAndClosesAfterAMoment) {
     paste(sheet, kTwoSets);
     QElapsedTimer since;
     since.start();
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_TRUE(isShown(sheet, "importResult"));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
     EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
@@ -150,7 +164,7 @@ TEST_F(CsvImportTest, ImportsProductsTellsHowManyAndClosesAfterAMoment) {
     paste(sheet, kTwoProducts);
     QElapsedTimer since;
     since.start();
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_TRUE(isShown(sheet, "importResult"));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 producten geïmporteerd");
     EXPECT_THAT(rowTexts(this->sheet("catalogSheet"), "productName"), ElementsAre("jas", "riem"));
@@ -162,7 +176,7 @@ TEST_F(CsvImportTest, ImportsProductsTellsHowManyAndClosesAfterAMoment) {
 TEST_F(CsvImportTest, StaysOpenWhenNothingWasImported) {
     const auto& sheet = openSets();
     paste(sheet, "Set;Merk;Items;Model;Locatie");
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_TRUE(isShown(sheet, "importResult"));
     EXPECT_EQ(textOf(sheet, "importResult"), "0 sets geïmporteerd");
     runFor(std::chrono::milliseconds(1800));
@@ -175,7 +189,7 @@ TEST_F(CsvImportTest, StaysOpenWhenAllProductsExist) {
     addProduct("riem");
     const auto& sheet = openProducts();
     paste(sheet, kTwoProducts);
-    click(sheet, "importButton");
+    import(sheet);
     EXPECT_EQ(textOf(sheet, "importResult"), "0 producten geïmporteerd");
     runFor(std::chrono::milliseconds(1800));
     EXPECT_TRUE(isOpen("catalogImportSheet"));
@@ -186,25 +200,72 @@ TEST_F(CsvImportTest, PressingTwiceImportsTwice) {
     const auto& sheet = openSets();
     paste(sheet, kTwoSets);
     click(sheet, "importButton");
-    click(sheet, "importButton");
+    import(sheet);
     EXPECT_THAT(shoot().sets, SizeIs(4));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
     EXPECT_TRUE(runUntil([&] { return !isOpen("importSheet"); }));
 }
 
-TEST_F(CsvImportTest, DoesNothingOnceTheShootIsGone) {
+TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedFor) {
+    const auto id = addShoot("Texel");
     const auto& sheet = openSets();
-    manager().deleteShoot(shoot().id);
     paste(sheet, kTwoSets);
-    click(sheet, "importButton");
+    addShoot("Ibiza");
+    import(sheet);
+    EXPECT_THAT(shoot().sets, IsEmpty());
+    EXPECT_THAT(manager().shoot(id)->sets, SizeIs(2));
+}
+
+TEST_F(CsvImportTest, SaysThatTheShootIsGoneAndKeepsTheText) {
+    const auto& sheet = openSets();
+    const auto id = shoot().id;
+    addShoot("Ibiza");
+    manager().deleteShoot(id);
+    paste(sheet, kTwoSets);
+    import(sheet);
+    EXPECT_EQ(textOf(sheet, "importResult"), "Deze shoot bestaat niet meer; er is niets geïmporteerd");
+    EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
+              ui::theme::red(main().palette()));
+    EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
+    EXPECT_TRUE(isOpen("importSheet"));
+    EXPECT_THAT(shoot().sets, IsEmpty());
+}
+
+TEST_F(CsvImportTest, DoesNothingWithoutAShoot) {
+    const auto& sheet = openSetImport();
+    paste(sheet, kTwoSets);
+    import(sheet);
     EXPECT_FALSE(isShown(sheet, "importResult"));
     EXPECT_TRUE(isOpen("importSheet"));
+}
+
+TEST_F(CsvImportTest, WhatIsStillBeingReadWhenItClosesIsNotImported) {
+    const auto& sheet = openSets();
+    paste(sheet, kTwoSets);
+    QTest::mouseClick(&find(sheet, "importButton"), Qt::LeftButton);
+    click(sheet, "cancelButton");
+    settleReads();
+    EXPECT_THAT(shoot().sets, IsEmpty());
+}
+
+TEST_F(CsvImportTest, RefusesAListOfMoreThanAHundredThousandLines) {
+    for (const auto* const name : {"importSheet", "catalogImportSheet"}) {
+        const auto& sheet = std::string(name) == "importSheet" ? openSets() : openProducts();
+        paste(sheet, "Set;Merk\n" + QString("1;B\n \n").repeated(100'000));
+        import(sheet);
+        EXPECT_EQ(textOf(sheet, "importResult"), "De lijst heeft 100.001 regels; meer dan 100.000 kan niet");
+        EXPECT_TRUE(find(sheet, "importButton").isEnabled());
+        const_cast<QDialog&>(sheet).close();
+        settle();
+    }
+    EXPECT_THAT(shoot().sets, IsEmpty());
+    EXPECT_THAT(catalog().products(), IsEmpty());
 }
 
 TEST_F(CsvImportTest, CancellingDuringTheMomentLeavesTheNextOneOpen) {
     const auto& sheet = openSets();
     paste(sheet, kTwoSets);
-    click(sheet, "importButton");
+    import(sheet);
     click(sheet, "cancelButton");
     EXPECT_FALSE(isOpen("importSheet"));
     const auto& next = openSets();
@@ -220,7 +281,7 @@ TEST_F(CsvImportTest, ShowsTheChosenFileInPlaceOfWhatWasThere) {
     chooseFile(sheet, "\xEF\xBB\xBFSet;Merk\r\n1;Zoé");
     EXPECT_EQ(editor(sheet).toPlainText(), QString::fromUtf8("Set;Merk\n1;Zoé"));
     EXPECT_THAT(m_dialogs.openedTypes, ElementsAre(ElementsAre("csv", "txt")));
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_THAT(shoot().sets, SizeIs(1));
     EXPECT_EQ(shoot().sets.front().brand, "Zoé");
 }
@@ -261,6 +322,8 @@ TEST_F(CsvImportTest, TakesADroppedFile) {
     EXPECT_FALSE(m_accepted);
     drop(sheet, {});
     EXPECT_FALSE(m_accepted);
+    drop(sheet, {QUrl::fromLocalFile("/tmp/mijn sets.csv")}, Qt::MoveAction);
+    EXPECT_FALSE(m_accepted) << "a file that could only be moved";
 }
 
 TEST_F(CsvImportTest, AFileReadWhileTheSheetClosesIsForgotten) {
@@ -274,11 +337,11 @@ TEST_F(CsvImportTest, AFileReadWhileTheSheetClosesIsForgotten) {
     EXPECT_THAT(shoot().sets, IsEmpty());
 }
 
-// A line of a set for each number, ten characters long.
+// A line of a set for each number, twenty characters long.
 QString numberedSets(int from, int count) {
     QString text;
     for (int i = 0; i < count; ++i)
-        text += QStringLiteral("%1;M\n").arg(from + i, 7, 10, QLatin1Char('0'));
+        text += QStringLiteral("%1;M\n").arg(from + i, 17, 10, QLatin1Char('0'));
     return text;
 }
 
@@ -286,7 +349,7 @@ TEST_F(CsvImportTest, ShowsTheBeginningOfAVeryLongTextAndImportsAllOfIt) {
     const auto& sheet = openSets();
     paste(sheet, "Set;Merk\n" + numberedSets(1, 1000));
     EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
-    paste(sheet, "Set;Merk\n" + numberedSets(1, 150000));
+    paste(sheet, "Set;Merk\n" + numberedSets(1, 90000));
     ASSERT_TRUE(isShown(sheet, "onlyBeginning"));
     EXPECT_EQ(textOf(sheet, "onlyBeginning"), "Alleen het begin is te zien");
     EXPECT_LE(editor(sheet).document()->characterCount(), 1000001);
@@ -298,23 +361,23 @@ TEST_F(CsvImportTest, ShowsTheBeginningOfAVeryLongTextAndImportsAllOfIt) {
     QTest::keyClick(&editor(sheet), Qt::Key_V, Qt::ControlModifier);
     QTest::keyClicks(&editor(sheet), "typed;M");
     QTest::keyClick(&editor(sheet), Qt::Key_Return);
-    EXPECT_TRUE(editor(sheet).toPlainText().startsWith("Set;Merk\nextra;M\ntyped;M\n0000001;M\n"));
-    click(sheet, "importButton");
-    EXPECT_EQ(textOf(sheet, "importResult"), "150002 sets geïmporteerd");
-    EXPECT_TRUE(
-        std::ranges::any_of(shoot().sets, [](const auto& set) { return set.setNumber == "0150000"; }));
+    EXPECT_TRUE(editor(sheet).toPlainText().startsWith("Set;Merk\nextra;M\ntyped;M\n00000000000000001;M\n"));
+    import(sheet);
+    EXPECT_EQ(textOf(sheet, "importResult"), "90002 sets geïmporteerd");
+    EXPECT_TRUE(std::ranges::any_of(shoot().sets,
+                                    [](const auto& set) { return set.setNumber == "00000000000090000"; }));
 }
 
 TEST_F(CsvImportTest, EmptyingOrReplacingTheShownBeginningForgetsTheRest) {
     const auto& sheet = openSets();
-    paste(sheet, numberedSets(1, 150000));
+    paste(sheet, numberedSets(1, 90000));
     paste(sheet, "");
     EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
     EXPECT_FALSE(find(sheet, "importButton").isEnabled());
-    paste(sheet, numberedSets(1, 150000));
+    paste(sheet, numberedSets(1, 90000));
     paste(sheet, "Set;Merk\n1;Nike");
     EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
-    click(sheet, "importButton");
+    import(sheet);
     EXPECT_THAT(shoot().sets, SizeIs(1));
 }
 
@@ -324,7 +387,7 @@ TEST_F(CsvImportTest, ALineWithoutEndIsNotShownWholeButImportedWhole) {
     chooseFile(sheet, ("Set;Merk\n1;" + brand + "\n2;Zara").toStdString());
     ASSERT_TRUE(isShown(sheet, "onlyBeginning"));
     EXPECT_LE(editor(sheet).document()->characterCount(), 60000);
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_THAT(shoot().sets, SizeIs(2));
     EXPECT_TRUE(
         std::ranges::any_of(shoot().sets, [&](const auto& set) { return set.brand == brand.toStdString(); }));
@@ -333,7 +396,7 @@ TEST_F(CsvImportTest, ALineWithoutEndIsNotShownWholeButImportedWhole) {
 TEST_F(CsvImportTest, KeepsSpacesThatMustNotBreak) {
     const auto& sheet = openSets();
     paste(sheet, QString::fromUtf8("Set;Merk\n1;Café\u00A0Zürich"));
-    click(sheet, "importButton");
+    import(sheet);
     EXPECT_EQ(shoot().sets.front().brand, "Café\u00A0Zürich");
 }
 
@@ -365,7 +428,7 @@ TEST_P(DefaultBrandTest, LinesWithoutABrandColumnGetTheOneThatIsChosen) {
     choose(find<QComboBox>(below, "brandPicker"), GetParam().chosen);
     const auto& sheet = openCatalogImport();
     paste(sheet, "Naam;Kleuren\njas;rood");
-    click(sheet, "importButton");
+    import(sheet);
     ASSERT_THAT(catalog().products(), SizeIs(1));
     EXPECT_EQ(catalog().products().front().brand, GetParam().expected);
 }
