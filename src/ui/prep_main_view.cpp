@@ -600,7 +600,7 @@ void PrepMainView::showImportError() {
         shown("Het bestand kon niet gelezen worden, mogelijk beschadigd of geen geldig .vantor-bestand."),
         [this] {
             m_importErrorShown = false;
-            m_scanner->setFocus();
+            returnFocus();
         });
 }
 
@@ -623,8 +623,15 @@ void PrepMainView::confirmDeleteShoot() {
 }
 
 void PrepMainView::openSheet(QDialog* sheet) {
-    QObject::connect(sheet, &QDialog::finished, this, [this] { m_scanner->setFocus(); });
+    QObject::connect(sheet, &QDialog::finished, this, [this] { returnFocus(); });
     sheet->open();
+}
+
+void PrepMainView::returnFocus() {
+    if (auto* const front = windowInFrontOf(this); front != this)
+        front->activateWindow();
+    else
+        m_scanner->setFocus();
 }
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {

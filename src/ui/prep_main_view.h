@@ -79,6 +79,8 @@ private:
     void openDownload();
     void confirmDeleteShoot();
     void openSheet(QDialog* sheet);
+    // To where one types next: a sheet that is still open, or else the scanner field.
+    void returnFocus();
 
     const Services& m_services;
     std::function<void()> m_onOpenGenerator;

@@ -2,6 +2,7 @@
 
 #include "ui/prep_main_view.h"
 #include "ui/qr_generator_view.h"
+#include "ui/sheet.h"
 #include "ui/window_place.h"
 
 #include <QApplication>
@@ -17,7 +18,10 @@ void bringForward(QWidget& window) {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
-    window.activateWindow();
+    // A window that a sheet blocks takes no keys.
+    auto* const front = windowInFrontOf(&window);
+    front->raise();
+    front->activateWindow();
 }
 
 } // namespace

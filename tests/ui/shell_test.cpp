@@ -122,6 +122,26 @@ TEST_F(ShellTest, AddsTheShootsOfHandedFiles) {
     EXPECT_TRUE(isOpen("alert"));
 }
 
+TEST_F(ShellTest, TheOpenSheetHasTheFocusAfterAHandOverAndAfterItsMessage) {
+    m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
+    m_files.files["/in/b.vantor"] = "kapot";
+    auto& main = m_shell.openMain();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    click(main, "catalogButton");
+    auto& catalog = sheet("catalogSheet");
+    click(catalog, "importButton");
+    auto& import = sheet("catalogImportSheet");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&import));
+    m_shell.openFiles({{"/in/a.vantor"}, {}, {}, {}});
+    settleReads();
+    EXPECT_EQ(QApplication::focusWidget(), &find(import, "csvText"));
+    m_shell.openFiles({{"/in/b.vantor"}, {}, {}, {}});
+    settleReads();
+    QTest::keyClick(&sheet("alert"), Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(QApplication::focusWidget(), &find(import, "csvText"));
+}
+
 TEST_F(ShellTest, HandedFileDoesNotReplaceWhatIsStored) {
     m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
     m_shell.openFiles({{"/in/a.vantor"}, {}, {}, {}});
