@@ -3,6 +3,9 @@
 
 #include "model/shoot.h"
 #include "ui/services.h"
+#include "ui/widgets.h"
+
+#include <QTimer>
 
 namespace vantor::ui {
 
@@ -12,5 +15,16 @@ inline constexpr int kShownCodeSize = 300;
 
 // Asks where to, and writes the code as a PNG of 600 × 600 pixels. Every failure is silent.
 void saveQRAsPng(const QWidget* asking, const SetData& set, const Services& services);
+
+// CopiedNote: says for a moment that a code was copied. Keeps its place while it says nothing.
+class CopiedNote : public TextLabel {
+public:
+    CopiedNote();
+
+    void tell();
+
+private:
+    QTimer m_hiding;
+};
 
 } // namespace vantor::ui

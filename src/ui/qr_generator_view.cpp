@@ -137,6 +137,8 @@ QWidget* QRGeneratorView::makeCodePane() {
     column->addWidget(m_plate, 0, Qt::AlignHCenter);
     column->addWidget(m_text);
     column->addLayout(buttons);
+    m_copied = new CopiedNote;
+    column->addWidget(m_copied, 0, Qt::AlignHCenter);
     column->addStretch();
     return pane;
 }
@@ -154,9 +156,11 @@ void QRGeneratorView::generate() {
     render();
 }
 
-void QRGeneratorView::copy() const {
-    if (m_qrImage)
-        m_services.clipboard.setPicture(*m_qrImage);
+void QRGeneratorView::copy() {
+    if (!m_qrImage)
+        return;
+    m_services.clipboard.setPicture(*m_qrImage);
+    m_copied->tell();
 }
 
 void QRGeneratorView::render() {

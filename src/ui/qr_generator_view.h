@@ -19,6 +19,7 @@ namespace vantor::ui {
 
 class CodePlate;
 class CodeText;
+class CopiedNote;
 class ItemEditor;
 
 class QRGeneratorView : public QWidget {
@@ -33,7 +34,7 @@ private:
     QWidget* makeEmptyPane();
     QWidget* makeCodePane();
     void generate();
-    void copy() const;
+    void copy();
     void render();
 
     const Services& m_services;
@@ -47,6 +48,7 @@ private:
     QStackedWidget* m_right = nullptr;
     CodePlate* m_plate = nullptr;
     CodeText* m_text = nullptr;
+    CopiedNote* m_copied = nullptr;
 };
 
 } // namespace vantor::ui

@@ -49,19 +49,24 @@ QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
     copyButton->setAutoDefault(false);
     saveButton->setAutoDefault(false);
     QObject::connect(copyButton, &QPushButton::clicked, this, [this] { copy(); });
-    QObject::connect(saveButton, &QPushButton::clicked, this, [this] { saveQRAsPng(this, m_set, m_services); });
+    QObject::connect(saveButton, &QPushButton::clicked, this,
+                     [this] { saveQRAsPng(this, m_set, m_services); });
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(copyButton);
     buttons->addWidget(saveButton);
     buttons->addStretch();
     column()->addLayout(buttons);
+    m_copied = new CopiedNote;
+    column()->addWidget(m_copied, 0, Qt::AlignHCenter);
     copyButton->setFocus();
 }
 
-void QRSheet::copy() const {
-    if (const auto picture = QRGenerator(m_services.encoder).generate(m_set.toQRText(), kSavedCodeSize))
+void QRSheet::copy() {
+    if (const auto picture = QRGenerator(m_services.encoder).generate(m_set.toQRText(), kSavedCodeSize)) {
         m_services.clipboard.setPicture(*picture);
+        m_copied->tell();
+    }
 }
 
 } // namespace vantor::ui

@@ -7,15 +7,18 @@
 
 namespace vantor::ui {
 
+class CopiedNote;
+
 class QRSheet : public Sheet {
 public:
     QRSheet(QWidget* over, SetData set, const Services& services);
 
 private:
-    void copy() const;
+    void copy();
 
     SetData m_set;
     const Services& m_services;
+    CopiedNote* m_copied;
 };
 
 } // namespace vantor::ui

@@ -207,6 +207,7 @@ TEST_F(QrSheet, CopiesALargePicture) {
     ASSERT_THAT(m_clipboard.pictures, SizeIs(1));
     expectSame(m_clipboard.pictures[0], pictureOf(m_set.toQRText(), 600));
     EXPECT_TRUE(isOpen("qrSheet"));
+    EXPECT_TRUE(isShown(opened, "copiedNote"));
 }
 
 TEST_F(QrSheet, SavesALargePicture) {
@@ -241,6 +242,7 @@ TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {
     EXPECT_EQ(codeText(opened).toStdString(), set.toQRText());
     click(opened, "copyButton");
     EXPECT_THAT(m_clipboard.pictures, IsEmpty());
+    EXPECT_FALSE(isShown(opened, "copiedNote"));
     m_dialogs.whereToSave = "/out/code.png";
     click(opened, "saveButton");
     EXPECT_FALSE(m_files.files.contains("/out/code.png"));
@@ -345,9 +347,14 @@ TEST_F(Generator, PictureStaysWhileTextAndFileFollowTheFields) {
     EXPECT_NE(text(), generated);
     EXPECT_EQ(code().image.copy(code().plate), before);
 
+    const auto place = find(view(), "copyButton").geometry();
     click(view(), "copyButton");
     ASSERT_THAT(m_clipboard.pictures, SizeIs(1));
     expectSame(m_clipboard.pictures[0], pictureOf(generated, 300));
+    EXPECT_EQ(textOf(view(), "copiedNote"), "Gekopieerd");
+    EXPECT_TRUE(isShown(view(), "copiedNote"));
+    EXPECT_EQ(find(view(), "copyButton").geometry(), place) << "nothing moves";
+    EXPECT_TRUE(runUntil([&] { return !isShown(view(), "copiedNote"); })) << "only for a moment";
 
     m_dialogs.whereToSave = "/out/code.png";
     click(view(), "saveButton");
