@@ -38,6 +38,11 @@ CatalogPickerMenu::CatalogPickerMenu(const ProductCatalog& catalog, std::string 
     m_menu->setObjectName(QStringLiteral("catalogPickerMenu"));
     setMenu(m_menu);
     QObject::connect(m_menu, &QMenu::aboutToShow, this, [this] { fillMenu(); });
+    // Clearing a menu leaves its submenus where they are. Later, as what was picked is told only after this.
+    QObject::connect(m_menu, &QMenu::aboutToHide, this, [this] {
+        for (auto* const brand : m_menu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+            brand->deleteLater();
+    });
 }
 
 void CatalogPickerMenu::fillMenu() {

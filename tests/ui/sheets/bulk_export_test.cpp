@@ -279,7 +279,9 @@ TEST_F(BulkExportTest, ACancelledExportLeavesNoFileAndTheSheetAsItWas) {
     click(*boxes(sheet).at(0));
     click(sheet, "exportButton");
     ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }));
-    QTest::keyClick(&this->sheet("exportProgress"), Qt::Key_Escape);
+    auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
+    QTest::keyClick(&progress, Qt::Key_Escape);
+    ASSERT_TRUE(runUntil([&] { return progress.wasCanceled(); }));
     m_mayDraw.release(60);
     ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
     settle();
