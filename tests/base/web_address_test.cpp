@@ -65,5 +65,24 @@ TEST(WebAddressCutTest, NeverCrashesOnPartsOfAnAddress) {
     EXPECT_GT(addresses, 0);
 }
 
+// What a web site could send instead of the address of a download.
+INSTANTIATE_TEST_SUITE_P(
+    Attacks, OtherTextTest,
+    ::testing::Values(
+        "javascript:alert(1)", "JAVASCRIPT:alert(1)", "java\tscript:alert(1)", " javascript:alert(1)",
+        "data:text/html,<b>x</b>", "data:text/html;base64,PGI+", "FILE:///etc/passwd",
+        "file://vantor.example/etc/passwd", "sftp://vantor.example/prep", "mailto:a@vantor.example",
+        "tel:+31201234567", "smb://vantor.example/prep", "wss://vantor.example/",
+        "blob:https://vantor.example/1", "about:blank", "view-source:https://vantor.example/",
+        "intent://vantor.example/#Intent;scheme=https;end", "vantor-prep://open",
+        "https:https://vantor.example/", "\xEF\xBD\x88ttps://vantor.example/", "\thttps://vantor.example/",
+        "https://vantor.example/\r\nx", "https://vantor.example/\x07",
+        "https://vantor.example\0.elsewhere.example/"sv, "https://vantor.example/\u0085",
+        "\u00A0https://vantor.example/", "\u200Bhttps://vantor.example/", "\uFEFFhttps://vantor.example/",
+        "https://vantor.example/\u202Efdp", "https://v\u0430ntor.example/", "https://vantor\uFF0Eexample/",
+        "https://vantor.example\\@elsewhere.example/", "https:\\\\vantor.example\\download",
+        "https://vantor.example:download/", "https://vantor.example:4294967739/", "<https://vantor.example/>",
+        "download", "../download", "?v=3.0", "C:\\prep.exe", "\\\\vantor.example\\prep"));
+
 } // namespace
 } // namespace vantor

@@ -1,5 +1,5 @@
-// What the checker makes of every kind of answer. A good one is published and remembered; a bad one leaves no
-// trace but the time of the check. No answer makes anything but a web address of what the browser is given.
+// What the checker makes of an answer. A good one is published and remembered; a bad one leaves no trace but the time of
+// the check. What counts as JSON and as a web address is tested where it is read.
 
 #include "tests/support/manual_timer.h"
 #include "tests/support/memory_key_value_store.h"
@@ -7,26 +7,21 @@
 #include "tests/support/standing_clock.h"
 #include "update/update_checker.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vantor {
 namespace {
 
 using namespace std::string_literals;
-using ::testing::AnyOf;
-using ::testing::IsEmpty;
 using testing::ManualTimer;
 using testing::MemoryKeyValueStore;
 using testing::ScriptedHttpClient;
 using testing::StandingClock;
-using ::testing::StartsWith;
 
 using Text = std::optional<std::string>;
 
@@ -100,226 +95,59 @@ TEST_P(UpdateAnswersTest, IsBelievedWholeOrLeavesNoTraceButItsTime) {
     const auto next = makeChecker();
     EXPECT_EQ(next.availableVersion(), version);
     EXPECT_EQ(next.downloadURL(), url);
-    if (url) {
-        EXPECT_THAT(*url, AnyOf(StartsWith("https://"), StartsWith("http://"), StartsWith("HTTPS://"),
-                                StartsWith("hTTp://")));
-    }
 }
 
-// The answer whose address stands as given between the quotes.
-std::string withURL(std::string_view inQuotes) {
-    return R"({"version":"3.0","download_url":")" + std::string(inQuotes) + R"("})";
-}
-
-// The answer whose member reads as given.
-std::string withURLValue(std::string_view value) {
-    return R"({"version":"3.0","download_url":)" + std::string(value) + "}";
-}
-std::string withVersionValue(std::string_view value) {
-    return R"({"version":)" + std::string(value) + R"(,"download_url":"https://vantor.example/download"})";
-}
-
-std::vector<Answer> addresses() {
-    std::vector<Answer> answers;
-    const auto web = [&](const char* name, const std::string& url) {
-        answers.push_back({name, withURL(url), url});
+std::vector<Answer> answers() {
+    const std::string version = R"("version":"3.0")";
+    const std::string address = R"("download_url":"https://vantor.example/download")";
+    const auto plain = "{" + version + "," + address + "}";
+    std::vector<Answer> all{
+        {"Plain", plain, kDownload},
+        {"SpreadOutAndEscaped",
+         "\uFEFF\r\n{ \"download\\u005Furl\" : \"https:\\/\\/vantor.example/downl\\u006Fad\" ,\n "
+         "\"version\" : \"\\u0033.0\" } \r\n",
+         kDownload},
+        {"OtherMembers", R"({"a":[1,{"version":"9"}],"":"",)" + plain.substr(1), kDownload},
+        {"LastOfSeveralAddresses", R"({"download_url":"javascript:x",)" + plain.substr(1), kDownload},
+        {"LongAddress",
+         "{" + version + R"(,"download_url":"https://vantor.example/)" + std::string(60'000, 'x') + "\"}",
+         "https://vantor.example/" + std::string(60'000, 'x')},
     };
-    const auto other = [&](const char* name, std::string_view inQuotes) {
-        answers.push_back({name, withURL(inQuotes), std::nullopt});
-    };
-    web("Https", kDownload);
-    web("Http", "http://vantor.example/download");
-    web("HttpsInCapitals", "HTTPS://VANTOR.EXAMPLE/DOWNLOAD");
-    web("HttpInBothCases", "hTTp://vantor.example");
-    web("Port", "https://vantor.example:8443/");
-    web("UserInfo", "https://vantor.example:x@elsewhere.example/");
-    web("Punycode", "https://xn--vantr-kua.example/");
-    web("Ipv4", "http://127.0.0.1/");
-    web("Ipv6", "https://[2001:db8::1]:443/x");
-    web("QueryAndFragment", "https://vantor.example/d?v=3.0&os=linux#top");
-    web("EscapedLineFeed", "https://vantor.example/%0D%0Ax");
-    web("SchemeWithinThePath", "https://vantor.example/javascript:alert(1)");
-    web("LongPath", "https://vantor.example/" + std::string(60'000, 'x'));
-    answers.push_back(
-        {"JsonEscapes", withURL(R"(https:\/\/vantor.example\/downl\u006Fad)"), Text(kDownload)});
-
-    other("Javascript", "javascript:alert(1)");
-    other("JavascriptInCapitals", "JAVASCRIPT:alert(1)");
-    other("JavascriptWithAHost", "javascript://vantor.example/%0aalert(1)");
-    other("JavascriptWithATabInside", R"(java\tscript:alert(1))");
-    other("JavascriptBehindABlank", " javascript:alert(1)");
-    other("Data", "data:text/html,<b>x</b>");
-    other("DataBase64", "data:text/html;base64,PGI+");
-    other("File", "file:///etc/passwd");
-    other("FileOnAHost", "file://vantor.example/etc/passwd");
-    other("FileInCapitals", "FILE:///etc/passwd");
-    other("Ftp", "ftp://vantor.example/prep");
-    other("Sftp", "sftp://vantor.example/prep");
-    other("Mailto", "mailto:a@vantor.example");
-    other("Telephone", "tel:+31201234567");
-    other("Share", "smb://vantor.example/prep");
-    other("WebSocket", "wss://vantor.example/");
-    other("Blob", "blob:https://vantor.example/1");
-    other("About", "about:blank");
-    other("ViewSource", "view-source:https://vantor.example/");
-    other("Intent", "intent://vantor.example/#Intent;scheme=https;end");
-    other("OwnScheme", "vantor-prep://open");
-    other("LongerScheme", "httpsx://vantor.example/");
-    other("SchemeInFront", "xhttps://vantor.example/");
-    other("NestedSchemes", "https:https://vantor.example/");
-    other("SchemeOfOtherLetters", "\xEF\xBD\x88ttps://vantor.example/");
-    other("Empty", "");
-    other("Blank", " ");
-    other("BlankInFront", " https://vantor.example/");
-    other("BlankBehind", "https://vantor.example/ ");
-    other("BlankWithin", "https://vantor.example/a b");
-    other("BlankInTheHost", "https://vantor example/");
-    other("TabInFront", R"(\thttps://vantor.example/)");
-    other("LineFeedBehind", R"(https://vantor.example/\n)");
-    other("LineFeedWithin", R"(https://vantor.example/\r\nx)");
-    other("NulBehind", R"(https://vantor.example/\u0000)");
-    other("NulInTheHost", R"(https://vantor.example\u0000.elsewhere.example/)");
-    other("ControlCharacter", R"(https://vantor.example/\u0007)");
-    other("Delete", "https://vantor.example/\x7F");
-    other("NextLineCharacter", R"(https://vantor.example/\u0085)");
-    other("NoBreakSpaceInFront", R"(\u00A0https://vantor.example/)");
-    other("ZeroWidthSpaceInFront", R"(\u200Bhttps://vantor.example/)");
-    other("ByteOrderMarkInFront", R"(\uFEFFhttps://vantor.example/)");
-    other("RightToLeftOverride", R"(https://vantor.example/\u202Efdp)");
-    other("UnescapedHost", "https://vant\xC3\xB8r.example/");
-    other("LookAlikeHost", "https://v\xD0\xB0ntor.example/");
-    other("FullWidthPoint", "https://vantor\xEF\xBC\x8E"
-                            "example/");
-    other("BackslashBeforeAt", R"(https://vantor.example\\@elsewhere.example/)");
-    other("BackslashesForSlashes", R"(https:\\\\vantor.example\\download)");
-    other("TwoAts", "https://vantor.example@elsewhere.example@x/");
-    other("UserWithoutHost", "https://vantor@/");
-    other("PortWithoutHost", "https://:443/");
-    other("PortThatIsNoNumber", "https://vantor.example:download/");
-    other("PortOfManyDigits", "https://vantor.example:4294967739/");
-    other("BracketLeftOpen", "https://[2001:db8::1/");
-    other("BrokenEscape", "https://vantor.example/%4");
-    other("Markup", "https://vantor.example/<b>");
-    other("Quote", R"(https://vantor.example/\")");
-    other("InAngleBrackets", "<https://vantor.example/>");
-    other("NoHost", "https://");
-    other("NoHostButAPath", "https:///download");
-    other("NoHostButAQuery", "https://?download");
-    other("NoSlashes", "https:vantor.example");
-    other("OneSlash", "https:/vantor.example");
-    other("SchemeOnly", "https");
-    other("SchemeRelative", "//vantor.example/download");
-    other("Path", "/download");
-    other("RelativePath", "download");
-    other("ParentPath", "../download");
-    other("QueryOnly", "?v=3.0");
-    other("HostOnly", "vantor.example");
-    other("WindowsPath", R"(C:\\prep.exe)");
-    other("WindowsShare", R"(\\\\vantor.example\\prep)");
-    other("Words", "geen adres");
-    for (const auto* const value : {"null", "true", "7", "[]", R"(["https://vantor.example/"])",
-                                    R"({"url":"https://vantor.example/"})"})
-        answers.push_back({"UrlValue" + std::to_string(answers.size()), withURLValue(value), std::nullopt});
-    return answers;
-}
-
-std::vector<Answer> shapes() {
-    std::vector<Answer> answers;
-    const auto good = [&](const char* name, const std::string& body) {
-        answers.push_back({name, body, kDownload});
-    };
-    const auto bad = [&](const char* name, const Text& body) {
-        answers.push_back({name, body, std::nullopt});
-    };
-    const auto plain = withURL(kDownload);
-    const auto members = plain.substr(1, plain.size() - 2);
-    const auto nested = [&](std::size_t depth) {
-        return R"({"a":)" + std::string(depth, '[') + std::string(depth, ']') + "," + members + "}";
-    };
-
-    good("Plain", plain);
-    good("SpreadOut", "\r\n\t { \"download_url\" : \"https://vantor.example/download\" ,\n \"version\" : "
-                      "\"\\u0033.0\" } \r\n");
-    good("OtherMembers", R"({"a":[1,{"version":"9"}],"b":null,"c":-1.5e5,"":"",)" + members + "}");
-    good("EscapedKeys", R"({"\u0076ersion":"3.0","download\u005Furl":"https://vantor.example/download"})");
-    good("ByteOrderMark", "\xEF\xBB\xBF" + plain);
-    good("NestedAsDeepAsCanBe", nested(512));
-    good("VeryLarge", R"({"notes":")" + std::string(65'000, 'x') + "\"," + members + "}");
-    good("LastOfSeveralUrls", R"({"version":"3.0","download_url":"javascript:x",)" + members + "}");
-
-    bad("FirstOfSeveralUrls", "{" + members + R"(,"download_url":"javascript:x"})");
+    const auto bad = [&](const char* name, const Text& body) { all.push_back({name, body, std::nullopt}); };
     bad("NoBody", std::nullopt);
     bad("NothingInIt", "");
-    bad("Blanks", " \r\n\t");
-    bad("ByteOrderMarkOnly", "\xEF\xBB\xBF");
-    bad("TwoByteOrderMarks", "\xEF\xBB\xBF\xEF\xBB\xBF" + plain);
-    bad("PlainText", "3.0 https://vantor.example/download");
-    bad("WebPage", "<!DOCTYPE html><title>3.0</title>");
     bad("WebPageWithTheAnswerInIt", "<script>" + plain + "</script>");
-    bad("Null", "null");
-    bad("True", "true");
-    bad("Number", "3.0");
-    bad("String", "\"3.0\"");
-    bad("EmptyArray", "[]");
     bad("AnswerInAnArray", "[" + plain + "]");
     bad("AnswerInAnObject", R"({"data":)" + plain + "}");
-    bad("EmptyObject", "{}");
-    bad("NestedTooDeep", nested(513));
-    bad("NestedWithoutEnd", R"({"a":)" + std::string(60'000, '['));
-    bad("NotClosed", "{" + members);
-    bad("NotOpened", members + "}");
+    bad("NotClosed", plain.substr(0, plain.size() - 1));
     bad("TextBehind", plain + "x");
-    bad("SecondObjectBehind", plain + "{}");
-    bad("CommaBehindTheLast", "{" + members + ",}");
-    bad("NoCommaBetween", R"({"a":1 )" + members + "}");
-    bad("Comment", "{/* 3.0 */" + members + "}");
-    bad("SingleQuotes", "{'version':'3.0','download_url':'https://vantor.example/download'}");
-    bad("NamesWithoutQuotes", R"({version:"3.0",download_url:"https://vantor.example/download"})");
-    bad("NotANumber", R"({"a":NaN,)" + members + "}");
-    bad("NulInFront", "\0"s + plain);
-    bad("NulBehindIt", plain + "\0"s);
-    bad("NulBetween", "{\0"s + members + "}");
-    bad("RawLineFeedInAString", "{\"a\":\"\n\"," + members + "}");
-    bad("InvalidUtf8InTheVersion", withVersionValue("\"3.0\xFF\""));
-    bad("InvalidUtf8Elsewhere", "{\"a\":\"\xC3\"," + members + "}");
-    bad("OverlongUtf8", "{\"a\":\"\xC0\xAF\"," + members + "}");
-    bad("SurrogateInUtf8", "{\"a\":\"\xED\xA0\x80\"," + members + "}");
-    bad("HalfASurrogateEscape", R"({"a":"\uD800",)" + members + "}");
-    bad("Utf16", [&] {
-        std::string bytes = "\xFF\xFE";
-        for (const char c : plain)
-            bytes += {c, '\0'};
-        return bytes;
-    }());
-
-    bad("VersionMissing", R"({"download_url":"https://vantor.example/download"})");
-    bad("VersionEmpty", withVersionValue("\"\""));
-    bad("VersionInCapitals", R"({"VERSION":"3.0","download_url":"https://vantor.example/download"})");
-    bad("VersionNull", withVersionValue("null"));
-    bad("VersionNumber", withVersionValue("3.0"));
-    bad("VersionTrue", withVersionValue("true"));
-    bad("VersionArray", withVersionValue(R"(["3.0"])"));
-    bad("VersionObject", withVersionValue(R"({"major":3})"));
-    bad("UrlMissing", R"({"version":"3.0"})");
-    bad("UrlInOtherLetters", R"({"version":"3.0","downloadURL":"https://vantor.example/download"})");
+    bad("NulBehind", plain + "\0"s);
+    bad("InvalidUtf8InAnIgnoredMember", "{\"a\":\"\xC3\"," + plain.substr(1));
+    bad("VersionMissing", "{" + address + "}");
+    bad("AddressMissing", "{" + version + "}");
+    bad("VersionEmpty", R"({"version":"",)" + address + "}");
+    bad("VersionInCapitals", R"({"VERSION":"3.0",)" + address + "}");
+    for (const auto* const value : {"null", "true", "3.0", R"(["3.0"])", R"({"major":3})"}) {
+        bad("VersionOfAnotherKind", R"({"version":)" + std::string(value) + "," + address + "}");
+        bad("AddressOfAnotherKind", "{" + version + R"(,"download_url":)" + value + "}");
+    }
+    for (const auto* const other :
+         {"", "javascript:alert(1)", "file:///etc/passwd", " https://vantor.example/"})
+        bad("NoWebAddress", "{" + version + R"(,"download_url":")" + other + "\"}");
+    bad("LastOfSeveralAddressesIsNone",
+        plain.substr(0, plain.size() - 1) + R"(,"download_url":"javascript:x"})");
     // Old versions too are only believed together with an address.
     bad("OldVersionWithoutAnAddress", R"({"version":"1.0","download_url":"geen adres"})");
-    bad("OldVersionWithAnotherScheme", R"({"version":"1.0","download_url":"file:///etc/passwd"})");
-    return answers;
+    return all;
 }
 
 std::string nameOf(const ::testing::TestParamInfo<std::tuple<Answer, Memory>>& info) {
-    return std::get<Answer>(info.param).name +
+    return std::get<Answer>(info.param).name + "Nr" + std::to_string(info.index) +
            (std::get<Memory>(info.param) == Memory::None ? "" : "WhileANewerVersionIsKnown");
 }
 
-INSTANTIATE_TEST_SUITE_P(Addresses, UpdateAnswersTest,
-                         ::testing::Combine(::testing::ValuesIn(addresses()),
-                                            ::testing::Values(Memory::None, Memory::Newer)),
-                         nameOf);
-
-INSTANTIATE_TEST_SUITE_P(Shapes, UpdateAnswersTest,
-                         ::testing::Combine(::testing::ValuesIn(shapes()),
+INSTANTIATE_TEST_SUITE_P(All, UpdateAnswersTest,
+                         ::testing::Combine(::testing::ValuesIn(answers()),
                                             ::testing::Values(Memory::None, Memory::Newer)),
                          nameOf);
 
