@@ -10,6 +10,8 @@
 namespace vantor {
 namespace {
 
+constexpr auto kHeader = toLookUp("Naam;Kleuren;Merk");
+
 bool isHeaderName(std::string_view name) {
     const auto lower = lowerCased(name);
     return lower.find("naam") != std::string::npos || lower.find("name") != std::string::npos;
@@ -26,19 +28,43 @@ std::string_view takeCell(std::optional<std::string_view>& rest) {
     return trimmed(text.substr(0, end));
 }
 
+struct Row {
+    std::string_view name;
+    std::string_view colors;
+    std::optional<std::string_view> brand;
+
+    explicit Row(std::string_view line) {
+        std::optional rest = line;
+        name = takeCell(rest);
+        if (rest)
+            colors = takeCell(rest);
+        if (rest)
+            brand = trimmed(*rest);
+    }
+};
+
+bool isWrittenHeader(const Row& row) {
+    const auto text = lookUp(kHeader);
+    const Row written(text);
+    return lowerCased(row.name) == lowerCased(written.name) &&
+           lowerCased(row.colors) == lowerCased(written.colors) &&
+           lowerCased(row.brand.value_or("")) == lowerCased(written.brand.value_or(""));
+}
+
 } // namespace
 
 void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
                     const std::function<void(Product)>& onProduct) {
     Lines lines(withoutByteOrderMark(text));
-    while (const auto line = lines.next()) {
-        std::optional<std::string_view> rest = *line;
-        const auto name = takeCell(rest);
-        if (name.empty() || isHeaderName(name))
+    bool first = true;
+    while (const auto line = nextFilledLine(lines)) {
+        const Row row(*line);
+        const bool isHeader = isHeaderName(row.name) || (first && isWrittenHeader(row));
+        first = false;
+        if (row.name.empty() || isHeader)
             continue;
-        const auto colors = rest ? takeCell(rest) : std::string_view();
-        const auto brand = rest ? trimmed(*rest) : defaultBrand;
-        onProduct(Product::make(std::string(name), splitAtCommas(colors), std::string(brand)));
+        onProduct(Product::make(std::string(row.name), splitAtCommas(row.colors),
+                                std::string(row.brand.value_or(defaultBrand))));
     }
 }
 
@@ -49,7 +75,7 @@ std::vector<Product> readCatalogCSV(std::string_view text, std::string_view defa
 }
 
 std::string writeCatalogCSV(const std::vector<Product>& products) {
-    std::string text = lookUp("Naam;Kleuren;Merk");
+    std::string text = lookUp(kHeader);
     for (const auto& product : products) {
         text += '\n' + quotedCell(product.name) + ';' + quotedCell(joined(product.colors, ", ")) + ';' +
                 quotedCell(product.brand);

@@ -1,7 +1,8 @@
 // The CSV form of the product catalogue: name; colours between commas; brand.
 //
 // Reading has no quoting, so a name that holds a semicolon does not survive a round trip. A line whose name
-// holds "naam" or "name" in any case counts as a header and is passed over, wherever it stands.
+// holds "naam" or "name" in any case counts as a header and is passed over, wherever it stands; the first line also when
+// it is the header that the text lookup writes.
 // Writing: "Naam;Kleuren;Merk" and a line a product, in the given order, joined by line feeds.
 #pragma once
 

@@ -16,6 +16,9 @@ namespace {
 
 using Cells = std::vector<std::string>;
 
+constexpr auto kHeader = toLookUp("Set;Merk;Items;Model;Locatie;Email;Getagd");
+constexpr std::size_t kColumns = 7;
+
 // As many as spreadsheets have. A line of nothing but semicolons would take many times its size as cells.
 constexpr std::size_t kMostColumns = 16384;
 
@@ -24,7 +27,16 @@ bool containsAny(std::string_view text, std::initializer_list<std::string_view> 
                        [&](std::string_view word) { return text.find(word) != std::string_view::npos; });
 }
 
-// Which cell of a line holds what.
+// The titles in a header line, made comparable.
+Cells titlesOf(std::string_view line) {
+    auto titles = parseCSVRow(line, kMostColumns);
+    for (auto& title : titles)
+        title = trimmed(lowerCased(title));
+    return titles;
+}
+
+// Which cell of a line holds what: by the words in its title, and where the text lookup writes titles without these words,
+// by the title that it writes. What is the written title of one column is never another one.
 struct Columns {
     using Index = std::optional<std::size_t>;
 
@@ -38,21 +50,29 @@ struct Columns {
     std::vector<std::size_t> furtherItems;
 
     explicit Columns(const Cells& header) {
-        const auto find = [&](std::initializer_list<std::string_view> words) -> Index {
-            const auto found = std::find_if(header.begin(), header.end(),
-                                            [&](const auto& cell) { return containsAny(cell, words); });
+        auto written = titlesOf(lookUp(kHeader));
+        written.resize(kColumns);
+        const auto isAnother = [&](const std::string& title, std::size_t column) {
+            return title != written[column] && std::ranges::find(written, title) != written.end();
+        };
+        const auto find = [&](std::size_t column, std::initializer_list<std::string_view> words) -> Index {
+            auto found = std::ranges::find_if(header, [&](const auto& title) {
+                return containsAny(title, words) && !isAnother(title, column);
+            });
+            if (found == header.end() && !written[column].empty())
+                found = std::ranges::find(header, written[column]);
             if (found == header.end())
                 return std::nullopt;
             return static_cast<std::size_t>(found - header.begin());
         };
-        setNumber = find({"set"});
-        brand = find({"merk", "brand", "naam", "name", "product"});
-        items = find({"item"});
-        model = find({"model"});
-        location = find({"locatie", "location"});
-        email = find({"email", "e-mail"});
+        setNumber = find(0, {"set"});
+        brand = find(1, {"merk", "brand", "naam", "name", "product"});
+        items = find(2, {"item"});
+        model = find(3, {"model"});
+        location = find(4, {"locatie", "location"});
+        email = find(5, {"email", "e-mail"});
         for (std::size_t i = items ? *items + 1 : header.size(); i < header.size(); ++i) {
-            if (containsAny(header[i], {"item"}))
+            if (containsAny(header[i], {"item"}) && !isAnother(header[i], 2))
                 furtherItems.push_back(i);
         }
     }
@@ -93,9 +113,7 @@ bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(S
     const auto headerLine = nextFilledLine(lines);
     if (!headerLine)
         return false;
-    auto header = parseCSVRow(*headerLine, kMostColumns);
-    for (auto& cell : header)
-        cell = trimmed(lowerCased(cell));
+    const auto header = titlesOf(*headerLine);
     const Columns columns(header);
 
     std::size_t position = 0;
@@ -117,9 +135,9 @@ SetsOfCSV readSetCSV(std::string_view text, Timestamp now) {
 }
 
 std::string writeSetCSV(const Shoot& shoot) {
-    std::string text = lookUp("Set;Merk;Items;Model;Locatie;Email;Getagd");
+    std::string text = lookUp(kHeader);
     for (const auto& set : shoot.sets) {
-        const std::array<std::string, 7> cells{
+        const std::array<std::string, kColumns> cells{
             set.setNumber,
             set.brand,
             itemsCell(set.items),

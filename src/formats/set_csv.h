@@ -1,7 +1,7 @@
 // The CSV form of a shoot's sets.
 //
-// Reading: the first line that is not blank is the header. Columns are found by words in it, so their order is
-// free and further columns are ignored; nothing in the text is an error, unusable lines are passed over.
+// Reading: the first line that is not blank is the header. Columns are found by words in it, or by the titles
+// that the text lookup writes, so their order is free and further columns are ignored; nothing in the text is an error, unusable lines are passed over.
 // Writing: "Set;Merk;Items;Model;Locatie;Email;Getagd" and a line a set, in the shoot's order, joined by line
 // feeds. What is written reads back, but for taggedCount, ids, times, quote characters, line breaks, and what
 // reading trims.

@@ -16,6 +16,7 @@ using ::testing::ElementsAre;
 using Cells = std::vector<std::string>;
 
 struct Row {
+    std::string behaviour;
     std::string line;
     Cells cells;
 };
@@ -32,27 +33,40 @@ TEST_P(ParseCsvRow, GivesTheCells) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, ParseCsvRow,
-    ::testing::Values(Row{"", {""}},
-                      Row{"1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A",
+    ::testing::Values(Row{"OneEmptyForAnEmptyLine", "", {""}},
+                      Row{"AsDocumented",
+                          "1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A",
                           {"1", "Marvis", "coated pants/brown, sweater/blue navy", "Anna", "Studio A"}},
-                      Row{"a;;b;", {"a", "", "b", ""}}, Row{" a ; b ", {"a", "b"}},
-                      Row{"\"x;y\";z", {"x;y", "z"}}, Row{"\"a\"\"b\"", {"ab"}}, Row{"x\"y;z\"w", {"xy;zw"}},
-                      Row{"\"a;b", {"a;b"}}, Row{";", {"", ""}}, Row{"\"", {""}}, Row{"\"\"", {""}},
-                      Row{"\";\"", {";"}}, Row{"a,b\tc;d", {"a,b\tc", "d"}},
-                      Row{"\t\u00A0a\u3000;\u2003", {"a", ""}}, Row{"\" a \";b", {"a", "b"}}));
+                      Row{"EmptyOnesToo", "a;;b;", {"a", "", "b", ""}}, Row{"Trimmed", " a ; b ", {"a", "b"}},
+                      Row{"SemicolonInsideQuotes", "\"x;y\";z", {"x;y", "z"}},
+                      Row{"WithoutDoubledQuotes", "\"a\"\"b\"", {"ab"}},
+                      Row{"QuotesWithinACell", "x\"y;z\"w", {"xy;zw"}},
+                      Row{"QuoteThatIsNeverClosed", "\"a;b", {"a;b"}},
+                      Row{"TwoEmptyAroundASemicolon", ";", {"", ""}}, Row{"EmptyForAQuote", "\"", {""}},
+                      Row{"EmptyForTwoQuotes", "\"\"", {""}}, Row{"SemicolonAlone", "\";\"", {";"}},
+                      Row{"CommasAndTabsAsTheyStand", "a,b\tc;d", {"a,b\tc", "d"}},
+                      Row{"TrimmedOfAnyBlanks", "\t\u00A0a\u3000;\u2003", {"a", ""}},
+                      Row{"TrimmedInsideQuotes", "\" a \";b", {"a", "b"}}),
+    [](const auto& each) { return each.param.behaviour; });
 
 INSTANTIATE_TEST_SUITE_P(
     CharactersOfMoreThanOnePart, ParseCsvRow,
-    ::testing::Values(Row{"a;\u0301b;c", {"a;\u0301b", "c"}}, Row{"a\u0600;b;c", {"a\u0600;b", "c"}},
-                      Row{"a;\u200Db", {"a;\u200Db"}}, Row{"\"\u0301a;b\"", {"\"\u0301a", "b"}},
-                      Row{"\u0600\"a;b", {"\u0600\"a", "b"}}, Row{"\"a;b\"\u200D;c", {"a;b\"\u200D;c"}},
-                      Row{"é;ë", {"é", "ë"}},
-                      Row{"\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}}));
+    ::testing::Values(Row{"SemicolonWithAnAccent", "a;\u0301b;c", {"a;\u0301b", "c"}},
+                      Row{"SemicolonBehindAPrefix", "a\u0600;b;c", {"a\u0600;b", "c"}},
+                      Row{"SemicolonWithAJoiner", "a;\u200Db", {"a;\u200Db"}},
+                      Row{"QuoteWithAnAccent", "\"\u0301a;b\"", {"\"\u0301a", "b"}},
+                      Row{"QuoteBehindAPrefix", "\u0600\"a;b", {"\u0600\"a", "b"}},
+                      Row{"QuoteWithAJoiner", "\"a;b\"\u200D;c", {"a;b\"\u200D;c"}},
+                      Row{"Accents", "é;ë", {"é", "ë"}},
+                      Row{"Emoji", "\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}}),
+    [](const auto& each) { return each.param.behaviour; });
 
 INSTANTIATE_TEST_SUITE_P(BytesThatAreNoText, ParseCsvRow,
-                         ::testing::Values(Row{"\xFF;\xC3", {"\xFF", "\xC3"}},
-                                           Row{std::string("a\0;\0b", 5),
-                                               {std::string("a\0", 2), std::string("\0b", 2)}}));
+                         ::testing::Values(Row{"NoUtf8", "\xFF;\xC3", {"\xFF", "\xC3"}},
+                                           Row{"Zeros",
+                                               std::string("a\0;\0b", 5),
+                                               {std::string("a\0", 2), std::string("\0b", 2)}}),
+                         [](const auto& each) { return each.param.behaviour; });
 
 TEST(ParseCsvRow, TakesAVeryLongLine) {
     const std::string cell(100'000'000, 'x');
@@ -68,6 +82,7 @@ TEST(ParseCsvRow, TakesALineOfNothingButSeparators) {
 }
 
 struct Quoted {
+    std::string behaviour;
     std::string cell;
     std::string written;
 };
@@ -82,14 +97,17 @@ TEST_P(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {
     EXPECT_EQ(quotedCell(GetParam().cell), GetParam().written);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cells, QuotedCell,
-                         ::testing::Values(Quoted{"", ""}, Quoted{"Nike", "Nike"},
-                                           Quoted{" a, b\t", " a, b\t"}, Quoted{"a;b", "\"a;b\""},
-                                           Quoted{"a\"b", "\"a\"\"b\""}, Quoted{"\"", "\"\"\"\""},
-                                           Quoted{"a\nb", "\"a\nb\""}, Quoted{"a\rb", "a\rb"},
-                                           Quoted{"a\u2028b", "a\u2028b"}, Quoted{"a;\u0301b", "a;\u0301b"},
-                                           Quoted{"a\"\u0301b", "a\"\u0301b"},
-                                           Quoted{"a\"\u0301\"b", "\"a\"\u0301\"\"b\""}));
+INSTANTIATE_TEST_SUITE_P(
+    Cells, QuotedCell,
+    ::testing::Values(Quoted{"Empty", "", ""}, Quoted{"Word", "Nike", "Nike"},
+                      Quoted{"BlanksAndCommas", " a, b\t", " a, b\t"}, Quoted{"Semicolon", "a;b", "\"a;b\""},
+                      Quoted{"Quote", "a\"b", "\"a\"\"b\""}, Quoted{"QuoteAlone", "\"", "\"\"\"\""},
+                      Quoted{"LineFeed", "a\nb", "\"a\nb\""}, Quoted{"CarriageReturn", "a\rb", "a\rb"},
+                      Quoted{"LineSeparator", "a\u2028b", "a\u2028b"},
+                      Quoted{"SemicolonWithAnAccent", "a;\u0301b", "a;\u0301b"},
+                      Quoted{"QuoteWithAnAccent", "a\"\u0301b", "a\"\u0301b"},
+                      Quoted{"QuoteBehindOneWithAnAccent", "a\"\u0301\"b", "\"a\"\u0301\"\"b\""}),
+    [](const auto& each) { return each.param.behaviour; });
 
 TEST(SplitAtCommas, DropsEmptyPiecesAndTrimsTheOthers) {
     EXPECT_THAT(splitAtCommas("red,, blue ,"), ElementsAre("red", "blue"));

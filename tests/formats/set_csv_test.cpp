@@ -111,6 +111,7 @@ TEST(ReadSetCsv, TakesAnyLineEnd) {
 }
 
 struct Header {
+    std::string behaviour;
     std::string header;
     std::string summary;
 };
@@ -128,15 +129,21 @@ TEST_P(SetCsvHeader, TellsTheColumns) {
 
 INSTANTIATE_TEST_SUITE_P(
     Headers, SetCsvHeader,
-    ::testing::Values(Header{"Set;Merk;Items;Model;Locatie;Email", "1|2|4|5|6|3+"},
-                      Header{"email;locatie;model;items;merk;set", "6|5|3|2|1|4+"},
-                      Header{"E-MAIL;LOCATION;MODEL;ITEM;BRAND;SET", "6|5|3|2|1|4+"},
-                      Header{" Set ;\tMerk;x;y;z;q", "1|2|||"}, Header{"Settings;Merknaam;;;;", "1|2|||"},
-                      Header{"Nummer;Naam;;;;", "1|2|||"}, Header{"x;Name;Set;;;", "3|2|||"},
-                      Header{"Product;Merk;;;;", "1|1|||"}, Header{"Setnaam;Merk;;;;", "1|1|||"},
-                      Header{"Merk;Merk;Set;Set;;", "3|1|||"}, Header{"Merk;Getagd;Set;;;", "3|1|||"},
-                      Header{"\"Se\"\"t\";Brand;;;;", "1|2|||"}, Header{"\"a;Set\";Merk;;;;", "1|2|||"},
-                      Header{"Itemset;Merk;;;;", "1|2||||1+"}));
+    ::testing::Values(Header{"AsDocumented", "Set;Merk;Items;Model;Locatie;Email", "1|2|4|5|6|3+"},
+                      Header{"InAnyOrder", "email;locatie;model;items;merk;set", "6|5|3|2|1|4+"},
+                      Header{"InEnglishCapitals", "E-MAIL;LOCATION;MODEL;ITEM;BRAND;SET", "6|5|3|2|1|4+"},
+                      Header{"Trimmed", " Set ;\tMerk;x;y;z;q", "1|2|||"},
+                      Header{"ByPartsOfWords", "Settings;Merknaam;;;;", "1|2|||"},
+                      Header{"BrandByNaam", "Nummer;Naam;;;;", "1|2|||"},
+                      Header{"BrandByName", "x;Name;Set;;;", "3|2|||"},
+                      Header{"BrandByProduct", "Product;Merk;;;;", "1|1|||"},
+                      Header{"OneCellForTwoColumns", "Setnaam;Merk;;;;", "1|1|||"},
+                      Header{"ByTheFirstThatMatches", "Merk;Merk;Set;Set;;", "3|1|||"},
+                      Header{"WithoutTaggedCounts", "Merk;Getagd;Set;;;", "3|1|||"},
+                      Header{"WithoutQuotesInside", "\"Se\"\"t\";Brand;;;;", "1|2|||"},
+                      Header{"SemicolonsInsideQuotes", "\"a;Set\";Merk;;;;", "1|2|||"},
+                      Header{"ItemsAndSetInOneCell", "Itemset;Merk;;;;", "1|2||||1+"}),
+    [](const auto& each) { return each.param.behaviour; });
 
 TEST(ReadSetCsv, LowerCasesTheHeaderWhateverTheLetters) {
     EXPECT_THAT(summaries("ÉSET;MERK\n5;x"), ElementsAre("5|x|||"));
@@ -240,13 +247,48 @@ TEST(WriteSetCsv, LeavesBlanksAndCommasUnquoted) {
     EXPECT_EQ(writtenLine(set), " 1 ;a,b\tc\rd;;;;;0");
 }
 
-TEST(WriteSetCsv, LooksItsHeaderUp) {
-    setTextLookup(
-        [](std::string_view dutch) { return dutch == kHeader ? std::string("A;B") : std::string(dutch); });
-    const auto text = writeSetCSV({});
-    setTextLookup({});
-    EXPECT_EQ(text, "A;B");
+// A header as a translator has it, and how a file under it is read.
+struct TranslatedHeader {
+    std::string behaviour;
+    std::string written;
+    std::string read;
+    std::string summary;
+};
+
+void PrintTo(const TranslatedHeader& each, std::ostream* out) {
+    *out << each.read;
 }
+
+class SetCsvTranslation : public ::testing::TestWithParam<TranslatedHeader> {
+protected:
+    void SetUp() override {
+        setTextLookup([](std::string_view dutch) {
+            return dutch == kHeader ? GetParam().written : std::string(dutch);
+        });
+    }
+    void TearDown() override { setTextLookup({}); }
+};
+
+TEST_P(SetCsvTranslation, IsWrittenAndReadBack) {
+    EXPECT_EQ(writeSetCSV({}), GetParam().written);
+    EXPECT_THAT(summaries(GetParam().read + "\n1;2;3;4;5;6;7"), ElementsAre(GetParam().summary));
+}
+
+const std::string kFrench = "Tenue;Marque;Articles;Modèle;Lieu;Courriel;Marqué";
+const std::string kMisleading = "Nr.;Kollektion;Setteile;Modelname;Product location;Mail;Set items";
+
+INSTANTIATE_TEST_SUITE_P(
+    Headers, SetCsvTranslation,
+    ::testing::Values(
+        TranslatedHeader{"AllColumnsByTheirTitles", kFrench, kFrench, "1|2|4|5|6|3+"},
+        TranslatedHeader{"InAnyOrderAndCase", kFrench, "MARQUÉ; courriel ;LIEU;\"modèle\";x;marque;tenue",
+                         "7|6|4|3|2"},
+        TranslatedHeader{"DutchAsWell", kFrench, std::string(kHeader), "1|2|4|5|6|3+"},
+        TranslatedHeader{"WordsBeforeTitles", kFrench, "Marque;Merk;Tenue;Set;Item;;", "4|2||||5+"},
+        TranslatedHeader{"OnlyWholeTitles", kFrench, "Tenues;Marque;Lieu 2;;;;", "1|2|||"},
+        TranslatedHeader{"TitlesThatHoldWordsOfOtherColumns", kMisleading, kMisleading, "1|2|4|5|6|3+"},
+        TranslatedHeader{"FewerTitlesThanColumns", "A;B", "A;B;Item", "1|2||||3+"}),
+    [](const auto& each) { return each.param.behaviour; });
 
 // A set that the format can hold whole.
 rc::Gen<SetData> writableSet() {
