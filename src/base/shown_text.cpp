@@ -18,14 +18,17 @@ bool isIsolate(char32_t c) {
     return c >= 0x2066 && c <= kFirstStrongIsolate;
 }
 
-// U+2400 and its neighbours are pictures of the controls that they stand for.
-char32_t visible(char32_t c) {
-    if (c < 0x20)
-        return 0x2400 + c;
-    if (c == 0x7F)
-        return 0x2421;
-    const bool unseen = (c >= 0x80 && c < 0xA0) || c == 0x2028 || c == 0x2029;
-    return unseen ? 0xFFFD : c;
+bool isUnseen(char32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+// Its number, in letters that every font has: many lack the pictures that Unicode has of the controls.
+std::u32string signOf(char32_t c) {
+    constexpr std::u32string_view kDigits = U"0123456789ABCDEF";
+    std::u32string sign = U"<U+";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        sign += kDigits[(c >> shift) & 0xF];
+    return sign + U'>';
 }
 
 } // namespace
@@ -42,7 +45,10 @@ std::string shownText(std::string_view text) {
         }
         needsClosing = needsClosing || isEmbedding(c) || isIsolate(c) || isRightToLeft(c);
         openIsolates += isIsolate(c) ? 1 : c == kPopIsolate ? -1 : 0;
-        out += visible(c);
+        if (isUnseen(c))
+            out += signOf(c);
+        else
+            out += c;
     }
     if (needsClosing) {
         out.append(static_cast<std::size_t>(openIsolates), kPopIsolate);

@@ -6,7 +6,7 @@
 
 namespace vantor {
 
-// The text with a visible sign for every control character, and closed off where it holds right-to-left letters
+// The text with a visible sign ("<U+0009>") for every control character and line break, and closed off where it holds right-to-left letters
 // or directional controls (Unicode FSI … PDI, UAX #9), so that it cannot reorder the texts around it. Any other
 // text is unchanged.
 [[nodiscard]] std::string shownText(std::string_view text);

@@ -275,7 +275,7 @@ TEST_F(QtFileDialogsTest, AsksByANameThatCannotReorderTheQuestion) {
         })
         .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), std::nullopt);
-    EXPECT_EQ(asked, "“\u2068<b>\u202Egnp\u2401.csv\u2069” bestaat al. Wil je het vervangen?");
+    EXPECT_EQ(asked, "“\u2068<b>\u202Egnp<U+0001>.csv\u2069” bestaat al. Wil je het vervangen?");
 }
 
 TEST_F(QtFileDialogsTest, AsksByTheNameWithTheAddedExtension) {

@@ -37,8 +37,8 @@ TEST(ShownSet, LetsNoTextCloseWhatAnotherOneOpened) {
 }
 
 TEST(ShownSet, ShowsControlCharacters) {
-    EXPECT_EQ(shownHeadline(make("1\n2", "a\tb")), "Set 1\u240A2 — a\u2409b");
-    EXPECT_EQ(shownDescription(make("", "", {SetItem::make("a\x1b", "\r")})), "a\u241B \u240D");
+    EXPECT_EQ(shownHeadline(make("1\n2", "a\tb")), "Set 1<U+000A>2 — a<U+0009>b");
+    EXPECT_EQ(shownDescription(make("", "", {SetItem::make("a\x1b", "\r")})), "a<U+001B> <U+000D>");
 }
 
 } // namespace
