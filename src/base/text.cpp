@@ -233,6 +233,12 @@ std::string utf8(std::u32string_view characters) {
     return out;
 }
 
+bool isControl(char32_t character) {
+    const auto code = static_cast<UChar32>(character);
+    return (U_GET_GC_MASK(code) & (U_GC_CC_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK)) != 0 ||
+           u_hasBinaryProperty(code, UCHAR_BIDI_CONTROL) != 0;
+}
+
 bool isRightToLeft(char32_t character) {
     const auto direction = u_charDirection(static_cast<UChar32>(character));
     return direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC ||
@@ -321,6 +327,18 @@ std::size_t characterCount(std::string_view text) {
     std::size_t count = 0;
     forEachCharacterEnd(text, [&](std::size_t) { return ++count > 0; });
     return count;
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t mostBytes) {
+    if (text.size() <= mostBytes)
+        return text;
+    std::size_t keep = 0;
+    forEachCharacterEnd(text, [&](std::size_t end) {
+        if (end <= mostBytes)
+            keep = end;
+        return end < mostBytes;
+    });
+    return text.substr(0, keep);
 }
 
 std::string shortenedTo(std::string_view text, std::size_t most) {

@@ -27,6 +27,10 @@ namespace vantor {
 // R, AL and AN).
 [[nodiscard]] bool isRightToLeft(char32_t character);
 
+// Characters that show nothing but act on what stands around them: controls, line and paragraph separators, and those
+// that set a direction (Unicode's Bidi_Control).
+[[nodiscard]] bool isControl(char32_t character);
+
 // A byte-order mark at the start of a text file is not part of its text.
 [[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);
 
@@ -70,6 +74,9 @@ struct SplitPair {
 
 // Counts user-perceived characters.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
+
+// As many whole user-perceived characters of the text as `mostBytes` hold.
+[[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t mostBytes);
 
 // A text of more than `most` characters (at least 1) becomes its first `most` − 1 and "…".
 [[nodiscard]] std::string shortenedTo(std::string_view text, std::size_t most);

@@ -62,8 +62,8 @@ constexpr std::string_view kQrHelp = toLookUp(
     R"(Gebruik: vantor-prep-cli qr INVOER --output MAP
 
 Bewaart van elke set van een shoot de QR-code als PNG van 600 bij 600 pixels. De
-bestanden heten SET-nummer-merk.png; een / in een naam wordt een -, gelijke namen
-krijgen een volgnummer. Een map die er nog niet is wordt gemaakt.
+bestanden heten SET-nummer-merk.png; een / of een stuurteken in een naam wordt een -,
+gelijke namen krijgen een volgnummer. Een map die er nog niet is wordt gemaakt.
 
   --output MAP       waar de bestanden komen
   --from csv|vantor  wat er op de standaardinvoer staat, als INVOER - is

@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 
+#include "base/file_name.h"
 #include "base/text.h"
 #include "base/text_lookup.h"
 #include "cli/input.h"
@@ -157,22 +158,21 @@ private:
         std::unordered_map<std::string, int> numbers;
     };
 
-    // The name that the program proposes, as a file name of its own.
+    // The name that the program proposes, as a file name of its own. Nobody looks at it before the file is there, so that
+    // it holds nothing which could mislead or drive a terminal.
     static std::string freeName(const SetData& set, TakenNames& taken) {
-        static constexpr std::size_t kMostBytes = 240;
-        auto name = "SET-" + set.setNumber + "-" + set.brand;
-        std::ranges::replace_if(
-            name, [](char c) { return c == '/' || c == '\0'; }, '-');
-        name.resize(std::min(name.size(), kMostBytes));
-        while (!isValidUtf8(name))
-            name.pop_back();
-        auto free = name;
-        auto& number = taken.numbers[caseFolded(name)];
+        auto shown = characters("SET-" + set.setNumber + "-" + set.brand);
+        std::ranges::replace_if(shown, isControl, U'-');
+        const auto named = [text = utf8(shown)](const std::string& ending) {
+            return fileNamePart(text, ending.size()) + ending;
+        };
+        auto free = named(".png");
+        auto& number = taken.numbers[caseFolded(free)];
         if (++number > 1)
-            free = name + "-" + std::to_string(number);
+            free = named("-" + std::to_string(number) + ".png");
         while (!taken.names.insert(caseFolded(free)).second)
-            free = name + "-" + std::to_string(++number);
-        return free + ".png";
+            free = named("-" + std::to_string(++number) + ".png");
+        return free;
     }
 
     std::optional<Shoot> read(const Input& input) const {

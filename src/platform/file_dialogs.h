@@ -34,8 +34,8 @@ public:
 
     virtual ~FileDialogs() = default;
 
-    // Where to save. The proposed name is taken as it stands, but a "/" in it is shown as "-". The answer has the
-    // type's extension, and the user has agreed to replace a file of that name.
+    // Where to save. The proposed name is one that a file may have, and is shown as it stands. The answer has the type's
+    // extension, and the user has agreed to replace a file of that name.
     virtual void askWhereToSave(AskingWindow asking, const std::string& proposedName, const FileType& type,
                                 OnAnswer onAnswer) = 0;
 

@@ -1,4 +1,5 @@
-// The file names that the save dialogs propose. Names of shoots and sets are taken as they stand.
+// The file names that the save dialogs propose. Names of shoots and sets are taken as they stand, but for what no file
+// system takes (base/file_name.h).
 #pragma once
 
 #include "model/shoot.h"

@@ -217,9 +217,8 @@ TEST_P(ProposalTest, IsShownAndSavedAsItStands) {
 INSTANTIATE_TEST_SUITE_P(
     All, ProposalTest,
     ::testing::Values(Proposal{"Plain", "Zomer op Texel.csv", "Zomer op Texel.csv"},
-                      Proposal{"Slashes", "A/B 1/2.csv", "A-B 1-2.csv"},
-                      Proposal{"WayOut", "../../etc/x.csv", "..-..-etc-x.csv"},
-                      Proposal{"Root", "/x.csv", "-x.csv"},
+                      Proposal{"Dots", "..-..-etc-x.csv", "..-..-etc-x.csv"},
+                      Proposal{"Colon", ":x.csv", ":x.csv"},
                       Proposal{"Letters", "Été ☀️ “Zomer”.csv", "Été ☀️ “Zomer”.csv"},
                       Proposal{"Quotes", "Shoot \"Zomer\".csv", "Shoot \"Zomer\".csv"},
                       Proposal{"OneQuote", "24\" scherm.csv", "24\" scherm.csv"},

@@ -22,13 +22,13 @@ TEST(PngName, StandsWithoutNumberAndBrand) {
     EXPECT_EQ(pngName(setOf("", "")), "SET--.png");
 }
 
-TEST(PngName, ReplacesNothing) {
-    EXPECT_EQ(pngName(setOf("1/2", "H&M: \"Zoé\"")), "SET-1/2-H&M: \"Zoé\".png");
+TEST(PngName, KeepsWhatAFileSystemTakes) {
+    EXPECT_EQ(pngName(setOf("1/2", "H&M: \"Zoé\"")), "SET-1-2-H&M: \"Zoé\".png");
 }
 
 TEST(ShootFileName, IsTheShootsName) {
-    const auto shoot = Shoot::make("Ibiza / Zomer", "", "", {});
-    EXPECT_EQ(shootFileName(&shoot, "sets", ".csv"), "Ibiza / Zomer.csv");
+    const auto shoot = Shoot::make("Ibiza & Zomer", "", "", {});
+    EXPECT_EQ(shootFileName(&shoot, "sets", ".csv"), "Ibiza & Zomer.csv");
 }
 
 TEST(ShootFileName, OfANamelessShootIsTheExtension) {
@@ -44,7 +44,18 @@ TEST(ShootFileName, HasAFallbackWithoutAShoot) {
 TEST(CardsName, FollowsTheShootsName) {
     EXPECT_EQ(cardsName("Zomer op Texel"), "Zomer op Texel-QR-kaarten.pdf");
     EXPECT_EQ(cardsName(""), "-QR-kaarten.pdf");
-    EXPECT_EQ(cardsName("a/b"), "a/b-QR-kaarten.pdf");
+    EXPECT_EQ(cardsName("a/b"), "a-b-QR-kaarten.pdf");
+}
+
+TEST(ProposedNames, KeepTheirEndingsWhereTheyAreTooLong) {
+    const std::string name(300, 'x');
+    const auto shoot = Shoot::make(name, "", "", {});
+    for (const auto& [proposed, ending] :
+         {std::pair{pngName(setOf(name, "")), "xxx.png"}, std::pair{cardsName(name), "xxx-QR-kaarten.pdf"},
+          std::pair{shootFileName(&shoot, "", ".vantor"), "xxx.vantor"}}) {
+        EXPECT_EQ(proposed.size(), 255U);
+        EXPECT_TRUE(proposed.ends_with(ending)) << proposed;
+    }
 }
 
 TEST(CatalogName, IsFixed) {

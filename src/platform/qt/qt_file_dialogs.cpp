@@ -56,11 +56,18 @@ QString withExtensionOf(const FileType& type, const QString& path) {
     return path + QLatin1Char('.') + QString::fromStdString(type.extensions.front());
 }
 
+// A colon in front would make the toolkit look among its own resources.
+QString within(const QDir& folder, const QString& name) {
+    return name.startsWith(QLatin1Char(':')) ? folder.absolutePath() + QLatin1Char('/') + name
+                                             : folder.absoluteFilePath(name);
+}
+
 // The file that the dialog ended with. The toolkit's own dialog takes quotation marks for a list of names.
 QString chosenFile(const QFileDialog& dialog) {
     const auto* const typed = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (typed != nullptr && typed->text().contains(QLatin1Char('"')))
-        return QDir::cleanPath(dialog.directory().absoluteFilePath(typed->text()));
+    if (typed != nullptr &&
+        (typed->text().contains(QLatin1Char('"')) || typed->text().startsWith(QLatin1Char(':'))))
+        return QDir::cleanPath(within(dialog.directory(), typed->text()));
     const auto files = dialog.selectedFiles();
     return files.isEmpty() ? QString() : files.front();
 }
@@ -128,8 +135,7 @@ QFileDialog* QtFileDialogs::makeDialog(QWidget* over, const char* objectName,
 
 void QtFileDialogs::askWhereToSave(AskingWindow asking, const std::string& proposedName, const FileType& type,
                                    OnAnswer onAnswer) {
-    auto name = QString::fromStdString(proposedName).replace(QLatin1Char('/'), QLatin1Char('-'));
-    openSaveDialog(widgetOf(asking), name, type, onAnswer);
+    openSaveDialog(widgetOf(asking), QString::fromStdString(proposedName), type, onAnswer);
 }
 
 void QtFileDialogs::openSaveDialog(QWidget* over, const QString& name, const FileType& type,
@@ -138,7 +144,7 @@ void QtFileDialogs::openSaveDialog(QWidget* over, const QString& name, const Fil
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->setNameFilter(filterOf({type}));
-    dialog->selectFile(QDir(m_folder).absoluteFilePath(name));
+    dialog->selectFile(within(QDir(m_folder), name));
     QObject::connect(dialog, &QDialog::finished, dialog, [this, dialog, over, type, onAnswer](int result) {
         const auto chosen = result == QDialog::Accepted ? chosenFile(*dialog) : QString();
         if (chosen.isEmpty())
