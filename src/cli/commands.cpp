@@ -4,14 +4,15 @@
 #include "base/text.h"
 #include "base/text_lookup.h"
 #include "cli/input.h"
+#include "formats/set_csv.h"
 #include "formats/shoot_file.h"
 #include "output/bulk_qr_pdf_exporter.h"
 #include "output/qr_generator.h"
-#include "store/shoot_manager.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <new>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -101,14 +102,10 @@ public:
     }
 
     int operator()(const ConvertCall& call) const {
-        auto shoot = read(call.input);
+        const auto shoot = read(call.input);
         if (!shoot)
             return kFailed;
-        const auto id = shoot->id;
-        ShootManager manager;
-        manager.insertShoot(*std::move(shoot));
-        const auto text =
-            call.format == Format::Csv ? manager.exportCSV(id) : manager.exportJSON(id).value_or("");
+        const auto text = call.format == Format::Csv ? writeSetCSV(*shoot) : writeShootFile(*shoot);
         return m_services.files.replace(call.output, text) ? kDone : cannotWrite(call.output);
     }
 
@@ -132,7 +129,8 @@ public:
             return failure(lookUp("%1: geen set gevonden; een kaart heeft een regel SET: of BRAND:",
                                   {nameOf(call.path)}));
         }
-        return show(writeSetObject(*set) + "\n");
+        m_console.printJson(writeSetObject(*set) + "\n");
+        return flushed();
     }
 
     int operator()(const HelpCall& call) const { return show(helpText(call.about)); }
@@ -207,6 +205,10 @@ private:
 
     int show(std::string_view text) const {
         m_console.print(text);
+        return flushed();
+    }
+
+    int flushed() const {
         return m_console.flush() ? kDone : failure(lookUp("standaarduitvoer: kan niet geschreven worden"));
     }
 
@@ -214,10 +216,27 @@ private:
     Console& m_console;
 };
 
+// What a call works on is what there is too little memory for.
+struct InputName {
+    std::string operator()(const ParseCall& call) const { return nameOf(call.path); }
+    template <typename Other>
+    std::string operator()(const Other& call) const {
+        if constexpr (requires { call.input; })
+            return nameOf(call.input.path);
+        else
+            return "vantor-prep-cli";
+    }
+};
+
 } // namespace
 
 int run(const Call& call, const Services& services, Console& console) {
-    return std::visit(Runner(services, console), call);
+    try {
+        return std::visit(Runner(services, console), call);
+    } catch (const std::bad_alloc&) {
+        console.complain(lookUp("%1: te weinig geheugen", {std::visit(InputName(), call)}));
+        return kFailed;
+    }
 }
 
 } // namespace vantor::cli

@@ -22,8 +22,8 @@ inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kMisused = 2;
 
-// Carries the call out and says how it went: kDone, kFailed with the reason on standard error and no file
-// changed by a failing write, or kMisused.
+// Carries the call out and says how it went: kDone, kFailed with the reason (a lack of memory among them) on standard
+// error and no file changed by a failing write, or kMisused.
 [[nodiscard]] int run(const Call& call, const Services& services, Console& console);
 
 } // namespace vantor::cli

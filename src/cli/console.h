@@ -1,7 +1,7 @@
 // Console: the program's standard output and standard error.
 //
-// Output is text in UTF-8. What a file holds may be shown, so control characters other than tab and line feed
-// are replaced by U+FFFD: a set's name cannot drive a terminal.
+// Output is text in UTF-8. What a file holds may be shown, but nothing in it drives a terminal: control characters
+// other than tab and line feed are replaced by U+FFFD in lines for a person, and escaped in JSON, which stays exact.
 #pragma once
 
 #include <string_view>
@@ -15,6 +15,7 @@ public:
 
     // Collected until flush().
     void print(std::string_view text);
+    void printJson(std::string_view json);
     // False when standard output did not take everything that was printed.
     [[nodiscard]] bool flush();
 
@@ -26,6 +27,8 @@ public:
     void endProgress();
 
 private:
+    void collect(std::string_view text);
+
     bool m_showsProgress;
     bool m_progressShown = false;
     bool m_failed = false;

@@ -2,6 +2,8 @@
 
 #include "base/text.h"
 #include "base/text_lookup.h"
+#include "formats/list_limit.h"
+#include "formats/set_csv.h"
 #include "formats/shoot_file.h"
 #include "store/shoot_manager.h"
 
@@ -80,18 +82,21 @@ Outcome<Shoot> readCsv(const Input& input, const FileStore& files) {
     auto text = readText(input.path, files, kMostCsvBytes);
     if (auto* const problem = std::get_if<Problem>(&text))
         return std::move(*problem);
-    auto shoot =
-        Shoot::make(input.path ? input.path->stem().string() : lookUp("shoot"), "", "", Timestamp::now());
-    const auto id = shoot.id;
-    ShootManager manager;
-    manager.insertShoot(std::move(shoot));
-    if (manager.importCSV(std::get<std::string>(text), id) == 0) {
+    const auto& csv = std::get<std::string>(text);
+    if (const auto lines = lineCount(csv); lines > kMostListLines) {
+        return Problem{lookUp("%1: te lang voor een lijst: %2 regels, hoogstens %3",
+                              {nameOf(input.path), std::to_string(lines), std::to_string(kMostListLines)})};
+    }
+    const auto now = Timestamp::now();
+    auto shoot = Shoot::make(input.path ? input.path->stem().string() : lookUp("shoot"), "", "", now);
+    readSetCSV(csv, now, [&](SetData set) { shoot.sets.push_front(std::move(set)); });
+    if (shoot.sets.empty()) {
         return Problem{
             lookUp("%1: geen sets gevonden; verwacht een kopregel als Set;Merk;Items;Model;Locatie "
                    "en daaronder een regel per set",
                    {nameOf(input.path)})};
     }
-    return manager.shoots().front();
+    return shoot;
 }
 
 Outcome<Shoot> readShootFileFrom(const Input& input, const FileStore& files) {

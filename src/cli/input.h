@@ -13,7 +13,7 @@
 
 namespace vantor::cli {
 
-// CSV is read up to this size; a larger file is no list of sets.
+// CSV is read up to this size, and up to kMostListLines lines; a larger file is no list of sets.
 inline constexpr std::uint64_t kMostCsvBytes = std::uint64_t{64} << 20U;
 
 // Why something could not be done, as the user is to read it: the file, the line where there is one, and the reason.

@@ -42,6 +42,13 @@ std::function<void(const fs::path&)> holding(std::string bytes) {
         [bytes = std::move(bytes)](const fs::path& path) { std::ofstream(path, std::ios::binary) << bytes; };
 }
 
+std::string repeated(int count, std::string_view text) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
 class Unreadable : public Program, public ::testing::WithParamInterface<BadInput> {
 protected:
     void SetUp() override { GetParam().make(at(GetParam().file)); }
@@ -103,6 +110,8 @@ const std::vector<BadInput> kBadInputs{
     {"OtherCsv", "ander.csv", holding("datum,bedrag\n2026-06-14,12\n"),
      "geen sets gevonden; verwacht een kopregel als Set;Merk;Items;Model;Locatie en daaronder een regel per "
      "set"},
+    {"TooManyLines", "lang.csv", holding("Set;Merk\n\n" + repeated(100'000, "1;B\n")),
+     "te lang voor een lijst: 100001 regels, hoogstens 100000"},
     {"EmptyShootFile", "leeg.vantor", holding(""), "regel 1: geen geldig shootbestand"},
     {"CutShootFile", "half.vantor", holding("{\n  \"client\": \"Noorderlicht\",\n  \"date\": "),
      "regel 3: geen geldig shootbestand"},
@@ -135,6 +144,13 @@ TEST_F(Input, CsvComesNewestFirst) {
     EXPECT_EQ(run.status, kDone);
     EXPECT_EQ(run.output, kListed);
     EXPECT_THAT(run.errors, IsEmpty());
+}
+
+TEST_F(Input, CsvMayHaveAHundredThousandLines) {
+    write("lang.csv", "Set;Merk\n\n" + repeated(99'999, "1;B\n"));
+    const auto run = this->run({"list", "lang.csv"});
+    EXPECT_EQ(run.status, kDone);
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 99'999);
 }
 
 TEST_F(Input, ByteOrderMarkIsNoPartOfTheText) {

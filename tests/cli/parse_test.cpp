@@ -74,6 +74,13 @@ TEST_F(Parse, TakesSloppyTextsAsTheScannerFieldDoes) {
     EXPECT_EQ(steady(run.output), kJson);
 }
 
+TEST_F(Parse, ShowsControlCharactersExactlyAndToNoTerminal) {
+    const auto run = this->run({"parse"}, {.input = "SET:1\x1B\x7F\nBRAND:\u0080\u009F\u00A0\u202Ex"});
+    EXPECT_EQ(run.status, kDone);
+    EXPECT_THAT(run.output, HasSubstr(R"("setNumber": "1\u001B\u007F")"));
+    EXPECT_THAT(run.output, HasSubstr("\"brand\": \"\\u0080\\u009F\u00A0\u202Ex\""));
+}
+
 TEST_F(Parse, MakesEverySetAnew) {
     const Streams card{.input = std::string(kCard)};
     EXPECT_NE(run({"parse"}, card).output, run({"parse"}, card).output);

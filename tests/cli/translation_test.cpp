@@ -2,6 +2,7 @@
 
 #include "cli/commands.h"
 #include "cli/input.h"
+#include "formats/list_limit.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
 #include "platform/qrencode/qrencode_encoder.h"
@@ -39,6 +40,7 @@ protected:
              R"({"client":"","date":"2026-03-14T09:30:00Z","id":"10000000-0000-4000-8000-000000000001","location":"","name":"","sets":[]})"},
             {"κλειστό.csv", ""},
             {"μεγάλο.csv", std::string(kMostCsvBytes + 1, '1')},
+            {"πολύ.csv", tooManyLines()},
         };
         m_files.unreadable.insert("κλειστό.csv");
     }
@@ -61,6 +63,13 @@ protected:
         const auto said = say(arguments, status);
         EXPECT_NE(said, "") << arguments.front();
         EXPECT_FALSE(PseudoTranslation::isUntranslated(said)) << said;
+    }
+
+    static std::string tooManyLines() {
+        std::string lines;
+        for (std::size_t i = 0; i <= kMostListLines; ++i)
+            lines += "1\n";
+        return lines;
     }
 
     static std::string without(std::string_view part, std::string text) {
@@ -102,10 +111,15 @@ TEST_F(CliTranslation, LeavesNothingInDutch) {
         EXPECT_NE(said.find(name), std::string::npos) << said;
         EXPECT_FALSE(PseudoTranslation::isUntranslated(without(name, said))) << said;
     };
-    for (const std::string_view file : {"κανένα.csv", "κενό.csv", "άκυρο.csv", "άκυρο.vantor", "κλειστό.csv"})
+    for (const std::string_view file :
+         {"κανένα.csv", "κενό.csv", "άκυρο.csv", "άκυρο.vantor", "κλειστό.csv", "πολύ.csv"})
         expectTranslatedBut(file, {"list", file});
     expectTranslatedBut("κενό.csv", {"parse", "κενό.csv"});
     expectTranslatedBut("άδειο.json", {"cards", "άδειο.json", "--output", "α"});
+    m_files.lacksMemory = true;
+    expectTranslatedBut("σετ.csv", {"list", "σετ.csv"});
+    expectTranslatedBut("σετ.csv", {"parse", "σετ.csv"});
+    m_files.lacksMemory = false;
     m_files.failsToReplace = true;
     expectTranslatedBut("β.csv", {"convert", "σετ.csv", "--output", "β.csv"});
     m_files.failsToReplace = false;

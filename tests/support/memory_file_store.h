@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <new>
 #include <optional>
 #include <set>
 #include <string>
@@ -24,6 +25,8 @@ public:
     mutable std::map<std::filesystem::path, std::string> files;
     // Files that are there and cannot be read.
     std::set<std::filesystem::path> unreadable;
+    // Reading finds no memory for the file.
+    bool lacksMemory = false;
     bool failsToReplace = false;
     // Replaces, and cannot tell that it will last.
     bool failsToSync = false;
@@ -46,6 +49,8 @@ public:
 
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override {
         reads.push_back(path);
+        if (lacksMemory)
+            throw std::bad_alloc();
         const auto found = files.find(path);
         if (found == files.end())
             return {std::nullopt, ReadFailure::Missing, {}};
