@@ -78,7 +78,7 @@ BulkQRExportSheet::BulkQRExportSheet(QWidget* over, SetList sets, std::string sh
       m_services(services),
       m_selection(std::move(sets)),
       m_shootName(std::move(shootName)) {
-    setFixedSize(kWidth, kHeight);
+    setFirstSize(kWidth, kHeight);
     column()->setSpacing(theme::kMargin);
     addTitle(shown("Bulk QR-export"));
     addExplanation(shown("Exporteer QR-kaarten van meerdere sets in één PDF, klaar om te printen."));

@@ -29,7 +29,7 @@ CatalogImportSheet::CatalogImportSheet(QWidget* over, ProductCatalog& catalog, s
           services),
       m_catalog(catalog),
       m_defaultBrand(std::move(defaultBrand)) {
-    setFixedSize(kWidth, kHeight);
+    setFirstSize(kWidth, kHeight);
 }
 
 CsvImportSheet::Reader CatalogImportSheet::reader() {

@@ -71,8 +71,7 @@ CatalogSheet::CatalogSheet(QWidget* over, ProductCatalog& catalog, const std::st
       m_services(services),
       m_filter(defaultBrand.empty() ? BrandFilter::all() : BrandFilter::brand(defaultBrand)),
       m_renderSoon([this] { render(); }) {
-    setMinimumWidth(kWidth);
-    resize(kWidth, kHeight);
+    setFirstSize(kWidth, kHeight);
     makeTop();
     makeBrandBar();
     m_list = makeList();
@@ -83,10 +82,7 @@ CatalogSheet::CatalogSheet(QWidget* over, ProductCatalog& catalog, const std::st
     m_stack->addWidget(m_none);
     column()->addWidget(m_stack, 1);
     makeNewProductRow();
-    auto* const closeButton = named(new QPushButton(shown("Sluiten")), "closeButton");
-    closeButton->setAutoDefault(false);
-    QObject::connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
-    column()->addWidget(closeButton, 0, Qt::AlignRight);
+    addCloseButton();
     m_subscription = m_catalog.willChange().connect([this](auto) { m_renderSoon.request(); });
     render();
     m_newBrandName->setFocus();

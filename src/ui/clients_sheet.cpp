@@ -17,7 +17,7 @@ namespace vantor::ui {
 namespace {
 
 constexpr int kWidth = 460;
-constexpr int kListHeight = 280;
+constexpr int kHeight = 500;
 
 class ClientRow : public ListRow {
 public:
@@ -49,7 +49,7 @@ ClientsSheet::ClientsSheet(QWidget* over, ProductCatalog& catalog, std::vector<s
       m_catalog(catalog),
       m_knownClients(std::move(knownClients)),
       m_renderSoon([this] { render(); }) {
-    setFixedWidth(kWidth);
+    setFirstSize(kWidth, kHeight);
     addTitle(shown("Klanten"));
     addExplanation(
         shown("Eenmaal aangemaakt kies je een klant bij een nieuwe shoot en in de productcatalogus, in "
@@ -68,13 +68,10 @@ ClientsSheet::ClientsSheet(QWidget* over, ProductCatalog& catalog, std::vector<s
                                      TextColor::Secondary, true);
     none->setAlignment(Qt::AlignCenter);
     m_stack = new QStackedWidget;
-    m_stack->setFixedHeight(kListHeight);
     m_stack->addWidget(m_list);
     m_stack->addWidget(none);
-    column()->addWidget(m_stack);
-    auto* const closeButton = named(new QPushButton(shown("Sluiten")), "closeButton");
-    closeButton->setAutoDefault(false);
-    column()->addWidget(closeButton, 0, Qt::AlignRight);
+    column()->addWidget(m_stack, 1);
+    addCloseButton();
 
     QObject::connect(m_newClientName, &QLineEdit::textChanged, this, [this] { render(); });
     QObject::connect(m_newClientName, &QLineEdit::returnPressed, this, [this] { addClient(); });
@@ -82,7 +79,6 @@ ClientsSheet::ClientsSheet(QWidget* over, ProductCatalog& catalog, std::vector<s
         addClient();
         m_newClientName->setFocus();
     });
-    QObject::connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
     m_subscription = m_catalog.willChange().connect([this](auto) { m_renderSoon.request(); });
     m_newClientName->setFocus();
     render();

@@ -55,6 +55,8 @@ CodeText::CodeText(QWidget* parent) : QFrame(parent) {
     m_text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_text->document()->setDocumentMargin(0);
     m_text->viewport()->setAutoFillBackground(false);
+    // What its text needs, and never more.
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::kStep, theme::kStep, theme::kStep, theme::kStep);
     layout->addWidget(m_text);

@@ -19,7 +19,7 @@ EditProductSheet::EditProductSheet(QWidget* over, ProductCatalog& catalog, const
     : Sheet(over, "editProductSheet", shown("Product bewerken")),
       m_catalog(catalog),
       m_id(product.id) {
-    setFixedWidth(kWidth);
+    setFirstSize(kWidth);
     addTitle(shown("Product bewerken"));
     m_name = makeField("productNameField", shown("Naam"));
     m_colors = makeField("productColorsField", shown("Kleuren, komma-gescheiden"));

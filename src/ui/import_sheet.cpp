@@ -26,7 +26,7 @@ ImportSheet::ImportSheet(QWidget* over, ShootManager& manager, const Services& s
           services),
       m_manager(manager),
       m_clock(services.clock) {
-    setFixedSize(kWidth, kHeight);
+    setFirstSize(kWidth, kHeight);
     if (const auto* const shoot = manager.activeShoot())
         m_shootId = shoot->id;
 }

@@ -10,6 +10,11 @@
 #include <utility>
 
 namespace vantor::ui {
+namespace {
+
+constexpr int kLeastNameCharacters = 12;
+
+} // namespace
 
 ItemEditor::ItemEditor(Style style, QWidget* before, std::function<void()> onChange)
     : m_style(std::move(style)),
@@ -82,6 +87,9 @@ void ItemEditor::addLine(const ItemPair& pair) {
     auto* const color = makeField("itemColor", shown("Kleur"));
     auto* const remove =
         named(new SymbolButton(QStringLiteral("minus"), shown("Item verwijderen")), "removeItemButton");
+    // An item's name is to be read while it is typed.
+    name->setMinimumWidth(
+        std::max(name->minimumWidth(), kLeastNameCharacters * fontMetrics().averageCharWidth()));
     color->setFixedWidth(m_style.colorWidth);
     name->setText(qstring(pair.name));
     color->setText(qstring(pair.color));

@@ -23,7 +23,7 @@ NewShootSheet::NewShootSheet(QWidget* over, ShootManager& manager, ProductCatalo
       m_catalog(catalog),
       m_services(services),
       m_renderSoon([this] { render(); }) {
-    setFixedWidth(kWidth);
+    setFirstSize(kWidth);
     addTitle(shown("Nieuwe Shoot"));
     m_name = makeField("shootNameField", shown("Naam (bijv. Ibiza Zomer 2026)"));
     m_location = makeField("shootLocationField", shown("Locatie (optioneel)"));

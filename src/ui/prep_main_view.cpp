@@ -13,6 +13,7 @@
 #include "ui/recycling_list.h"
 #include "ui/save_file.h"
 #include "ui/scanner_field.h"
+#include "ui/scroll_pane.h"
 #include "ui/set_sheet.h"
 #include "ui/stat_badge.h"
 #include "ui/symbol.h"
@@ -110,7 +111,11 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
     });
 
     // Made from top to bottom, which is the order in which Tab walks them.
-    auto* const column = new QVBoxLayout(this);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    auto* const pane = new ScrollPane("mainPane");
+    all->addWidget(pane);
+    auto* const column = new QVBoxLayout(pane->contents());
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeHeader());

@@ -3,16 +3,15 @@
 #include "ui/code_plate.h"
 #include "ui/item_editor.h"
 #include "ui/qr_actions.h"
+#include "ui/scroll_pane.h"
 #include "ui/symbol.h"
 #include "ui/text.h"
 #include "ui/theme.h"
 #include "ui/widgets.h"
+#include "ui/window_place.h"
 
-#include <QApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -21,6 +20,7 @@ namespace {
 
 constexpr int kLeastWidth = 500;
 constexpr int kLeastHeight = 600;
+constexpr QSize kDefaultSize{860, 680};
 constexpr int kLeastPaneWidth = 280;
 constexpr int kPadding = 20;
 
@@ -29,21 +29,6 @@ constexpr int kPadding = 20;
 QRGeneratorView::QRGeneratorView(const Services& services) : m_services(services) {
     setObjectName(QStringLiteral("qr-generator"));
     setWindowTitle(shown("QR Generator"));
-    auto* const scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("formScroll"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(makeForm());
-    scroll->setMinimumWidth(std::max(kLeastPaneWidth, scroll->widget()->minimumSizeHint().width() + 20));
-    // A line that was just added has the focus before it has its place.
-    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, scroll, [scroll] {
-        QWidget* const focused = QApplication::focusWidget();
-        if (focused != nullptr && scroll->widget()->isAncestorOf(focused))
-            scroll->ensureWidgetVisible(focused);
-    });
     m_right = new QStackedWidget;
     m_right->addWidget(makeEmptyPane());
     m_right->addWidget(makeCodePane());
@@ -52,11 +37,14 @@ QRGeneratorView::QRGeneratorView(const Services& services) : m_services(services
     auto* const panes = new QHBoxLayout(this);
     panes->setContentsMargins(0, 0, 0, 0);
     panes->setSpacing(0);
-    panes->addWidget(scroll, 1);
+    panes->addWidget(makeForm(), 1);
     panes->addWidget(new Divider(Qt::Vertical));
     panes->addWidget(m_right, 1);
-    setMinimumSize(std::max(kLeastWidth, panes->minimumSize().width()), kLeastHeight);
+    // Both panes together are wider than the least of the window.
+    static_assert(2 * kLeastPaneWidth > kLeastWidth);
+    setMinimumHeight(kLeastHeight);
     m_setNumber->setFocus();
+    new WindowPlace(this, m_services.remembered, kDefaultSize);
     render();
 }
 
@@ -93,11 +81,11 @@ QWidget* QRGeneratorView::makeForm() {
     m_items->setOnReturn([this] { generate(); });
     QObject::connect(generateButton, &QPushButton::clicked, this, [this] { generate(); });
 
-    auto* const form = new QWidget;
-    auto* const padded = new QVBoxLayout(form);
+    auto* const form = new ScrollPane("formScroll");
+    auto* const padded = new QVBoxLayout(form->contents());
     padded->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+    padded->addStrut(kLeastPaneWidth - 2 * kPadding);
     padded->addWidget(group);
-    padded->addStretch();
     return form;
 }
 
@@ -129,8 +117,8 @@ QWidget* QRGeneratorView::makeCodePane() {
     buttons->addWidget(saveButton);
     buttons->addStretch();
 
-    auto* const pane = new QWidget;
-    auto* const column = new QVBoxLayout(pane);
+    auto* const pane = new ScrollPane("codePane");
+    auto* const column = new QVBoxLayout(pane->contents());
     column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     column->setSpacing(theme::kMargin);
     column->addStretch();

@@ -27,7 +27,7 @@ QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
     : Sheet(over, "qrSheet", titleOf(set)),
       m_set(std::move(set)),
       m_services(services) {
-    setFixedWidth(kWidth);
+    setFirstSize(kWidth);
     column()->setSpacing(kSpacing);
 
     auto* const title = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "sheetTitle");
@@ -51,14 +51,12 @@ QRSheet::QRSheet(QWidget* over, SetData set, const Services& services)
     QObject::connect(copyButton, &QPushButton::clicked, this, [this] { copy(); });
     QObject::connect(saveButton, &QPushButton::clicked, this,
                      [this] { saveQRAsPng(this, m_set, m_services); });
-    auto* const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(copyButton);
-    buttons->addWidget(saveButton);
-    buttons->addStretch();
-    column()->addLayout(buttons);
     m_copied = new CopiedNote;
     column()->addWidget(m_copied, 0, Qt::AlignHCenter);
+    buttons()->addStretch();
+    buttons()->addWidget(copyButton);
+    buttons()->addWidget(saveButton);
+    buttons()->addStretch();
     copyButton->setFocus();
 }
 

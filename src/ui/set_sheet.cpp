@@ -5,10 +5,7 @@
 #include "ui/text.h"
 #include "ui/theme.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <utility>
 #include <vector>
@@ -17,7 +14,6 @@ namespace vantor::ui {
 namespace {
 
 constexpr int kWidth = 450;
-constexpr int kItemsHeight = 150;
 
 } // namespace
 
@@ -35,7 +31,7 @@ SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& c
       m_manager(manager),
       m_services(services),
       m_edited(std::move(edited)) {
-    setFixedWidth(kWidth);
+    setFirstSize(kWidth);
     addTitle(title);
     makeForm(catalog);
 
@@ -46,7 +42,6 @@ SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& c
     m_location->setText(qstring(start.location));
     m_email->setText(qstring(start.email));
     m_items->setPairs(start.items);
-    m_lineCount = start.items.size();
     m_setNumber->setFocus();
     render();
 }
@@ -61,39 +56,15 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
         makeField("emailField", shown("bijv. voor portretsessies per persoon"), shown("E-mail (optioneel)"));
     m_confirm = named(new ProminentButton(m_edited ? shown("Opslaan") : shown("Toevoegen")), "confirmButton");
     m_confirm->setAutoDefault(false);
-    m_items = new ItemEditor({shown("Item"), 100, true, true}, m_email, [this] { render(); });
+    m_items = named(new ItemEditor({shown("Item"), 100, true, true}, m_email, [this] { render(); }), "items",
+                    shown("Items"));
 
     addField(shown("Set nummer"), m_setNumber);
     addField(shown("Merk"), m_brand);
     addField(shown("Model"), m_model);
     addField(shown("Locatie"), m_location);
     addField(shown("E-mail (optioneel)"), m_email);
-    // A set of many garments scrolls, so that the sheet fits small screens.
-    auto* const scroll = named(new QScrollArea, "itemsScroll", shown("Items"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setFixedHeight(kItemsHeight);
-    auto* const lines = new QWidget;
-    auto* const linesColumn = new QVBoxLayout(lines);
-    linesColumn->setContentsMargins(0, 0, 0, 0);
-    linesColumn->addWidget(m_items);
-    linesColumn->addStretch();
-    scroll->setWidget(lines);
-    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this,
-                     [this, scroll](int, int most) {
-                         const auto count = m_items->pairs().size();
-                         if (count > m_lineCount)
-                             scroll->verticalScrollBar()->setValue(most);
-                         m_lineCount = count;
-                     });
-    // Tab scrolls by itself only from one line to the next, not into the lines.
-    QObject::connect(qApp, &QApplication::focusChanged, scroll, [scroll](QWidget*, QWidget* now) {
-        if (now != nullptr && scroll->widget()->isAncestorOf(now))
-            scroll->ensureWidgetVisible(now, 0, theme::kHalfStep);
-    });
-    addField(shown("Items"), scroll);
+    addField(shown("Items"), m_items);
 
     const auto* const shoot = m_manager.activeShoot();
     if (shoot != nullptr)

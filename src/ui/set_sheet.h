@@ -42,8 +42,6 @@ private:
     QLineEdit* m_location = nullptr;
     QLineEdit* m_email = nullptr;
     ItemEditor* m_items = nullptr;
-    // Lines that the list has been laid out for; a new one is scrolled to.
-    std::size_t m_lineCount = 0;
     QPushButton* m_confirm = nullptr;
 };
 

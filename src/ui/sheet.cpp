@@ -1,11 +1,14 @@
 #include "ui/sheet.h"
 
+#include "ui/scroll_pane.h"
 #include "ui/text.h"
 #include "ui/theme.h"
+#include "ui/window_place.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace vantor::ui {
 
@@ -15,10 +18,51 @@ Sheet::Sheet(QWidget* over, const char* objectName, const QString& title) : QDia
     setWindowTitle(QString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
-    m_column = new QVBoxLayout(this);
-    m_column->setContentsMargins(theme::kSheetMargin, theme::kSheetMargin, theme::kSheetMargin,
-                                 theme::kSheetMargin);
+    m_pane = new ScrollPane("sheetPane");
+    m_column = new QVBoxLayout(m_pane->contents());
+    m_column->setContentsMargins(theme::kSheetMargin, theme::kSheetMargin, theme::kSheetMargin, 0);
     m_column->setSpacing(theme::kStep);
+    m_buttons = new QHBoxLayout;
+    m_buttons->setContentsMargins(theme::kSheetMargin, theme::kMargin, theme::kSheetMargin,
+                                  theme::kSheetMargin);
+    m_buttons->setSpacing(theme::kStep);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(m_pane, 1);
+    all->addLayout(m_buttons);
+}
+
+void Sheet::setVisible(bool visible) {
+    if (visible && m_heightForAll == 0)
+        openAtFirstSize();
+    QDialog::setVisible(visible);
+}
+
+int Sheet::heightForAll(int width) const {
+    return m_pane->heightForAll(width) + m_buttons->sizeHint().height();
+}
+
+void Sheet::openAtFirstSize() {
+    ensurePolished();
+    const QSize room = roomOnScreen(*this);
+    const int width = std::min(std::max(m_first.width(), layout()->minimumSize().width()), room.width());
+    m_heightForAll = heightForAll(width);
+    layout()->activate();
+    allowForScreen(*this);
+    resize(width, std::min(std::max(m_first.height(), m_heightForAll), room.height()));
+}
+
+void Sheet::followContents() {
+    const int needed = heightForAll(width());
+    const bool showedAll = height() >= m_heightForAll;
+    m_heightForAll = needed;
+    setMaximumHeight(m_pane->canGrow() ? QWIDGETSIZE_MAX : std::max(needed, minimumHeight()));
+    const int height = std::min(needed, roomOnScreen(*this).height());
+    if (!showedAll || this->height() >= height)
+        return;
+    resize(width(), height);
+    moveOntoScreen(*this);
 }
 
 TextLabel* Sheet::addTitle(const QString& title) {
@@ -48,13 +92,10 @@ QPushButton* Sheet::addCancelButton(QWidget* prominent) {
     auto* const cancel = named(new QPushButton(shown("Annuleer")), "cancelButton");
     cancel->setAutoDefault(false);
     QObject::connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(cancel);
-    row->addStretch();
+    m_buttons->addWidget(cancel);
+    m_buttons->addStretch();
     if (prominent != nullptr)
-        row->addWidget(prominent);
-    m_column->addSpacing(theme::kStep);
-    m_column->addLayout(row);
+        m_buttons->addWidget(prominent);
     return cancel;
 }
 
@@ -65,6 +106,14 @@ void Sheet::tellProblem(const QString& problem) {
         m_column->addWidget(m_problem);
     }
     m_problem->setText(problem);
+}
+
+void Sheet::addCloseButton() {
+    auto* const close = named(new QPushButton(shown("Sluiten")), "closeButton");
+    close->setAutoDefault(false);
+    QObject::connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    m_buttons->addStretch();
+    m_buttons->addWidget(close);
 }
 
 void Sheet::pressOnReturn(QLineEdit* field, QAbstractButton* button) {
@@ -79,6 +128,19 @@ void Sheet::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QDialog::keyPressEvent(event);
+}
+
+void Sheet::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (isVisible())
+        followContents();
+}
+
+bool Sheet::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest && isVisible())
+        followContents();
+    return handled;
 }
 
 QWidget* windowInFrontOf(QWidget* window) {

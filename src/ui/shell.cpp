@@ -3,7 +3,6 @@
 #include "ui/prep_main_view.h"
 #include "ui/qr_generator_view.h"
 #include "ui/sheet.h"
-#include "ui/window_place.h"
 
 #include <QApplication>
 #include <QShortcut>
@@ -11,8 +10,6 @@
 
 namespace vantor::ui {
 namespace {
-
-constexpr QSize kGeneratorSize{860, 680};
 
 void bringForward(QWidget& window) {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -44,7 +41,6 @@ QRGeneratorView& Shell::openGenerator() {
     if (!m_generator) {
         m_generator = new QRGeneratorView(m_services);
         m_generator->setAttribute(Qt::WA_DeleteOnClose);
-        new WindowPlace(m_generator, m_services.remembered, kGeneratorSize);
         for (const auto& keys : {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::Key_Escape)})
             QObject::connect(new QShortcut(keys, m_generator), &QShortcut::activated, m_generator,
                              &QWidget::close);

@@ -317,6 +317,8 @@ void tellInFull(QWidget* widget, const QString& text) {
 QLineEdit* makeField(const char* objectName, const QString& placeholder, const QString& label) {
     auto* const field = named(new QLineEdit, objectName, label.isEmpty() ? placeholder : label);
     field->setPlaceholderText(placeholder);
+    field->setMinimumWidth(std::max(field->minimumSizeHint().width(),
+                                    field->fontMetrics().horizontalAdvance(placeholder) + theme::kMargin));
     return field;
 }
 

@@ -176,7 +176,7 @@ Widget* named(Widget* widget, const char* objectName, const QString& accessibleN
 // Shows a text as a tool tip, as it is. Assistive technology would read the tip with its markup, and gets the text.
 void tellInFull(QWidget* widget, const QString& text);
 
-// A field with its placeholder, named by its label or else by that placeholder.
+// A field with its placeholder, which it is always wide enough for; named by its label or else by that placeholder.
 [[nodiscard]] QLineEdit* makeField(const char* objectName, const QString& placeholder,
                                    const QString& label = {});
 

@@ -1,4 +1,4 @@
-// Remembers where a window was and how large, from one opening to the next.
+// Where windows are and how large: within the screen, and from one opening to the next.
 #pragma once
 
 #include "platform/key_value_store.h"
@@ -9,7 +9,16 @@
 
 namespace vantor::ui {
 
-// Lives as a child of its window: gives it its place back at once, and stores it when the window closes.
+// The largest that a window may be for all of it, its frame too, to stand within the free part of its screen.
+[[nodiscard]] QSize roomOnScreen(const QWidget& window);
+// Moves a shown window up and to the left as far as it stands beyond the free part of its screen.
+void moveOntoScreen(QWidget& window);
+
+// Lets a window become as small as its screen, whatever the least is that it may be elsewhere.
+void allowForScreen(QWidget& window);
+
+// Lives as a child of its window: gives it its place back at once, and stores it when the window closes. Where its screen
+// is smaller than the window, or than the least it may be, the screen decides.
 class WindowPlace : public QObject {
 public:
     // `defaultSize` serves where nothing is remembered.

@@ -1,12 +1,20 @@
 // Runs the tests within an application that shows nothing on the screen.
 
+#include "tests/ui/screens.h"
+
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryFile>
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryFile screens(QDir::tempPath() + QStringLiteral("/screens-XXXXXX.json"));
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && screens.open()) {
+        screens.write(vantor::testing::screensAsJson());
+        screens.flush();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
+    }
     ::testing::InitGoogleMock(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

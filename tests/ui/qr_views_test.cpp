@@ -430,36 +430,6 @@ TEST_F(Generator, StoresNothing) {
     EXPECT_THAT(m_files.replacements, IsEmpty());
 }
 
-TEST_F(Generator, FitsItsLeastSize) {
-    openGenerator();
-    fill();
-    for (std::size_t i = 0; i < 12; ++i) {
-        click(view(), "addItemButton");
-        item("itemName", i).setText("broek");
-    }
-    click(view(), "generateButton");
-    view().resize(10, 10);
-    settle();
-    EXPECT_GE(view().width(), 500);
-    EXPECT_EQ(view().height(), 600);
-    // As little as both panes need, and no more than a small screen has.
-    EXPECT_LE(view().width(), 700);
-    auto& form = find<QScrollArea>(view(), "formScroll");
-    EXPECT_GE(form.width(), 280);
-    EXPECT_LE(form.widget()->width(), form.viewport()->width()) << "the form is cut off at its side";
-    for (const auto* const name : {"generateButton", "addItemButton", "copyButton", "saveButton"}) {
-        const auto& button = find(view(), name);
-        EXPECT_GE(button.width(), button.minimumSizeHint().width()) << name;
-        EXPECT_TRUE(button.parentWidget()->rect().contains(button.geometry())) << name;
-    }
-    const auto& plate = find(view(), "codePlate");
-    EXPECT_GE(plate.parentWidget()->width(), 280);
-    EXPECT_TRUE(plate.parentWidget()->rect().contains(plate.geometry()));
-    for (auto* const line : allVisible<QLineEdit>(view(), "itemName"))
-        EXPECT_GE(line->width(), 40);
-    expectReadable(code(), text());
-}
-
 TEST_F(Generator, ScrollsALineThatHasTheFocusIntoSight) {
     openGenerator();
     for (int i = 0; i < 20; ++i)

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QLayout>
 #include <QProgressDialog>
+#include <QScrollArea>
 #include <QSemaphore>
 #include <QThreadPool>
 #include <atomic>
@@ -119,8 +120,9 @@ TEST_F(BulkExportTest, SaysWhatItIsForWithAllSelected) {
                             "Deselecteer alles / 3 geselecteerd", "(list)", "Annuleer / Exporteer PDF..."));
     EXPECT_EQ(sheet.size(), QSize(480, 560));
     EXPECT_GE(find(sheet, "cardList").height(), 240);
-    EXPECT_EQ(sheet.layout()->contentsMargins(), QMargins(24, 24, 24, 24));
-    EXPECT_EQ(sheet.layout()->spacing(), 16);
+    const auto& column = *find<QScrollArea>(sheet, "sheetPane").widget()->layout();
+    EXPECT_EQ(column.contentsMargins(), QMargins(24, 24, 24, 0));
+    EXPECT_EQ(column.spacing(), 16);
     EXPECT_TRUE(find<QAbstractButton>(sheet, "densityLarge").isChecked());
     EXPECT_FALSE(find<QAbstractButton>(sheet, "densityCompact").isChecked());
     EXPECT_TRUE(find(sheet, "exportButton").isEnabled());

