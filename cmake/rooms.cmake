@@ -21,6 +21,17 @@ if(VANTOR_SANITIZE)
     target_sources(vantor_options INTERFACE
         $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${PROJECT_SOURCE_DIR}/tests/support/leak_suppressions.cpp>)
 endif()
+if(VANTOR_HARDENED)
+    include(CheckCXXCompilerFlag)
+    # Of some processors only.
+    check_cxx_compiler_flag(-fcf-protection VANTOR_HAS_CF_PROTECTION)
+    target_compile_options(vantor_options INTERFACE -fstack-protector-strong -fstack-clash-protection
+        $<$<BOOL:${VANTOR_HAS_CF_PROTECTION}>:-fcf-protection>
+        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS)
+    target_link_options(vantor_options INTERFACE -Wl,-z,relro,-z,now,--as-needed)
+endif()
+# Wherever the sources of a release lie, the same ones give the same bytes.
+target_compile_options(vantor_options INTERFACE $<$<CONFIG:RelWithDebInfo>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>)
 if(CMAKE_CXX_CLANG_TIDY)
     # What is generated is held against one check that it cannot fail; none at all is an error.
     file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/.clang-tidy CONTENT "Checks: '-*,llvm-twine-local'\n" @ONLY)
