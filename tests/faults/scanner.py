@@ -262,17 +262,25 @@ class Attack:
 
     def close_windows(self):
         for _ in range(50):
-            if not self.over_main():
+            count = len(self.over_main())
+            if count == 0:
                 break
-            self.await_focus(on_main=False)
+            # One that was closing is gone by then, and the focus may be back already.
+            self.desktop.wait_for(lambda: self.typist.focus() != self.main or len(self.over_main()) < count, "the focus")
+            if len(self.over_main()) < count:
+                continue
             self.typist.keys("Escape")
+            try:
+                self.desktop.wait_for(lambda: len(self.over_main()) < count, "a window to close", 10)
+            except AssertionError:
+                pass
         self.await_focus(on_main=True)
 
     def opened_by(self, place):
-        """The title of the window that a click opens; none within half a second is none."""
+        """The title of the window that a click opens; none within three seconds is none."""
         self.typist.click(place)
         self.typist.sync()
-        for _ in range(10):
+        for _ in range(60):
             time.sleep(0.05)
             if titles := self.over_main():
                 self.close_windows()
