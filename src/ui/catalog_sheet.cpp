@@ -114,7 +114,7 @@ void CatalogSheet::makeTop() {
 }
 
 void CatalogSheet::makeBrandBar() {
-    m_brandPicker = named(new QComboBox, "brandPicker", shown("Merk"));
+    m_brandPicker = named(new ComboBox, "brandPicker", shown("Merk"));
     m_brandPicker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_brandPicker->setMinimumWidth(180);
     m_deleteBrand =

@@ -23,7 +23,7 @@ EditProductSheet::EditProductSheet(QWidget* over, ProductCatalog& catalog, const
     addTitle(shown("Product bewerken"));
     m_name = makeField("productNameField", shown("Naam"));
     m_colors = makeField("productColorsField", shown("Kleuren, komma-gescheiden"));
-    m_brand = named(new QComboBox, "productBrandPicker", shown("Merk"));
+    m_brand = named(new ComboBox, "productBrandPicker", shown("Merk"));
     // The name that is told of a box is what is chosen in it.
     m_brand->setAccessibleDescription(shown("Merk"));
     m_brand->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

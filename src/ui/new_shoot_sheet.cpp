@@ -27,7 +27,7 @@ NewShootSheet::NewShootSheet(QWidget* over, ShootManager& manager, ProductCatalo
     addTitle(shown("Nieuwe Shoot"));
     m_name = makeField("shootNameField", shown("Naam (bijv. Ibiza Zomer 2026)"));
     m_location = makeField("shootLocationField", shown("Locatie (optioneel)"));
-    m_client = named(new QComboBox, "clientPicker", shown("Klant (optioneel)"));
+    m_client = named(new ComboBox, "clientPicker", shown("Klant (optioneel)"));
     // The name that is told of a box is what is chosen in it.
     m_client->setAccessibleDescription(shown("Klant (optioneel)"));
     m_client->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

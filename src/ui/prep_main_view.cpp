@@ -202,7 +202,7 @@ QWidget* PrepMainView::makeShootBar() {
 }
 
 QWidget* PrepMainView::makeCommands() {
-    m_picker = named(new QComboBox, "shootPicker", shown("Shoot"));
+    m_picker = named(new ComboBox, "shootPicker", shown("Shoot"));
     m_picker->setMinimumWidth(kPickerWidth);
     m_picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QObject::connect(m_picker, &QComboBox::activated, this, [this](int index) {

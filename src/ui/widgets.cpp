@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
+#include <QWheelEvent>
 #include <utility>
 
 namespace vantor::ui {
@@ -200,6 +201,15 @@ void CheckBox::paintEvent(QPaintEvent*) {
     painter.drawPolyline(QPolygonF({box.topLeft() + QPointF(edge * 0.25, edge * 0.52),
                                     box.topLeft() + QPointF(edge * 0.44, edge * 0.70),
                                     box.topLeft() + QPointF(edge * 0.76, edge * 0.32)}));
+}
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+    // As the wheel would otherwise give it the focus.
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
 }
 
 SegmentButton::SegmentButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -103,6 +104,15 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+};
+
+// A box of choices that the mouse wheel does not change unseen: it scrolls what is around it instead.
+class ComboBox : public QComboBox {
+public:
+    explicit ComboBox(QWidget* parent = nullptr);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
 };
 
 // One of a few choices side by side, of which the chosen one is filled with the accent colour.

@@ -1,6 +1,7 @@
 #include "tests/ui/ui_fixture.h"
 
 #include <QAccessible>
+#include <QWheelEvent>
 #include <set>
 
 namespace vantor::testing {
@@ -190,6 +191,30 @@ TEST_F(Accessibility, BoxesSayWhatTheyAreFor) {
 TEST_F(Accessibility, InvisiblePickerIsOutOfReach) {
     openMain();
     addShoot("Ibiza");
+TEST_F(Accessibility, TheWheelChangesNoBox) {
+    openFullMain();
+    addProduct("broek", {}, "Nike");
+    for (const auto* const window : {"main", "newShootSheet", "catalogSheet", "editProductSheet"}) {
+        returnToMain();
+        auto& opened = openWindow(window);
+        const auto boxes = opened.findChildren<QComboBox*>();
+        EXPECT_FALSE(boxes.empty()) << window;
+        for (auto* const box : boxes) {
+            const int chosen = box->currentIndex();
+            for (const int turned : {-120, 120}) {
+                QWheelEvent wheel({5, 5}, box->mapToGlobal(QPointF(5, 5)), {}, {0, turned}, {}, {},
+                                  Qt::NoScrollPhase, false);
+                QApplication::sendEvent(box, &wheel);
+                EXPECT_EQ(box->currentIndex(), chosen) << window;
+            }
+            EXPECT_EQ(box->focusPolicy() & Qt::WheelFocus, Qt::StrongFocus) << window;
+        }
+        if (&opened != &main())
+            opened.close();
+        settle();
+    }
+}
+
     EXPECT_THAT(objectsIn(main()), ::testing::Not(::testing::Contains("shootPicker")));
     find(main(), "scannerField").setFocus();
     EXPECT_FALSE(tabWalk(Qt::Key_Tab).contains(&find(main(), "shootPicker")));
