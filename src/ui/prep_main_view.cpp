@@ -51,11 +51,22 @@ constexpr int kPickerWidth = 200;
 // How long a scanned row glows, in milliseconds.
 constexpr int kGlow = 900;
 
-// Tells a control's shortcut: to assistive technology, and to everybody where no help text stands.
-void tellShortcut(QWidget* widget, const QString& key, const QString& what = {}) {
-    widget->setAccessibleDescription(shown("Sneltoets %1").arg(key));
-    if (!what.isEmpty())
-        widget->setToolTip(QStringLiteral("%1 (%2)").arg(what, key));
+// Tells assistive technology a control's help text and shortcut.
+void tellShortcut(QWidget* widget, const QString& key) {
+    const auto shortcut = shown("Sneltoets %1").arg(key);
+    const auto help = widget->toolTip();
+    describe(widget, help.isEmpty() ? shortcut : QStringLiteral("%1. %2").arg(help, shortcut));
+}
+
+// Gives a control its help text, and the shortcut with it.
+void tellHelp(QWidget* widget, const QString& help, const QString& key = {}) {
+    widget->setToolTip(help);
+    if (key.isEmpty()) {
+        describe(widget, help);
+        return;
+    }
+    tellShortcut(widget, key);
+    widget->setToolTip(QStringLiteral("%1 (%2)").arg(help, key));
 }
 
 QPushButton* makeCommand(const char* objectName, const QString& text, const QString& symbol) {
@@ -222,20 +233,26 @@ QWidget* PrepMainView::makeCommands() {
     pickerRow->addWidget(m_picker);
 
     auto* const clients = makeCommand("clientsButton", shown("Klanten"), QStringLiteral("clients"));
-    clients->setToolTip(shown("Klanten beheren, kiesbaar bij een nieuwe shoot en in de productcatalogus"));
+    tellHelp(clients, shown("Klanten beheren, kiesbaar bij een nieuwe shoot en in de productcatalogus"));
     auto* const manual = makeCommand("manualButton", shown("Handleiding"), QStringLiteral("manual"));
     manual->setToolTip(shown("Opent de handleiding op %1 in je browser").arg(qstring(m_services.siteHost)));
     tellShortcut(manual, QStringLiteral("F1"));
     auto* const import = makeCommand("importButton", shown("Import CSV"), QStringLiteral("import"));
+    tellHelp(import, shown("Voegt de sets uit een CSV-bestand toe aan een shoot"));
     m_exportCSV = makeCommand("exportCsvButton", shown("Export CSV"), QStringLiteral("export"));
+    tellHelp(m_exportCSV, shown("Bewaart de sets van deze shoot als CSV-bestand, te openen als spreadsheet"));
     m_exportJSON = makeCommand("exportJsonButton", shown("Export JSON"), QStringLiteral("export"));
+    tellHelp(m_exportJSON, shown("Bewaart deze shoot met al haar sets als JSON-bestand"));
     auto* const generator = makeCommand("generatorButton", shown("QR Generator"), QStringLiteral("qrcode"));
-    tellShortcut(generator, QStringLiteral("Ctrl+G"), shown("QR Generator"));
+    tellHelp(generator, shown("Opent een venster voor losse QR-codes, buiten een shoot om"),
+             QStringLiteral("Ctrl+G"));
     m_bulkExport = makeCommand("bulkExportButton", shown("Bulk QR-export"), QStringLiteral("cards"));
+    tellHelp(m_bulkExport, shown("Maakt een PDF met de QR-kaarten van de sets die je kiest, om te printen"));
     auto* const catalog = makeCommand("catalogButton", shown("Productcatalogus"), QStringLiteral("catalog"));
+    tellHelp(catalog, shown("Producten en merken beheren, kiesbaar bij het aanmaken van een set"));
     m_newShoot = named(new ProminentButton(shown("Nieuwe Shoot")), "newShootButton", shown("Nieuwe Shoot"));
     m_newShoot->setIcon(symbolIcon(QStringLiteral("plus")));
-    tellShortcut(m_newShoot, QStringLiteral("Ctrl+N"), shown("Nieuwe Shoot"));
+    tellHelp(m_newShoot, shown("Maakt een shoot aan, die meteen de actieve is"), QStringLiteral("Ctrl+N"));
     m_deleteShoot = named(
         new SymbolButton(QStringLiteral("trash"), shown("Shoot verwijderen (inclusief alle sets erin)")),
         "deleteShootButton");
@@ -301,7 +318,7 @@ QWidget* PrepMainView::makeContent() {
 
 QWidget* PrepMainView::makeShootLine() {
     m_newSet = named(new QPushButton(shown("+ Set")), "newSetButton", shown("+ Set"));
-    tellShortcut(m_newSet, QStringLiteral("Ctrl+T"), shown("+ Set"));
+    tellHelp(m_newSet, shown("Maakt een set aan in deze shoot"), QStringLiteral("Ctrl+T"));
     auto* const divider = new Divider(Qt::Vertical);
     divider->setFixedHeight(16);
     auto* const open = makeCommand("openButton", shown("Open..."), QStringLiteral("folder"));
@@ -334,7 +351,9 @@ QWidget* PrepMainView::makeShootLine() {
 
 QWidget* PrepMainView::makeSearchLine() {
     m_search = makeField("searchField", shown("Zoek op naam, model of item..."));
-    tellShortcut(m_search, QStringLiteral("Ctrl+F"), shown("Zoek op naam, model of item..."));
+    tellShortcut(m_search, QStringLiteral("Ctrl+F"));
+    m_search->setToolTip(
+        QStringLiteral("%1 (%2)").arg(m_search->placeholderText(), QStringLiteral("Ctrl+F")));
     m_clearSearch =
         named(new SymbolButton(QStringLiteral("clear"), shown("Zoekopdracht wissen")), "clearSearchButton");
     m_searchCount =
@@ -360,7 +379,9 @@ QWidget* PrepMainView::makeScannerLine() {
     m_scanner =
         named(new ScannerField([this] { handleScan(); }), "scannerField", shown("Scan QR of typ setdata..."));
     m_scanner->setPlaceholderText(shown("Scan QR of typ setdata..."));
-    tellShortcut(m_scanner, QStringLiteral("Ctrl+L"), shown("Scan QR of typ setdata..."));
+    tellShortcut(m_scanner, QStringLiteral("Ctrl+L"));
+    m_scanner->setToolTip(
+        QStringLiteral("%1 (%2)").arg(m_scanner->placeholderText(), QStringLiteral("Ctrl+L")));
     m_activate = named(new QPushButton(shown("Activeer")), "activateScanButton", shown("Activeer"));
     m_activate->setEnabled(false);
     QObject::connect(m_scanner, &QLineEdit::textChanged, m_activate,

@@ -319,9 +319,14 @@ void Divider::paintEvent(QPaintEvent*) {
     QPainter(this).fillRect(rect(), theme::hairline(palette()));
 }
 
+void describe(QWidget* widget, const QString& text) {
+    if (widget->accessibleDescription() != text)
+        widget->setAccessibleDescription(text);
+}
+
 void tellInFull(QWidget* widget, const QString& text) {
     widget->setToolTip(plainToolTip(text));
-    widget->setAccessibleDescription(text);
+    describe(widget, text);
 }
 
 QLineEdit* makeField(const char* objectName, const QString& placeholder, const QString& label) {

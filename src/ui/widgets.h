@@ -183,6 +183,9 @@ Widget* named(Widget* widget, const char* objectName, const QString& accessibleN
     return widget;
 }
 
+// Tells assistive technology more of a widget than its name; says nothing where that is what it was told before.
+void describe(QWidget* widget, const QString& text);
+
 // Shows a text as a tool tip, as it is. Assistive technology would read the tip with its markup, and gets the text.
 void tellInFull(QWidget* widget, const QString& text);
 

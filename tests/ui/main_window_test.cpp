@@ -103,6 +103,22 @@ TEST_F(MainWindow, TellsTheseHelpTexts) {
     EXPECT_EQ(helpOf("openButton"), "Open een .vantor-bestand, bijv. een shoot geëxporteerd uit Vantor");
     EXPECT_EQ(helpOf("saveButton"),
               "Bewaar de volledige shoot als .vantor-bestand, te openen in Vantor of Vantor Prep");
+    const std::map<const char*, const char*> others{
+        {"importButton", "Voegt de sets uit een CSV-bestand toe aan een shoot"},
+        {"exportCsvButton", "Bewaart de sets van deze shoot als CSV-bestand, te openen als spreadsheet"},
+        {"exportJsonButton", "Bewaart deze shoot met al haar sets als JSON-bestand"},
+        {"generatorButton", "Opent een venster voor losse QR-codes, buiten een shoot om (Ctrl+G)"},
+        {"bulkExportButton", "Maakt een PDF met de QR-kaarten van de sets die je kiest, om te printen"},
+        {"catalogButton", "Producten en merken beheren, kiesbaar bij het aanmaken van een set"},
+        {"newShootButton", "Maakt een shoot aan, die meteen de actieve is (Ctrl+N)"},
+        {"newSetButton", "Maakt een set aan in deze shoot (Ctrl+T)"}};
+    for (const auto& [name, help] : others) {
+        EXPECT_EQ(helpOf(name), help);
+        const auto spoken = QString(help).replace(" (", ". Sneltoets ").remove(')');
+        EXPECT_EQ(find(main(), name).accessibleDescription(), spoken);
+    }
+    EXPECT_EQ(find(main(), "saveButton").accessibleDescription(),
+              helpOf("saveButton") + ". Sneltoets Ctrl+S");
     EXPECT_EQ(helpOf("updateButton"),
               "Nieuwe versie van Vantor Prep beschikbaar — klik om de downloadpagina te openen. "
               "Update gebeurt niet automatisch.");
