@@ -4,6 +4,7 @@
 #include "ui/theme.h"
 #include "ui/widgets.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -109,6 +110,7 @@ void ItemEditor::addLine(const ItemPair& pair) {
         QObject::connect(field, &QLineEdit::textChanged, this, [this] { m_onChange(); });
         QObject::connect(field, &QLineEdit::returnPressed, this, [this, field] { returnIn(field); });
     }
+    remove->installEventFilter(this);
     QObject::connect(remove, &QToolButton::clicked, this, [this, widget] {
         removeLine(widget);
         if (!m_lines.empty())
@@ -118,6 +120,13 @@ void ItemEditor::addLine(const ItemPair& pair) {
         m_onChange();
     });
     nameLines();
+}
+
+bool ItemEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress)
+        m_pressed = watched;
+    // The second click of a double click is not meant for the line that came up to where the first one's was.
+    return event->type() == QEvent::MouseButtonDblClick && watched != m_pressed;
 }
 
 void ItemEditor::removeLine(const QWidget* widget) {

@@ -5,6 +5,7 @@
 
 #include "view/item_pairs.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -40,6 +41,9 @@ public:
     // What Return does in a line; nothing unless it is set.
     void setOnReturn(std::function<void()> onReturn) { m_onReturn = std::move(onReturn); }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     struct Line {
         QWidget* widget;
@@ -58,6 +62,8 @@ private:
     std::function<void()> m_onChange;
     std::function<void()> m_onReturn;
     std::vector<Line> m_lines;
+    // The minus button that was pressed last.
+    QPointer<QObject> m_pressed;
     QVBoxLayout* m_column;
     QPushButton* m_addButton;
 };

@@ -401,7 +401,13 @@ TEST_F(Generator, RemovesItemLinesDownToNone) {
         click(view(), "addItemButton");
         type(item("itemName", static_cast<std::size_t>(i)), QString::number(i));
     }
-    click(*allVisible<QAbstractButton>(view(), "removeItemButton").at(1));
+    // A disc with the bar cut out of it.
+    auto& minus = *allVisible<QAbstractButton>(view(), "removeItemButton").at(1);
+    const auto symbol = minus.icon().pixmap(24).toImage();
+    EXPECT_EQ(symbol.pixelColor(12, 6).alpha(), 255);
+    EXPECT_EQ(symbol.pixelColor(12, 12).alpha(), 0);
+    // The line that comes up to where the first click was is not meant by the second.
+    doubleClick(view(), minus.mapTo(&view(), minus.rect().center()));
     ASSERT_THAT(allVisible(view(), "itemName"), SizeIs(2));
     EXPECT_EQ(item("itemName", 0).text(), "0");
     EXPECT_EQ(item("itemName", 1).text(), "2");

@@ -193,8 +193,10 @@ TEST_F(SetRowTest, HasAMenuOfFourEntries) {
     openMainWithSets(1);
     std::vector<std::string> texts;
     auto& menu = openMenu(row());
-    for (const auto* const action : menu.actions())
+    for (const auto* const action : menu.actions()) {
         texts.push_back(action->text().toStdString());
+        EXPECT_FALSE(action->icon().isNull()) << texts.back();
+    }
     EXPECT_THAT(texts, ElementsAre("Bewerken", "QR-code tonen", "Activeren", "Verwijderen"));
     QTest::keyClick(&menu, Qt::Key_Escape);
     settle();

@@ -4,6 +4,7 @@
 #include "ui/beside_window.h"
 
 #include <QLabel>
+#include <QMouseEvent>
 #include <QToolButton>
 #include <algorithm>
 
@@ -37,6 +38,20 @@ void click(QAbstractButton& button) {
 
 void click(const QWidget& within, const char* name) {
     click(find<QAbstractButton>(within, name));
+}
+
+void doubleClick(QWidget& window, const QPoint& at) {
+    for (const auto pressed : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
+        for (const auto what : {pressed, QEvent::MouseButtonRelease}) {
+            auto* const target = window.childAt(at);
+            ASSERT_NE(target, nullptr);
+            const QPointF local = target->mapFrom(&window, at);
+            const auto held = what == pressed ? Qt::LeftButton : Qt::NoButton;
+            QMouseEvent event(what, local, window.mapToGlobal(QPointF(at)), Qt::LeftButton, held, {});
+            QApplication::sendEvent(target, &event);
+        }
+        settle();
+    }
 }
 
 void type(QLineEdit& field, const QString& text) {

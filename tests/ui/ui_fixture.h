@@ -71,6 +71,9 @@ std::vector<Widget*> allVisible(const QWidget& within, const char* name) {
 void click(QAbstractButton& button);
 void click(const QWidget& within, const char* name);
 
+// Presses what stands at that point of the window twice, as the window system tells of a double click.
+void doubleClick(QWidget& window, const QPoint& at);
+
 // Types into a field that can be seen, in place of what it holds.
 void type(QLineEdit& field, const QString& text);
 void type(const QWidget& within, const char* name, const QString& text);
