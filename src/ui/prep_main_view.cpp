@@ -363,6 +363,13 @@ QWidget* PrepMainView::makeSearchLine() {
         m_search->clear();
         m_search->setFocus();
     });
+    const auto onKey = [this](Qt::Key key, auto action) {
+        auto* const shortcut = new QShortcut(key, m_search);
+        shortcut->setContext(Qt::WidgetShortcut);
+        QObject::connect(shortcut, &QShortcut::activated, this, action);
+    };
+    onKey(Qt::Key_Escape, [this] { m_search->clear(); });
+    onKey(Qt::Key_Down, [this] { m_list->setFocus(); });
 
     auto* const line = new QWidget;
     auto* const row = new QHBoxLayout(line);
@@ -460,7 +467,12 @@ void PrepMainView::showEvent(QShowEvent* event) {
     m_manager.load();
     m_catalog.load();
     render();
-    m_scanner->setFocus();
+    focusHome();
+}
+
+void PrepMainView::focusHome() {
+    QWidget* const home = m_manager.activeShoot() != nullptr ? static_cast<QWidget*>(m_scanner) : m_newShoot;
+    home->setFocus();
 }
 
 void PrepMainView::render() {
@@ -469,12 +481,13 @@ void PrepMainView::render() {
     renderShootBar(shoot);
     renderPicker();
     const bool wasEmpty = m_stack->currentIndex() == 0;
+    const bool becomesEmpty = shoot == nullptr && !wasEmpty;
     m_stack->setCurrentIndex(shoot != nullptr ? 1 : 0);
     if (shoot != nullptr)
         renderShootLine(*shoot);
     renderSets(shoot);
-    if (shoot != nullptr && wasEmpty && !takesText(QApplication::focusWidget()))
-        m_scanner->setFocus();
+    if (becomesEmpty || (shoot != nullptr && wasEmpty && !takesText(QApplication::focusWidget())))
+        focusHome();
 }
 
 void PrepMainView::renderHeader(const Shoot* shoot) {
@@ -657,7 +670,7 @@ void PrepMainView::returnFocus() {
     if (auto* const front = windowInFrontOf(this); front != this)
         front->activateWindow();
     else
-        m_scanner->setFocus();
+        focusHome();
 }
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {

@@ -63,6 +63,8 @@ private:
     void renderPicker();
     void renderShootLine(const Shoot& shoot);
     void renderSets(const Shoot* shoot);
+    // Where one starts: at the scanner field, or at "Nieuwe Shoot" while there is no shoot.
+    void focusHome();
 
     [[nodiscard]] const std::vector<std::size_t>& filteredSets() const { return m_filtered; }
     [[nodiscard]] const SetData* setAt(int row) const;
@@ -79,7 +81,7 @@ private:
     void openDownload();
     void confirmDeleteShoot();
     void openSheet(QDialog* sheet);
-    // To where one types next: a sheet that is still open, or else the scanner field.
+    // To where one types next: a sheet that is still open, or else focusHome().
     void returnFocus();
 
     const Services& m_services;

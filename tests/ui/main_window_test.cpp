@@ -623,6 +623,30 @@ TEST_F(MainWindow, ObeysItsShortcuts) {
     EXPECT_FALSE(main().isVisible());
 }
 
+TEST_F(MainWindow, StartsWhereThereIsSomethingToDo) {
+    openMain();
+    EXPECT_EQ(QApplication::focusWidget(), &find(main(), "newShootButton"));
+    addShoot("Ibiza");
+    EXPECT_EQ(QApplication::focusWidget(), &find(main(), "scannerField"));
+    click(open("deleteShootButton", "confirmation"), "confirmDeletion");
+    returnToMain();
+    EXPECT_EQ(QApplication::focusWidget(), &find(main(), "newShootButton"));
+}
+
+TEST_F(MainWindow, KeysLeadFromTheSearchToWhatItFound) {
+    openMainWithSets(12);
+    type(main(), "searchField", "2");
+    press(Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), &find(main(), "setList"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(manager().activeSetId(), shoot().sets[11].id);
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(textOf(main(), "searchField"), "");
+    EXPECT_THAT(rows(), SizeIs(::testing::Gt(2)));
+}
+
 TEST_F(MainWindow, ShortcutsDoNothingThatTheButtonsWouldNot) {
     openMain();
     press(Qt::Key_T, Qt::ControlModifier);
