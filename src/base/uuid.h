@@ -30,6 +30,10 @@ public:
 
     [[nodiscard]] std::array<char, kTextLength> characters() const;
     [[nodiscard]] std::string text() const;
+    // Its 16 bytes, for as long as it stays where it is.
+    [[nodiscard]] std::string_view bytes() const {
+        return {reinterpret_cast<const char*>(m_bytes.data()), m_bytes.size()};
+    }
 
     friend constexpr bool operator==(const Uuid&, const Uuid&) = default;
     friend constexpr std::strong_ordering operator<=>(const Uuid&, const Uuid&) = default;

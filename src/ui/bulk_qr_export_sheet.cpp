@@ -38,6 +38,11 @@ struct BulkQRExportSheet::Running {
 
 namespace {
 
+QString spokenName(const SetData& set) {
+    const auto headline = qstring(shownHeadline(set));
+    return headline.isEmpty() ? shown("Set zonder nummer en merk") : headline;
+}
+
 class CardRow : public ListRow {
 public:
     Uuid id;
@@ -147,22 +152,26 @@ RecyclingList* BulkQRExportSheet::makeList() {
         const auto& set = m_selection.sets()[static_cast<std::size_t>(place)];
         row.id = set.id;
         row.box->setChecked(m_selection.isSelected(set.id));
-        const auto headline = qstring(shownHeadline(set));
-        row.headline->setText(headline);
+        row.headline->setText(qstring(shownHeadline(set)));
         QStringList names;
         for (const auto& item : set.items)
             names.append(shownData(item.name));
         row.items->setVisible(!names.isEmpty());
         row.items->setText(names.join(QStringLiteral(", ")));
-        row.box->setAccessibleName(headline.isEmpty() ? shown("Set zonder nummer en merk") : headline);
-        row.setAccessibleName(row.box->accessibleName());
+        if (const auto name = spokenName(set); row.box->accessibleName() != name)
+            row.box->setAccessibleName(name);
         row.setCurrent(isCurrent);
+    };
+    rows.key = [this](int place) { return m_selection.sets()[static_cast<std::size_t>(place)].id.bytes(); };
+    rows.tell = [this](int place) {
+        return RecyclingList::Told{spokenName(m_selection.sets()[static_cast<std::size_t>(place)]), {}};
     };
     rows.activate = [this](int place) {
         const auto& id = m_selection.sets()[static_cast<std::size_t>(place)].id;
         m_selection.select(id, !m_selection.isSelected(id));
         render();
     };
+    rows.toggle = rows.activate;
     return named(new RecyclingList(std::move(rows)), "cardList", shown("Sets"));
 }
 

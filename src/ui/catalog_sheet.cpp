@@ -132,6 +132,7 @@ void CatalogSheet::makeBrandBar() {
         else
             m_filter = BrandFilter::brand(typed(m_brandPicker->itemData(index).toString()));
         render();
+        m_list->open(m_list->rowCount(), std::nullopt);
     });
     QObject::connect(m_deleteBrand, &QToolButton::clicked, this, [this] { deleteBrand(); });
     QObject::connect(m_newBrandName, &QLineEdit::returnPressed, this, [this] { addBrand(); });
@@ -183,17 +184,21 @@ RecyclingList* CatalogSheet::makeList() {
             return;
         auto& row = static_cast<ProductRow&>(widget);
         row.place = place;
-        const auto name = shownData(product->name);
-        row.name->setText(name);
+        row.name->setText(shownData(product->name));
         QStringList colors;
         for (const auto& color : product->colors)
             colors.append(shownData(color));
         row.colors->setText(colors.join(QStringLiteral(", ")));
         row.colors->setVisible(!product->colors.empty());
-        row.setAccessibleName(name);
-        row.edit->setAccessibleDescription(name);
-        row.remove->setAccessibleDescription(name);
         row.setCurrent(isCurrent);
+    };
+    rows.key = [this](int place) {
+        const auto* const product = productAt(place);
+        return product != nullptr ? product->id.bytes() : std::string_view();
+    };
+    rows.tell = [this](int place) {
+        const auto* const product = productAt(place);
+        return RecyclingList::Told{product != nullptr ? shownData(product->name) : QString(), {}};
     };
     rows.activate = [this](int place) { editProduct(place); };
     rows.remove = [this](int place) { deleteProduct(place); };

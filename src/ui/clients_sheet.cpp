@@ -96,11 +96,13 @@ RecyclingList* ClientsSheet::makeList() {
         auto& row = static_cast<ClientRow&>(widget);
         row.name = m_all[static_cast<std::size_t>(place)];
         row.label->setText(shownData(row.name));
-        row.setAccessibleName(row.label->text());
-        row.remove->setAccessibleDescription(row.label->text());
         // Deleting a name that only shoots carry would have no effect that anyone could see.
         row.remove->setVisible(isStored(row.name));
         row.setCurrent(isCurrent);
+    };
+    rows.key = [this](int place) { return std::string_view(m_all[static_cast<std::size_t>(place)]); };
+    rows.tell = [this](int place) {
+        return RecyclingList::Told{shownData(m_all[static_cast<std::size_t>(place)]), {}};
     };
     rows.remove = [this](int place) {
         m_catalog.deleteClient(m_all[static_cast<std::size_t>(place)]);

@@ -25,6 +25,10 @@ QSize ListRow::sizeHint() const {
     return {content.width(), std::max(theme::kRowHeight, content.height())};
 }
 
+QWidget* ListRow::list() const {
+    return parentWidget() != nullptr ? parentWidget()->parentWidget() : nullptr;
+}
+
 void ListRow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (m_litUp)
@@ -32,8 +36,7 @@ void ListRow::paintEvent(QPaintEvent*) {
     else if (m_hovered || m_current)
         painter.fillRect(rect(), theme::hovered(palette()));
     painter.fillRect(0, height() - 1, width(), 1, theme::hairline(palette()));
-    const auto* const list = parentWidget() != nullptr ? parentWidget()->parentWidget() : nullptr;
-    if (m_current && list != nullptr && list->hasFocus()) {
+    if (m_current && list() != nullptr && list()->hasFocus()) {
         painter.setPen(QPen(theme::accent(palette()), 2));
         painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -2));
     }

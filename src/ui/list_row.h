@@ -18,6 +18,9 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    // The list that it is a row of, if it is of one yet.
+    [[nodiscard]] QWidget* list() const;
+
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;

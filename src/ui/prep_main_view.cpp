@@ -416,9 +416,19 @@ RecyclingList* PrepMainView::makeSetList() {
         if (set == nullptr)
             return;
         auto& row = static_cast<SetRow&>(widget);
-        row.show(*set, m_manager.activeSetId() == set->id, place + 1, static_cast<int>(m_filtered.size()));
+        row.show(*set, m_manager.activeSetId() == set->id);
         row.setCurrent(isCurrent);
         row.setLitUp(m_litUp == set->id);
+    };
+    rows.key = [this](int place) {
+        const auto* const set = setAt(place);
+        return set != nullptr ? set->id.bytes() : std::string_view();
+    };
+    rows.tell = [this](int place) {
+        const auto* const set = setAt(place);
+        return RecyclingList::Told{set != nullptr ? SetRow::name(*set, m_manager.activeSetId() == set->id)
+                                                  : QString(),
+                                   shown("Set %1 van %2").arg(place + 1).arg(m_filtered.size())};
     };
     rows.activate = [this](int place) {
         if (const auto* const set = setAt(place))
@@ -552,7 +562,24 @@ void PrepMainView::renderSets(const Shoot* shoot) {
     m_clearSearch->setVisible(searching);
     m_searchCount->setVisible(searching);
     m_searchCount->setText(QStringLiteral("%1/%2").arg(m_filtered.size()).arg(sets.size()));
-    m_list->setRowCount(static_cast<int>(m_filtered.size()));
+    const auto count = static_cast<int>(m_filtered.size());
+    const auto shownShoot = shoot != nullptr ? std::optional(shoot->id) : std::nullopt;
+    const auto search = m_search->text();
+    const bool isOtherShoot = std::exchange(m_shownShoot, shownShoot) != shownShoot;
+    const bool isOtherSearch = std::exchange(m_shownSearch, search) != search;
+    if (isOtherShoot)
+        m_list->open(count, rowOf(m_manager.activeSetId()));
+    else if (isOtherSearch)
+        m_list->showFound(count);
+    else
+        m_list->setRowCount(count);
+}
+
+std::optional<int> PrepMainView::rowOf(const std::optional<Uuid>& id) const {
+    const auto found = std::ranges::find_if(
+        m_filtered, [&](std::size_t place) { return m_manager.activeShoot()->sets[place].id == id; });
+    return found != m_filtered.end() ? std::optional(static_cast<int>(found - m_filtered.begin()))
+                                     : std::nullopt;
 }
 
 const SetData* PrepMainView::setAt(int row) const {
@@ -586,17 +613,13 @@ void PrepMainView::handleScan() {
 void PrepMainView::showScanned(const Uuid& id) {
     m_litUp = id;
     m_litUpTimer.start(kGlow);
-    const auto rowOf = [&] {
-        const auto& sets = m_manager.activeShoot()->sets;
-        return std::ranges::find_if(m_filtered, [&](std::size_t place) { return sets[place].id == id; });
-    };
     render();
-    if (rowOf() == m_filtered.end()) {
+    if (!rowOf(id)) {
         m_search->clear();
         render();
     }
-    if (const auto row = rowOf(); row != m_filtered.end())
-        m_list->scrollToRow(static_cast<int>(row - m_filtered.begin()));
+    if (const auto row = rowOf(id))
+        m_list->scrollToRow(*row);
 }
 
 void PrepMainView::exportCSV() {

@@ -66,8 +66,8 @@ private:
     // Where one starts: at the scanner field, or at "Nieuwe Shoot" while there is no shoot.
     void focusHome();
 
-    [[nodiscard]] const std::vector<std::size_t>& filteredSets() const { return m_filtered; }
     [[nodiscard]] const SetData* setAt(int row) const;
+    [[nodiscard]] std::optional<int> rowOf(const std::optional<Uuid>& id) const;
     [[nodiscard]] const SetData* setWithId(const Uuid& id) const;
 
     void handleScan();
@@ -94,6 +94,9 @@ private:
     std::vector<Subscription> m_subscriptions;
     bool m_loaded = false;
     std::vector<std::size_t> m_filtered;
+    // What the list shows now.
+    std::optional<Uuid> m_shownShoot;
+    QString m_shownSearch;
     std::optional<Uuid> m_litUp;
     QTimer m_litUpTimer;
     SetRow::Actions m_rowActions;

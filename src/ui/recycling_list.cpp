@@ -1,6 +1,7 @@
 #include "ui/recycling_list.h"
 
-#include "ui/theme.h"
+#include "ui/accessible_list.h"
+#include "ui/widgets.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -19,6 +20,7 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
     setFocusPolicy(Qt::TabFocus);
     viewport()->setAutoFillBackground(true);
     viewport()->setBackgroundRole(QPalette::Base);
+    makeListsAccessible();
     QWidget* const sample = takeFromPool();
     m_rowHeight = std::max(1, sample->sizeHint().height());
     sample->hide();
@@ -26,16 +28,64 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
 }
 
 void RecyclingList::setRowCount(int count) {
+    auto* const bar = verticalScrollBar();
+    const int offset = bar->value();
+    const int first = offset / m_rowHeight;
+    const std::string firstKey = m_firstKey;
+    const auto before = m_current;
+    const bool sawCurrent = before && m_inSight.contains(*before);
     m_count = count;
-    if (m_current && *m_current >= m_count)
-        m_current = m_count > 0 ? std::optional(m_count - 1) : std::nullopt;
+    findCurrentAgain();
+    if (!m_current && before && m_count > 0)
+        makeCurrent(std::min(*before, m_count - 1));
     updateScrollBar();
-    arrange(true);
+    // What was in sight stays where it was; at the top, what comes in front comes into sight.
+    if (offset > 0) {
+        const int last = sawCurrent ? *before : first;
+        const auto now = sawCurrent ? m_current : placeOf(firstKey, first);
+        bar->setValue(offset + (now.value_or(last) - last) * m_rowHeight);
+    }
+    arrange(Fill::AllRows);
+}
+
+void RecyclingList::showFound(int count) {
+    m_count = count;
+    findCurrentAgain();
+    updateScrollBar();
+    scrollToRow(m_current.value_or(0));
+    arrange(Fill::AllRows);
+}
+
+void RecyclingList::open(int count, std::optional<int> place) {
+    forgetRows(*this);
+    m_count = count;
+    makeCurrent(place);
+    updateScrollBar();
+    verticalScrollBar()->setValue(place ? *place * m_rowHeight - (viewport()->height() - m_rowHeight) / 2
+                                        : 0);
+    arrange(Fill::AllRows);
 }
 
 void RecyclingList::setCurrentRow(std::optional<int> place) {
+    const auto before = m_current;
+    makeCurrent(place);
+    if (before == m_current)
+        return;
+    takeFocusFromRows(0, m_count);
+    for (const auto& changed : {before, m_current}) {
+        if (changed)
+            fillRow(*changed);
+    }
+    announceCurrentRow(*this, before);
+}
+
+void RecyclingList::makeCurrent(std::optional<int> place) {
     m_current = place;
-    arrange(true);
+    m_currentKey = place ? m_rows.key(*place) : std::string_view();
+}
+
+void RecyclingList::findCurrentAgain() {
+    m_current = placeOf(m_currentKey, m_current.value_or(0));
 }
 
 void RecyclingList::scrollToRow(int place) {
@@ -60,14 +110,34 @@ QSize RecyclingList::minimumSizeHint() const {
     return {160, m_rowHeight + 2 * frameWidth()};
 }
 
+std::optional<int> RecyclingList::placeOf(const QWidget* within) const {
+    for (const auto& [place, row] : m_inSight) {
+        if (row == within || row->isAncestorOf(within))
+            return place;
+    }
+    return std::nullopt;
+}
+
+std::optional<int> RecyclingList::placeOf(std::string_view key, int last) const {
+    if (key.empty())
+        return std::nullopt;
+    if (last < m_count && m_rows.key(last) == key)
+        return last;
+    for (int place = 0; place < m_count; ++place) {
+        if (m_rows.key(place) == key)
+            return place;
+    }
+    return std::nullopt;
+}
+
 void RecyclingList::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     updateScrollBar();
-    arrange(false);
+    arrange(Fill::NewRows);
 }
 
 void RecyclingList::scrollContentsBy(int, int) {
-    arrange(false);
+    arrange(Fill::NewRows);
 }
 
 void RecyclingList::updateScrollBar() {
@@ -91,20 +161,18 @@ QWidget* RecyclingList::takeFromPool() {
     return row;
 }
 
-void RecyclingList::arrange(bool fillAll) {
+void RecyclingList::arrange(Fill fill) {
     const int offset = verticalScrollBar()->value();
     const int first = offset / m_rowHeight;
     const int end = std::min(m_count, (offset + viewport()->height() + m_rowHeight - 1) / m_rowHeight);
     // The focus must not travel to another row with the widget that had it. First of all, as it arranges the rows.
-    if (const auto focused = placeOf(QApplication::focusWidget());
-        focused && (*focused < first || *focused >= end))
-        setFocus(Qt::OtherFocusReason);
+    takeFocusFromRows(first, end);
+    m_firstKey = first < m_count ? m_rows.key(first) : std::string_view();
     for (auto it = m_inSight.begin(); it != m_inSight.end();) {
         if (it->first >= first && it->first < end) {
             ++it;
             continue;
         }
-        it->second->hide();
         m_pool.push_back(it->second);
         it = m_inSight.erase(it);
     }
@@ -114,14 +182,29 @@ void RecyclingList::arrange(bool fillAll) {
         if (isNew)
             row = takeFromPool();
         row->setGeometry(0, place * m_rowHeight - offset, viewport()->width(), m_rowHeight);
-        if (isNew || fillAll) {
-            const bool isCurrent = m_current == place;
-            m_rows.fill(*row, place, isCurrent);
-            setTabStops(*row, isCurrent);
-        }
+        if (isNew || fill == Fill::AllRows)
+            fillRow(place);
         if (isNew)
             row->show();
     }
+    // Only now, as most are used again at once, which no one needs to hear of as hiding and showing.
+    for (auto* const row : m_pool)
+        row->hide();
+}
+
+void RecyclingList::fillRow(int place) {
+    QWidget* const row = rowWidget(place);
+    if (row == nullptr)
+        return;
+    m_rows.fill(*row, place, m_current == place);
+    setTabStops(*row, m_current == place);
+    announceNameOfRow(*this, place);
+}
+
+void RecyclingList::takeFocusFromRows(int first, int end) {
+    const auto focused = placeOf(QApplication::focusWidget());
+    if (focused && (focused != m_current || *focused < first || *focused >= end))
+        setFocus(Qt::OtherFocusReason);
 }
 
 void RecyclingList::setTabStops(QWidget& row, bool isCurrent) {
@@ -135,21 +218,21 @@ void RecyclingList::setTabStops(QWidget& row, bool isCurrent) {
     }
 }
 
-std::optional<int> RecyclingList::placeOf(const QWidget* within) const {
-    for (const auto& [place, row] : m_inSight) {
-        if (row == within || row->isAncestorOf(within))
-            return place;
-    }
-    return std::nullopt;
-}
-
 void RecyclingList::moveCurrent(int by) {
     if (m_count == 0)
         return;
     const int place = std::clamp(m_current ? *m_current + by : 0, 0, m_count - 1);
-    m_current = place;
     scrollToRow(place);
-    arrange(true);
+    setCurrentRow(place);
+}
+
+bool RecyclingList::actOnCurrent(const std::function<void(int place)>& act) {
+    // A change may not be shown yet: the row is then at another place, or gone.
+    findCurrentAgain();
+    if (!m_current || !act)
+        return false;
+    act(*m_current);
+    return true;
 }
 
 void RecyclingList::keyPressEvent(QKeyEvent* event) {
@@ -175,16 +258,16 @@ void RecyclingList::keyPressEvent(QKeyEvent* event) {
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (m_current && m_rows.activate) {
-            m_rows.activate(*m_current);
+        if (actOnCurrent(m_rows.activate))
             return;
-        }
+        break;
+    case Qt::Key_Space:
+        if (actOnCurrent(m_rows.toggle))
+            return;
         break;
     case Qt::Key_Delete:
-        if (m_current && m_rows.remove) {
-            m_rows.remove(*m_current);
+        if (actOnCurrent(m_rows.remove))
             return;
-        }
         break;
     case Qt::Key_F10:
         // The menu key of keyboards that have none.
@@ -223,8 +306,12 @@ void RecyclingList::contextMenuEvent(QContextMenuEvent* event) {
 void RecyclingList::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     if (!m_current && m_count > 0)
-        m_current = std::min(m_count - 1, verticalScrollBar()->value() / m_rowHeight);
-    arrange(true);
+        makeCurrent(std::min(m_count - 1, (verticalScrollBar()->value() + m_rowHeight - 1) / m_rowHeight));
+    if (m_current)
+        fillRow(*m_current);
+    // The toolkit announces the list itself after this, and the row is to be heard last.
+    QMetaObject::invokeMethod(
+        this, [this] { announceCurrentRow(*this, {}); }, Qt::QueuedConnection);
 }
 
 bool RecyclingList::eventFilter(QObject* watched, QEvent* event) {
@@ -232,8 +319,18 @@ bool RecyclingList::eventFilter(QObject* watched, QEvent* event) {
     if (widget == nullptr)
         return false;
     const auto place = placeOf(widget);
-    if (event->type() == QEvent::MouseButtonPress && place)
+    if (event->type() == QEvent::MouseButtonPress && place) {
         setCurrentRow(*place);
+        m_pressedKey = m_currentKey;
+    }
+    if (event->type() == QEvent::MouseButtonDblClick && place && *place < m_count &&
+        m_rows.key(*place) != m_pressedKey)
+        return true;
+    // Whose button it is: told when it matters, as a row that is filled anew would have much to tell otherwise.
+    if (event->type() == QEvent::FocusIn && place && *place < m_count) {
+        const auto name = m_rows.tell(*place).name;
+        describe(widget, name != widget->accessibleName() ? name : QString());
+    }
     // A row's button has Space and Return for itself, and leaves the rest to the list.
     if (event->type() == QEvent::KeyPress && widget->hasFocus()) {
         const int key = static_cast<QKeyEvent*>(event)->key();

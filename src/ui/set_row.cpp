@@ -66,7 +66,7 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     QObject::connect(m_activate, &QPushButton::clicked, this, [this] { m_actions.onActivate(m_id); });
 }
 
-void SetRow::show(const SetData& set, bool isActive, int place, int count) {
+void SetRow::show(const SetData& set, bool isActive) {
     m_id = set.id;
     m_headline = qstring(shownHeadline(set));
     m_marker->setActive(isActive);
@@ -74,14 +74,16 @@ void SetRow::show(const SetData& set, bool isActive, int place, int count) {
     m_description->setText(qstring(shownDescription(set)));
     m_count->setText(QString::number(set.taggedCount));
     m_count->setColor(set.taggedCount >= 1 ? TextColor::Green : TextColor::Secondary);
+    // The focus stays on the row when its button goes.
+    if (isActive && m_activate->hasFocus())
+        list()->setFocus(Qt::OtherFocusReason);
     m_activate->setVisible(!isActive);
     m_active->setVisible(isActive);
-    setAccessibleName(isActive ? m_headline + QStringLiteral(", ") + shown("ACTIEF") : m_headline);
-    setAccessibleDescription(shown("Set %1 van %2").arg(place).arg(count));
-    for (auto* const button :
-         {static_cast<QAbstractButton*>(m_qr), static_cast<QAbstractButton*>(m_edit),
-          static_cast<QAbstractButton*>(m_delete), static_cast<QAbstractButton*>(m_activate)})
-        button->setAccessibleDescription(m_headline);
+}
+
+QString SetRow::name(const SetData& set, bool isActive) {
+    const auto headline = qstring(shownHeadline(set));
+    return isActive ? headline + QStringLiteral(", ") + shown("ACTIEF") : headline;
 }
 
 void SetRow::askToDelete() {

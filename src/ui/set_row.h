@@ -25,9 +25,11 @@ public:
 
     explicit SetRow(const Actions& actions);
 
-    // `place` counts from 1, for a listener who does not see where in the list the row stands.
-    void show(const SetData& set, bool isActive, int place, int count);
+    void show(const SetData& set, bool isActive);
     using QWidget::show;
+
+    // What a listener is told of the row.
+    [[nodiscard]] static QString name(const SetData& set, bool isActive);
 
     // Asks whether to delete the set, and does.
     void askToDelete();

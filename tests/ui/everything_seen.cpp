@@ -84,6 +84,10 @@ std::vector<Seen> everythingSeen(QWidget& window) {
             add("name", told->text(QAccessible::Name));
             add("description", told->text(QAccessible::Description));
             add("help", told->text(QAccessible::Help));
+            for (int i = 0; told->role() == QAccessible::List && i < told->childCount(); ++i) {
+                add("item", told->child(i)->text(QAccessible::Name));
+                add("item's description", told->child(i)->text(QAccessible::Description));
+            }
         }
     }
     return seen;

@@ -1,11 +1,13 @@
 #include "tests/ui/ui_fixture.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <deque>
 #include <set>
 
 namespace vantor::testing {
@@ -48,14 +50,26 @@ protected:
     List()
         : m_list({[this] {
                       ++m_made;
-                      return new NumberRow;
+                      auto* const made = new NumberRow;
+                      QObject::connect(made->first, &QPushButton::clicked,
+                                       [this, made] { m_pressed.push_back(key(made->number())); });
+                      return made;
                   },
-                  [](QWidget& row, int place, bool isCurrent) {
+                  [this](QWidget& row, int place, bool isCurrent) {
+                      ++m_filled;
                       static_cast<NumberRow&>(row).show(place, isCurrent);
                   },
+                  [this](int place) { return std::string_view(key(place)); },
+                  [this](int place) {
+                      ++m_told;
+                      return ui::RecyclingList::Told{QString::fromStdString(key(place)), {}};
+                  },
                   [this](int place) { m_activated.push_back(place); },
+                  [this](int place) { m_toggled.push_back(place); },
                   [this](int place) { m_removed.push_back(place); },
                   [this](int place, const QPoint&) { m_menus.push_back(place); }}) {
+        for (int i = 0; i < 10'000; ++i)
+            m_keys.push_back(std::to_string(i));
         auto* const column = new QVBoxLayout(&m_window);
         m_before.setText(QStringLiteral("ervoor"));
         m_after.setText(QStringLiteral("erna"));
@@ -101,7 +115,20 @@ protected:
         EXPECT_GE(bottom, std::min(m_list.viewport()->height(), m_list.rowCount() * kRowHeight - offset));
     }
 
+    [[nodiscard]] const std::string& key(int place) const {
+        return m_keys.at(static_cast<std::size_t>(place));
+    }
+    [[nodiscard]] std::string currentKey() const {
+        return m_list.currentRow() ? key(*m_list.currentRow()) : "";
+    }
+
+    // What each row shows: its number, unless a test says otherwise.
+    std::deque<std::string> m_keys;
     int m_made = 0;
+    int m_filled = 0;
+    int m_told = 0;
+    std::vector<std::string> m_pressed;
+    std::vector<int> m_toggled;
     std::vector<int> m_activated;
     std::vector<int> m_removed;
     std::vector<int> m_menus;
@@ -176,8 +203,10 @@ TEST_F(List, KeysMoveTheCurrentRow) {
         return row(place) != nullptr && row(place)->current &&
                m_list.viewport()->rect().contains(row(place)->geometry());
     };
+    m_filled = 0;
     press(Qt::Key_Down);
     EXPECT_EQ(m_list.currentRow(), 1);
+    EXPECT_EQ(m_filled, 2) << "rows are filled, and told of, that did not change";
     press(Qt::Key_End);
     EXPECT_EQ(m_list.currentRow(), 9'999);
     EXPECT_TRUE(inSight(9'999));
@@ -197,8 +226,10 @@ TEST_F(List, KeysMoveTheCurrentRow) {
     EXPECT_TRUE(inSight(*m_list.currentRow()));
     const auto current = *m_list.currentRow();
     press(Qt::Key_Return);
+    press(Qt::Key_Space);
     press(Qt::Key_Delete);
     EXPECT_THAT(m_activated, ElementsAre(current));
+    EXPECT_THAT(m_toggled, ElementsAre(current));
     EXPECT_THAT(m_removed, ElementsAre(current));
 }
 
@@ -321,6 +352,119 @@ TEST_F(List, CurrentRowMovesUpWhenTheLastOneGoes) {
     EXPECT_EQ(m_list.currentRow(), std::nullopt);
 }
 
+TEST_F(List, FollowsWhatItsRowsShow) {
+    m_list.setRowCount(100);
+    m_list.scrollToRow(60);
+    m_list.setCurrentRow(58);
+    const int top = row(58)->y();
+    m_keys.insert(m_keys.begin(), {"a", "b"});
+    m_list.setRowCount(102);
+    EXPECT_EQ(m_list.currentRow(), 60);
+    EXPECT_EQ(row(60)->y(), top);
+    // Out of sight, it is what stands first in sight that stays.
+    m_list.setCurrentRow(3);
+    const auto first = shownRows().front()->number();
+    m_keys.pop_front();
+    m_list.setRowCount(101);
+    EXPECT_EQ(currentKey(), "1");
+    EXPECT_EQ(shownRows().front()->number(), first - 1);
+    // The next one takes the place of one that is gone.
+    m_keys.erase(m_keys.begin() + 2);
+    m_list.setRowCount(100);
+    EXPECT_EQ(currentKey(), "2");
+    expectRowsInPlace();
+}
+
+TEST_F(List, ActsOnWhatIsCurrentBeforeAChangeIsShown) {
+    m_list.setRowCount(100);
+    m_list.setFocus();
+    m_list.setCurrentRow(4);
+    m_keys.push_front("a");
+    QTest::keyClick(&m_list, Qt::Key_Return);
+    EXPECT_THAT(m_activated, ElementsAre(5));
+}
+
+TEST_F(List, ASearchHidesTheCurrentRowAndShowsItAgain) {
+    m_list.setRowCount(1000);
+    m_list.scrollToRow(500);
+    m_list.setCurrentRow(500);
+    const auto all = m_keys;
+    m_keys = {"7", "8", "9"};
+    m_list.showFound(3);
+    EXPECT_EQ(m_list.currentRow(), std::nullopt);
+    m_keys = all;
+    m_list.showFound(1000);
+    EXPECT_EQ(m_list.currentRow(), 500);
+    EXPECT_NE(row(500), nullptr);
+    m_list.open(900, std::nullopt);
+    EXPECT_EQ(m_list.currentRow(), std::nullopt);
+    EXPECT_EQ(m_list.verticalScrollBar()->value(), 0);
+    m_list.open(900, 700);
+    EXPECT_EQ(m_list.currentRow(), 700);
+    EXPECT_TRUE(m_list.viewport()->rect().contains(row(700)->geometry()));
+}
+
+TEST_F(List, ADoubleClickMeansOneRowOnly) {
+    m_list.setRowCount(100);
+    const auto at = row(4)->first->mapTo(&m_window, row(4)->first->rect().center());
+    doubleClick(m_window, at);
+    EXPECT_THAT(m_pressed, ElementsAre("4", "4"));
+    m_pressed.clear();
+    QObject::connect(row(4)->first, &QPushButton::clicked, [this] {
+        m_keys.erase(m_keys.begin() + 4);
+        m_list.setRowCount(m_list.rowCount() - 1);
+    });
+    doubleClick(m_window, at);
+    EXPECT_THAT(m_pressed, ElementsAre("4"));
+    QTest::mouseClick(row(4)->first, Qt::LeftButton);
+    EXPECT_THAT(m_pressed, ElementsAre("4", "5"));
+}
+
+// --- what assistive technology finds
+
+TEST_F(List, TellsOfEveryRow) {
+    m_list.setRowCount(10'000);
+    m_list.setFocus();
+    m_told = 0;
+    auto* const list = QAccessible::queryAccessibleInterface(&m_list);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->childCount(), 10'000);
+    EXPECT_EQ(list->child(10'000), nullptr);
+    auto* const last = list->child(9'999);
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(last->role(), QAccessible::ListItem);
+    EXPECT_EQ(last->text(QAccessible::Name), "9999");
+    EXPECT_EQ(last->parent(), list);
+    EXPECT_EQ(list->indexOfChild(last), 9'999);
+    EXPECT_EQ(last->childCount(), 0);
+    EXPECT_TRUE(last->state().offscreen && !last->state().invisible && !last->state().selected);
+    EXPECT_LT(m_told, 100) << "rows are told of that no one asked for";
+
+    auto* const second = list->child(1);
+    ASSERT_EQ(second->childCount(), 1);
+    EXPECT_EQ(second->child(0)->object(), row(1));
+    EXPECT_EQ(second->child(0)->parent(), second);
+    EXPECT_EQ(second->indexOfChild(second->child(0)), 0);
+    EXPECT_EQ(list->childAt(second->rect().center().x(), second->rect().center().y()), second);
+    EXPECT_EQ(second->rect(), QRect(row(1)->mapToGlobal(QPoint()), row(1)->size()));
+    second->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_EQ(m_list.currentRow(), 1);
+    EXPECT_EQ(list->focusChild(), second);
+    EXPECT_TRUE(second->state().focused && second->state().selected && second->state().active);
+    second->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_THAT(m_activated, ElementsAre(1));
+
+    // Whoever holds on to an item keeps what it stands for.
+    m_keys.push_front("nieuw");
+    m_list.setRowCount(10'001);
+    EXPECT_EQ(list->indexOfChild(second), 2);
+    EXPECT_EQ(list->child(2), second);
+    EXPECT_EQ(second->child(0)->object(), row(2));
+    m_keys.erase(m_keys.begin() + 2);
+    m_list.setRowCount(10'000);
+    EXPECT_FALSE(second->isValid());
+}
+
 TEST_F(List, OpensTheMenuOfARow) {
     m_list.setRowCount(100);
     QContextMenuEvent byMouse(QContextMenuEvent::Mouse, QPoint(3, 3), row(4)->mapToGlobal(QPoint(3, 3)));
@@ -390,6 +534,55 @@ TEST_F(ListOfSets, ActivatingARowThatWasUsedAgainMeansTheSetItShows) {
     settle();
     for (const auto* const row : rows())
         EXPECT_FALSE(isShown(*row, "activeTag"));
+}
+
+TEST_F(ListOfSets, KeepsTheCurrentSetWhateverComesBeforeIt) {
+    openMainWithSets(300);
+    auto& list = find<ui::RecyclingList>(main(), "setList");
+    list.setCurrentRow(298);
+    const auto current = shoot().sets[298].id;
+    addSet("nieuw");
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(manager().activeSetId(), current);
+    type(main(), "searchField", "nieuw");
+    EXPECT_EQ(list.currentRow(), std::nullopt);
+    type(main(), "searchField", "");
+    EXPECT_EQ(list.currentRow(), 299);
+    EXPECT_NE(list.rowWidget(299), nullptr);
+}
+
+TEST_F(ListOfSets, AShootOpensAtItsActiveSetOrAtItsTop) {
+    openMainWithSets(300);
+    auto& list = find<ui::RecyclingList>(main(), "setList");
+    const auto first = shoot().id;
+    manager().activateSet(shoot().sets[200].id);
+    list.scrollToRow(250);
+    list.setCurrentRow(250);
+    addShoot("Oslo");
+    for (int i = 0; i < 30; ++i)
+        addSet(std::to_string(i));
+    EXPECT_EQ(list.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(list.currentRow(), std::nullopt);
+    list.scrollToRow(29);
+    manager().setActiveShootId(first);
+    settle();
+    EXPECT_EQ(list.currentRow(), 200);
+    EXPECT_NE(list.rowWidget(200), nullptr);
+}
+
+TEST_F(ListOfSets, ActivatingWithTheKeyboardLeavesTheFocusOnTheRow) {
+    openMainWithSets(3);
+    auto& list = find<ui::RecyclingList>(main(), "setList");
+    list.setFocus();
+    list.setCurrentRow(1);
+    auto& button = find(*list.rowWidget(1), "activateButton");
+    button.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&button, Qt::Key_Space);
+    settle();
+    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+    EXPECT_EQ(list.currentRow(), 1);
 }
 
 } // namespace

@@ -198,9 +198,11 @@ TEST_F(BulkExportTest, SetsAreSelectedWithKeysAlone) {
     EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
     EXPECT_EQ(textOf(sheet, "selectedCount"), "2 geselecteerd");
     EXPECT_TRUE(isOpen("bulkExportSheet"));
-    press(Qt::Key_Tab);
     press(Qt::Key_Space);
     EXPECT_TRUE(boxes(sheet).at(1)->isChecked());
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
 }
 
 TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
