@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "base/text_lookup.h"
+#include "model/headline.h"
 #include "model/shoot.h"
 
 namespace vantor {
@@ -70,10 +71,25 @@ std::string SetData::toQRText() const {
 }
 
 std::string SetData::headline() const {
-    auto line = setNumber.empty() ? std::string() : lookUp("Set %1", {setNumber});
-    if (!setNumber.empty() && !brand.empty())
-        line += " — ";
-    return line + brand;
+    return joined(headlinePieces(*this), "");
+}
+
+std::vector<std::string> headlinePieces(const SetData& set) {
+    std::vector<std::string> pieces;
+    if (!set.setNumber.empty()) {
+        static constexpr std::string_view kPlace = "%1";
+        const auto text = lookUp("Set %1");
+        const auto at = text.find(kPlace);
+        pieces.push_back(text.substr(0, at));
+        if (at != std::string::npos) {
+            pieces.push_back(set.setNumber);
+            pieces.push_back(text.substr(at + kPlace.size()));
+        }
+    }
+    if (!set.setNumber.empty() && !set.brand.empty())
+        pieces.emplace_back(" — ");
+    pieces.push_back(set.brand);
+    return pieces;
 }
 
 std::string SetData::description() const {

@@ -1,8 +1,10 @@
 #include "output/bulk_qr_pdf_exporter.h"
 
 #include "base/text.h"
+#include "model/headline.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,8 +21,11 @@ constexpr double kTextMargin = 8;
 constexpr int kLeastPixels = 600;
 constexpr PdfStroke kCuttingLine{.gray = 0.5, .alpha = 0.4, .width = 0.5, .dash = 3, .gap = 3};
 
+// Text to be set one piece behind the other, from left to right, whatever direction each is written in.
+using Pieces = std::vector<std::string>;
+
 struct CardLine {
-    std::string text;
+    Pieces pieces;
     PdfFont font;
 
     [[nodiscard]] double height() const { return font.size * kLineHeight + kLeading; }
@@ -56,27 +61,59 @@ std::vector<PdfLine> cuttingLines(const CardLayout& layout) {
     return lines;
 }
 
-std::string placeLine(const SetData& set) {
+Pieces placeLine(const SetData& set) {
     const bool both = !set.model.empty() && !set.location.empty();
-    return set.model + (both ? " · " : "") + set.location;
+    return {set.model, both ? " · " : "", set.location};
 }
 
-std::string itemsLine(const SetData& set) {
-    std::vector<std::string> texts;
-    texts.reserve(set.items.size());
-    for (const auto& item : set.items)
-        texts.push_back(item.color.empty() ? item.name : item.name + " (" + item.color + ")");
-    return joined(texts, ", ");
+Pieces itemsLine(const SetData& set) {
+    Pieces pieces;
+    for (const auto& item : set.items) {
+        if (!pieces.empty())
+            pieces.emplace_back(", ");
+        pieces.push_back(item.name);
+        if (!item.color.empty())
+            pieces.insert(pieces.end(), {" (", item.color, ")"});
+    }
+    return pieces;
+}
+
+bool mayReorder(std::string_view text) {
+    return std::ranges::any_of(characters(text), [](char32_t c) { return isRightToLeft(c) || isControl(c); });
+}
+
+// The line cut to so many characters. Where nothing in it is written from right to left it is one piece, so that letters
+// meet as a font wants them to.
+Pieces cutTo(std::size_t mostCharacters, const Pieces& pieces) {
+    static constexpr std::string_view kEllipsis = "…";
+    const auto whole = onOneLine(joined(pieces, ""));
+    const auto cut = shortenedTo(whole, mostCharacters);
+    if (!mayReorder(cut))
+        return {cut};
+    const bool isCut = cut != whole;
+    auto rest = cut.size() - (isCut ? kEllipsis.size() : 0);
+    Pieces kept;
+    for (const auto& piece : pieces) {
+        auto text = onOneLine(piece);
+        text.resize(std::min(text.size(), rest));
+        rest -= text.size();
+        if (!text.empty())
+            kept.push_back(std::move(text));
+    }
+    if (isCut)
+        kept.emplace_back(kEllipsis);
+    return kept;
 }
 
 std::vector<CardLine> linesOf(const SetData& set, const CardLayout& layout) {
     const PdfFont headlineFont{layout.headlineSize, true};
     const PdfFont textFont{layout.textSize, false};
     std::vector<CardLine> lines;
-    for (auto& [text, font] : {CardLine{set.headline(), headlineFont}, CardLine{placeLine(set), textFont},
-                               CardLine{itemsLine(set), textFont}}) {
-        if (!text.empty())
-            lines.push_back({shortenedTo(onOneLine(text), layout.mostCharacters), font});
+    for (const auto& [pieces, font] :
+         {CardLine{headlinePieces(set), headlineFont}, CardLine{placeLine(set), textFont},
+          CardLine{itemsLine(set), textFont}}) {
+        if (!joined(pieces, "").empty())
+            lines.push_back({cutTo(layout.mostCharacters, pieces), font});
     }
     return lines;
 }
@@ -91,6 +128,21 @@ Bitmap evenlyStretched(const Bitmap& modules) {
 double moduleEdge(const Bitmap& modules, const CardLayout& layout) {
     static constexpr double kMillimetresPerPoint = 25.4 / 72;
     return layout.qrEdge / modules.width() * kMillimetresPerPoint;
+}
+
+// Narrowed where it is wider than `most`.
+void drawCentred(const CardLine& line, double middle, double baseline, double most, PdfCanvas& canvas) {
+    std::vector<double> widths;
+    for (const auto& piece : line.pieces)
+        widths.push_back(canvas.textWidth(piece, line.font));
+    const double natural = std::accumulate(widths.begin(), widths.end(), 0.0);
+    const double width = std::min(natural, most);
+    const double stretch = natural > 0 ? width / natural : 1;
+    double x = middle - width / 2;
+    for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+        canvas.drawText(line.pieces[i], line.font, {x, baseline}, stretch);
+        x += widths[i] * stretch;
+    }
 }
 
 void drawCard(const SetData& set, const Bitmap& modules, const PdfRect& cell, const CardLayout& layout,
@@ -109,10 +161,7 @@ void drawCard(const SetData& set, const Bitmap& modules, const PdfRect& cell, co
     double y = codeBottom - kGapUnderCode;
     for (const auto& line : lines) {
         y -= line.height();
-        const double natural = canvas.textWidth(line.text, line.font);
-        const double width = std::min(natural, cell.width - kTextMargin);
-        canvas.drawText(line.text, line.font, {middle - width / 2, y + kLeading},
-                        natural > 0 ? width / natural : 1);
+        drawCentred(line, middle, y + kLeading, cell.width - kTextMargin, canvas);
     }
 }
 

@@ -56,6 +56,7 @@ TEST(CatalogJson, ReadsEveryField) {
 }
 
 struct Legacy {
+    std::string behaviour;
     std::string members;
     std::string brand;
 };
@@ -73,19 +74,21 @@ TEST_P(LegacyProduct, TakesItsBrandFromItsClientOnlyWhenItHasNone) {
     EXPECT_EQ(readProducts("[" + product(GetParam().members) + "]")->at(0).brand, GetParam().brand);
 }
 
-INSTANTIATE_TEST_SUITE_P(Products, LegacyProduct,
-                         ::testing::Values(Legacy{"", ""}, Legacy{R"(,"client":"Nike")", "Nike"},
-                                           Legacy{R"(,"brand":"","client":"Nike")", "Nike"},
-                                           Legacy{R"(,"client":"Nike","brand":"")", "Nike"},
-                                           Legacy{R"(,"brand":null,"client":"Nike")", "Nike"},
-                                           Legacy{R"(,"brand":"Puma","client":"Nike")", "Puma"},
-                                           Legacy{R"(,"client":"Nike","brand":"Puma")", "Puma"},
-                                           Legacy{R"(,"client":null)", ""},
-                                           Legacy{R"(,"brand":"Puma","client":null)", "Puma"},
-                                           Legacy{R"(,"client":[1e309],"brand":"Puma")", "Puma"},
-                                           Legacy{R"(,"brand":"Puma","client":"\udc00")", "Puma"},
-                                           Legacy{R"(,"client":1,"client":"Nike")", "Nike"},
-                                           Legacy{R"(,"client":"")", ""}));
+INSTANTIATE_TEST_SUITE_P(
+    Products, LegacyProduct,
+    ::testing::Values(Legacy{"NeitherKey", "", ""}, Legacy{"ClientAlone", R"(,"client":"Nike")", "Nike"},
+                      Legacy{"EmptyBrand", R"(,"brand":"","client":"Nike")", "Nike"},
+                      Legacy{"EmptyBrandBehindClient", R"(,"client":"Nike","brand":"")", "Nike"},
+                      Legacy{"NullBrand", R"(,"brand":null,"client":"Nike")", "Nike"},
+                      Legacy{"Brand", R"(,"brand":"Puma","client":"Nike")", "Puma"},
+                      Legacy{"BrandBehindClient", R"(,"client":"Nike","brand":"Puma")", "Puma"},
+                      Legacy{"NullClient", R"(,"client":null)", ""},
+                      Legacy{"BrandAndNullClient", R"(,"brand":"Puma","client":null)", "Puma"},
+                      Legacy{"EmptyClient", R"(,"client":"")", ""},
+                      Legacy{"BrandBehindAClientThatIsNone", R"(,"client":[1e309],"brand":"Puma")", "Puma"},
+                      Legacy{"BrandAndAClientThatIsNoText", R"(,"brand":"Puma","client":"\udc00")", "Puma"},
+                      Legacy{"LastClientHolds", R"(,"client":1,"client":"Nike")", "Nike"}),
+    [](const auto& each) { return each.param.behaviour; });
 
 TEST(CatalogJson, WithoutBrandsHasNone) {
     const auto read = readCatalog(R"({"products":[],"clients":["Nike"]})");

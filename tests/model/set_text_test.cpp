@@ -99,6 +99,7 @@ TEST(QrText, WritesALineBreakInsideAValueAsASpace) {
 }
 
 struct Reading {
+    std::string behaviour;
     std::string text;
     std::string summary;
 };
@@ -113,34 +114,47 @@ TEST_P(ReadQrText, IsTolerantOfTyping) {
     EXPECT_EQ(parsed(GetParam().text), GetParam().summary);
 }
 
-INSTANTIATE_TEST_SUITE_P(Absent, ReadQrText,
-                         ::testing::Values(Reading{"", "(absent)"}, Reading{" ", "(absent)"},
-                                           Reading{"\n \r\n\t\u00A0\n", "(absent)"},
-                                           Reading{"ITEM:shirt", "(absent)"}, Reading{"SET:", "(absent)"},
-                                           Reading{"SET: ", "(absent)"}, Reading{"SET", "(absent)"},
-                                           Reading{"foo:bar\nNOTE:x", "(absent)"}, Reading{":::", "(absent)"},
-                                           Reading{"MODEL:Anna\nLOCATION:x\nEMAIL:y", "(absent)"},
-                                           Reading{"SETS:1", "(absent)"}));
+INSTANTIATE_TEST_SUITE_P(
+    Absent, ReadQrText,
+    ::testing::Values(Reading{"Nothing", "", "(absent)"}, Reading{"Blank", " ", "(absent)"},
+                      Reading{"BlankLines", "\n \r\n\t\u00A0\n", "(absent)"},
+                      Reading{"ItemAlone", "ITEM:shirt", "(absent)"}, Reading{"NoNumber", "SET:", "(absent)"},
+                      Reading{"BlankNumber", "SET: ", "(absent)"}, Reading{"NoColon", "SET", "(absent)"},
+                      Reading{"UnknownTags", "foo:bar\nNOTE:x", "(absent)"},
+                      Reading{"OnlyColons", ":::", "(absent)"},
+                      Reading{"NeitherNumberNorBrand", "MODEL:Anna\nLOCATION:x\nEMAIL:y", "(absent)"},
+                      Reading{"LongerTag", "SETS:1", "(absent)"}),
+    [](const auto& each) { return each.param.behaviour; });
 
 INSTANTIATE_TEST_SUITE_P(
     Present, ReadQrText,
-    ::testing::Values(Reading{"BRAND:X", "|X|||"}, Reading{"SET:1\nSET:2", "2||||"},
-                      Reading{"SET:1\nSET:", "1||||"}, Reading{"SET:1\nITEM:a\nITEM:b", "1|||||a+|b+"},
-                      Reading{"SET:a:b", "a:b||||"}, Reading{"::SET:5", "5||||"}, Reading{"SET::5", ":5||||"},
-                      Reading{"set : 12", "12||||"}, Reading{"SET:1\nITEM:a/b/c", "1|||||a+b/c"},
-                      Reading{"SET:1\nITEM:/red", "1|||||red+"},
-                      Reading{"SET:1\nITEM: shirt ", "1|||||shirt+"}, Reading{"SET:1\nITEM:", "1||||"},
-                      Reading{"SET:1\nITEM:/", "1||||"}, Reading{"SET:1\nITEM: / ", "1||||"},
-                      Reading{"SET:1\nITEM://///", "1||||"}, Reading{"SET:1\nfoo:bar\nNOTE:x", "1||||"},
-                      Reading{"SET:1\r\nBRAND:X\r\nITEM:a/b\r\n", "1|X||||a+b"},
-                      Reading{"SET:1\rBRAND:X\u2028MODEL:Y\u2029EMAIL:z\u0085LOCATION:l", "1|X|Y|l|z"},
-                      Reading{"set 12\nBrand : Noorderlicht\nitem: sweater / blue navy",
-                              "|Noorderlicht||||sweater+blue navy"},
-                      Reading{"\u00A0sEt\u2003:\u30001\u00A0", "1||||"}, Reading{"SET:Zoé X", "Zoé X||||"},
-                      Reading{"SET:1\nBRAND:\u0301x", "1||||"},
-                      Reading{"SET:1\nBRAND:X:\u0301", "1|X:\u0301|||"},
-                      Reading{"SET:1\nITEM:a/\u0301b", "1|||||a/\u0301b+"},
-                      Reading{"SET:1\nITEM:\u0600/b", "1|||||\u0600/b+"}));
+    ::testing::Values(
+        Reading{"BrandAlone", "BRAND:X", "|X|||"}, Reading{"LastNumberHolds", "SET:1\nSET:2", "2||||"},
+        Reading{"EmptyNumberChangesNothing", "SET:1\nSET:", "1||||"},
+        Reading{"EveryItemCounts", "SET:1\nITEM:a\nITEM:b", "1|||||a+|b+"},
+        Reading{"ColonInAValue", "SET:a:b", "a:b||||"}, Reading{"ColonsInFront", "::SET:5", "5||||"},
+        Reading{"ColonInFrontOfAValue", "SET::5", ":5||||"},
+        Reading{"SmallLettersAndBlanks", "set : 12", "12||||"},
+        Reading{"FirstSlashSplits", "SET:1\nITEM:a/b/c", "1|||||a+b/c"},
+        Reading{"ColourAloneIsAName", "SET:1\nITEM:/red", "1|||||red+"},
+        Reading{"ItemIsTrimmed", "SET:1\nITEM: shirt ", "1|||||shirt+"},
+        Reading{"EmptyItemIsNone", "SET:1\nITEM:", "1||||"},
+        Reading{"SlashIsNoItem", "SET:1\nITEM:/", "1||||"},
+        Reading{"BlanksAroundASlashAreNoItem", "SET:1\nITEM: / ", "1||||"},
+        Reading{"SlashesAreNoItem", "SET:1\nITEM://///", "1||||"},
+        Reading{"UnknownTagsArePassedOver", "SET:1\nfoo:bar\nNOTE:x", "1||||"},
+        Reading{"LinesEndInCrLf", "SET:1\r\nBRAND:X\r\nITEM:a/b\r\n", "1|X||||a+b"},
+        Reading{"LinesEndInAnyBreak", "SET:1\rBRAND:X\u2028MODEL:Y\u2029EMAIL:z\u0085LOCATION:l",
+                "1|X|Y|l|z"},
+        Reading{"NumberWithoutColonIsLost", "set 12\nBrand : Noorderlicht\nitem: sweater / blue navy",
+                "|Noorderlicht||||sweater+blue navy"},
+        Reading{"AnyBlanksAreTrimmed", "\u00A0sEt\u2003:\u30001\u00A0", "1||||"},
+        Reading{"BlanksInsideStay", "SET:Zoé X", "Zoé X||||"},
+        Reading{"ColonWithAnAccentSplitsNothing", "SET:1\nBRAND:\u0301x", "1||||"},
+        Reading{"ColonWithAnAccentInAValue", "SET:1\nBRAND:X:\u0301", "1|X:\u0301|||"},
+        Reading{"SlashWithAnAccentSplitsNothing", "SET:1\nITEM:a/\u0301b", "1|||||a/\u0301b+"},
+        Reading{"SlashBehindAPrefixSplitsNothing", "SET:1\nITEM:\u0600/b", "1|||||\u0600/b+"}),
+    [](const auto& each) { return each.param.behaviour; });
 
 TEST(ReadQrTextItem, KeepsABlankNameInFrontOfASecondSlash) {
     EXPECT_EQ(parsed("SET:1\nITEM:/ /red"), "1|||||+red");

@@ -1,3 +1,4 @@
+#include "base/text.h"
 #include "output/bulk_qr_pdf_exporter.h"
 #include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/posix/posix_file_store.h"
@@ -329,18 +330,39 @@ TEST_F(BulkQRPDFExporterTest, WritesWhatIsKnownAndDropsEmptyLines) {
     }
 }
 
-TEST_F(BulkQRPDFExporterTest, KeepsEveryLineOnOneLine) {
-    auto set = setOf("1", "a\nb");
-    set.model = "c\r\nd\u2028e";
-    draw({set}, BulkQRDensity::large);
-    EXPECT_THAT(recording.texts(0), ElementsAre("Set 1 — a b", "c d e"));
-}
-
 std::string repeated(const std::string& piece, std::size_t count) {
     std::string out;
     for (std::size_t i = 0; i < count; ++i)
         out += piece;
     return out;
+}
+
+TEST_F(BulkQRPDFExporterTest, SetsTextsThatRunFromRightToLeftInPiecesFromLeftToRight) {
+    auto set = setOf("א1", "2");
+    set.model = "Anna";
+    set.location = "\u202Ezaal";
+    set.items = {SetItem::make("שמלה", "כחול"), SetItem::make("jurk\r\nlang", ""),
+                 SetItem::make("ab" + repeated("ש", 40), "")};
+    draw({set}, BulkQRDensity::large);
+    EXPECT_THAT(recording.texts(0),
+                ElementsAre("Set ", "א1", " — ", "2", "Anna", " · ", "\u202Ezaal", "שמלה", " (", "כחול", ")",
+                            ", ", "jurk lang", ", ", "ab" + repeated("ש", 13), "…"));
+    // Each line's pieces follow one another and stand in the middle of the cell together.
+    const auto drawn = recording.all<testing::DrawnText>(0);
+    const auto width = [&](const testing::DrawnText& text) {
+        return static_cast<double>(characterCount(text.text)) * text.font.size * recording.characterWidth *
+               text.stretch;
+    };
+    for (std::size_t i = 1; i < 4; ++i)
+        EXPECT_NEAR(drawn[i].origin.x, drawn[i - 1].origin.x + width(drawn[i - 1]), kTolerance);
+    EXPECT_NEAR((drawn[0].origin.x + drawn[3].origin.x + width(drawn[3])) / 2, 160.82, kTolerance);
+}
+
+TEST_F(BulkQRPDFExporterTest, KeepsEveryLineOnOneLine) {
+    auto set = setOf("1", "a\nb");
+    set.model = "c\r\nd\u2028e";
+    draw({set}, BulkQRDensity::large);
+    EXPECT_THAT(recording.texts(0), ElementsAre("Set 1 — a b", "c d e"));
 }
 
 TEST_F(BulkQRPDFExporterTest, ShortensLinesOfMoreCharactersThanFit) {
@@ -549,6 +571,15 @@ TEST_F(BulkQRPDFFileTest, EveryHeadlineCanBeFoundOnItsPage) {
         }
     }
     EXPECT_EQ(testing::runCommand("qpdf --check " + path).status, 0);
+}
+
+TEST_F(BulkQRPDFFileTest, KeepsLettersFromRightToLeftWithinTheirOwnValue) {
+    ASSERT_TRUE(exportTo(folder / "cards.pdf", {setOf("א1", "2")}));
+    // In the order in which it stands on paper.
+    const auto text =
+        testing::runCommand("pdftotext -raw -enc UTF-8 " + (folder / "cards.pdf").string() + " -").output;
+    EXPECT_THAT(text, ::testing::AllOf(::testing::StartsWith("Set 1"), ::testing::HasSubstr("א"),
+                                       ::testing::HasSubstr("— 2")));
 }
 
 TEST_F(BulkQRPDFFileTest, MakesEqualFilesOfEqualSets) {
