@@ -31,7 +31,7 @@ set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-color-emoji")
 if(VANTOR_WITH_QT)
     string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", qt6-translations-l10n")
     string(APPEND CPACK_DEBIAN_PACKAGE_RECOMMENDS
-        ", desktop-file-utils, hicolor-icon-theme, qt6-wayland, shared-mime-info, xdg-utils")
+        ", desktop-file-utils, hicolor-icon-theme, qt6-wayland, shared-mime-info, xdg-utils, ca-certificates")
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-gtk-platformtheme")
 endif()
 

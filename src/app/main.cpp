@@ -29,6 +29,7 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 #include <QThreadPool>
 #include <algorithm>
@@ -59,6 +60,14 @@ QStringList meetingPlaces(const fs::path& folder) {
     const auto temporary = QDir::tempPath() + name;
     // Another user may have claimed the first, but cannot know the second; later starts learn it through the lock.
     return places << temporary << temporary + '-' + QString::fromStdString(vantor::Uuid::random().text());
+}
+
+// Beside the program, wherever both were installed.
+fs::path installedManual() {
+    const auto bin = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
+    const auto page = (fs::path(bin) / VANTOR_MANUAL).lexically_normal();
+    std::error_code error;
+    return fs::is_regular_file(page, error) ? page : fs::path();
 }
 
 vantor::StartArguments startArguments(const std::vector<std::string_view>& arguments) {
@@ -188,7 +197,8 @@ int main(int argc, char** argv) {
                                 Timestamp::now,
                                 &stores,
                                 std::string(kSiteHost),
-                                std::string(kManualPage)};
+                                std::string(kManualPage),
+                                installedManual()};
     ui::Shell shell(services);
     shell.openFiles({start.files, process.handedBeforeAt(), {}, {}});
     process.serve([&shell](auto handed) { shell.openFiles(std::move(handed)); });

@@ -1,6 +1,7 @@
-// UrlOpener: shows web addresses in the user's browser.
+// UrlOpener: shows pages in the user's browser.
 #pragma once
 
+#include <filesystem>
 #include <string_view>
 
 namespace vantor {
@@ -11,6 +12,8 @@ public:
 
     // Only http and https addresses are opened; anything else is ignored. Failures are silent.
     virtual void open(std::string_view address) = 0;
+    // Shows a page that stands on this computer. Apart from open(), so that no address from outside gets here.
+    virtual void openPage(const std::filesystem::path& page) = 0;
 };
 
 } // namespace vantor

@@ -464,7 +464,7 @@ void PrepMainView::makeShortcuts() {
     });
     on(Qt::CTRL | Qt::Key_L, [this] { m_scanner->setFocus(); });
     on(Qt::CTRL | Qt::Key_G, [this] { m_onOpenGenerator(); });
-    on(Qt::Key_F1, [this] { openManual(); });
+    on(Qt::Key_F1, [this] { openInstalledManual(); });
     on(Qt::CTRL | Qt::Key_W, [this] { close(); });
     on(Qt::CTRL | Qt::Key_Q, [] { QApplication::closeAllWindows(); });
 }
@@ -668,6 +668,14 @@ void PrepMainView::showImportError() {
 
 void PrepMainView::openManual() {
     m_services.urls.open(m_services.manualPage);
+}
+
+// Needs no network.
+void PrepMainView::openInstalledManual() {
+    if (m_services.installedManual.empty())
+        openManual();
+    else
+        m_services.urls.openPage(m_services.installedManual);
 }
 
 void PrepMainView::openDownload() {

@@ -78,6 +78,7 @@ private:
     void importVantorFile();
     void showImportError();
     void openManual();
+    void openInstalledManual();
     void openDownload();
     void confirmDeleteShoot();
     void openSheet(QDialog* sheet);

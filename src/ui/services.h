@@ -15,6 +15,7 @@
 #include "update/update_checker.h"
 
 #include <QWidget>
+#include <filesystem>
 #include <string>
 
 namespace vantor::ui {
@@ -35,6 +36,8 @@ struct Services {
     StoreFolder* stores;
     std::string siteHost;
     std::string manualPage;
+    // The manual that came with the program; empty where none did.
+    std::filesystem::path installedManual{};
 };
 
 // The window that a widget stands in, as one that asks.

@@ -21,6 +21,13 @@ TEST(QtUrlOpenerTest, OpensWebAddresses) {
                                                        "http://vantor.example/a%20b?v=2.0&os=x#deel"));
 }
 
+TEST(QtUrlOpenerTest, OpensPagesOfThisComputer) {
+    RecordingDesktop desktop;
+    QtUrlOpener opener;
+    opener.openPage("/usr/share/doc/een map/100%#1.html");
+    EXPECT_THAT(desktop.opened, ::testing::ElementsAre("file:///usr/share/doc/een%20map/100%25%231.html"));
+}
+
 TEST(QtUrlOpenerTest, IgnoresEverythingElse) {
     RecordingDesktop desktop;
     // Proves that the desktop would have noticed.

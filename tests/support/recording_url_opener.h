@@ -14,6 +14,9 @@ public:
     std::vector<std::string> addresses;
 
     void open(std::string_view address) override { addresses.emplace_back(address); }
+    void openPage(const std::filesystem::path& page) override {
+        addresses.push_back("file://" + page.string());
+    }
 };
 
 } // namespace vantor::testing

@@ -414,6 +414,13 @@ TEST_F(MainWindow, OpensTheManual) {
     openMain();
     click(main(), "manualButton");
     EXPECT_THAT(m_urls.addresses, ElementsAre("https://vantor.example/handleiding"));
+    // Without a network: the one that came with the program, if one did.
+    press(Qt::Key_F1);
+    m_services.installedManual = "/usr/share/doc/vantor-prep/handleiding/index.html";
+    press(Qt::Key_F1);
+    EXPECT_THAT(m_urls.addresses,
+                ElementsAre("https://vantor.example/handleiding", "https://vantor.example/handleiding",
+                            "file:///usr/share/doc/vantor-prep/handleiding/index.html"));
 }
 
 // --- the update notice

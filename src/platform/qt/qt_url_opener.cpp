@@ -3,6 +3,7 @@
 #include "base/web_address.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QUrl>
 
 namespace vantor {
@@ -14,6 +15,11 @@ void QtUrlOpener::open(std::string_view address) {
                    QUrl::StrictMode);
     if (url.isValid())
         QDesktopServices::openUrl(url);
+}
+
+void QtUrlOpener::openPage(const std::filesystem::path& page) {
+    QDesktopServices::openUrl(
+        QUrl::fromLocalFile(QFile::decodeName(QByteArray::fromStdString(page.string()))));
 }
 
 } // namespace vantor
