@@ -344,7 +344,7 @@ TEST_F(BulkQRPDFExporterTest, SetsTextsThatRunFromRightToLeftInPiecesFromLeftToR
     set.items = {SetItem::make("שמלה", "כחול"), SetItem::make("jurk\r\nlang", ""),
                  SetItem::make("ab" + repeated("ש", 40), "")};
     draw({set}, BulkQRDensity::large);
-    EXPECT_THAT(recording.texts(0),
+    ASSERT_THAT(recording.texts(0),
                 ElementsAre("Set ", "א1", " — ", "2", "Anna", " · ", "\u202Ezaal", "שמלה", " (", "כחול", ")",
                             ", ", "jurk lang", ", ", "ab" + repeated("ש", 13), "…"));
     // Each line's pieces follow one another and stand in the middle of the cell together.
