@@ -43,16 +43,14 @@ protected:
     void drop(const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
-        // As a file manager would that proposes to move what it drags.
+        // As with the key that proposes to move what is dragged.
         const Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction;
-        QDragEnterEvent enter(QPoint(300, 300), possible, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.setDropAction(Qt::MoveAction);
+        QDragEnterEvent enter(QPoint(300, 300), possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&main(), &enter);
         m_dropTaken = enter.isAccepted();
         if (!m_dropTaken)
             return;
-        QDropEvent dropped(QPointF(300, 300), possible, &data, Qt::LeftButton, Qt::NoModifier);
-        dropped.setDropAction(Qt::MoveAction);
+        QDropEvent dropped(QPointF(300, 300), possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&main(), &dropped);
         EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
         EXPECT_EQ(dropped.dropAction(), Qt::CopyAction);

@@ -1,4 +1,5 @@
 #include "tests/ui/sheets/sheet_test.h"
+#include "ui/beside_window.h"
 #include "ui/theme.h"
 
 #include <QClipboard>
@@ -63,20 +64,18 @@ protected:
         settleReads();
     }
 
-    // As a file manager would that proposes to move what it drags.
+    // As with the key that proposes to move what is dragged.
     void drop(QWidget& onto, const QList<QUrl>& urls, Qt::DropActions possible = kCopyOrMove) {
         QMimeData data;
         data.setUrls(urls);
         const QPoint middle = onto.rect().center();
-        QDragEnterEvent enter(middle, possible, &data, Qt::LeftButton, {});
-        enter.setDropAction(Qt::MoveAction);
+        QDragEnterEvent enter(middle, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&onto, &enter);
         m_accepted = enter.isAccepted();
         if (!m_accepted)
             return;
         EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
-        QDropEvent event(middle, possible, &data, Qt::LeftButton, {});
-        event.setDropAction(Qt::MoveAction);
+        QDropEvent event(middle, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&onto, &event);
         EXPECT_TRUE(event.isAccepted());
         EXPECT_EQ(event.dropAction(), Qt::CopyAction);
@@ -243,7 +242,9 @@ TEST_F(CsvImportTest, WhatIsStillBeingReadWhenItClosesIsNotImported) {
     const auto& sheet = openSets();
     paste(sheet, kTwoSets);
     QTest::mouseClick(&find(sheet, "importButton"), Qt::LeftButton);
-    click(sheet, "cancelButton");
+    // Understood, but not taken yet.
+    ui::readingThreads().waitForDone();
+    QTest::mouseClick(&find(sheet, "cancelButton"), Qt::LeftButton);
     settleReads();
     EXPECT_THAT(shoot().sets, IsEmpty());
 }
