@@ -88,6 +88,7 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
     row->setSpacing(theme::kStep);
     row->addWidget(choose);
     row->addWidget(m_resultLabel, 1);
+    row->addStretch();
     row->addWidget(m_onlyBeginning, 0, Qt::AlignRight);
     column()->addLayout(row);
     m_import = named(new ProminentButton(shown("Importeer")), "importButton");

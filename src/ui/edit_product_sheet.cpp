@@ -51,7 +51,7 @@ EditProductSheet::EditProductSheet(QWidget* over, ProductCatalog& catalog, const
 
 void EditProductSheet::save() {
     if (std::ranges::find(m_catalog.products(), m_id, &Product::id) == m_catalog.products().end())
-        return tellProblem(shown("Dit product bestaat niet meer; er is niets opgeslagen."));
+        return tellProblem(shown("Dit product bestaat niet meer."));
     m_catalog.updateProduct(m_id, typed(m_name->text()), splitAtCommas(typed(m_colors->text())),
                             typed(m_brand->currentData().toString()));
     accept();

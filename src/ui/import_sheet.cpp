@@ -40,7 +40,7 @@ CsvImportSheet::Reader ImportSheet::reader() {
             if (!shootId)
                 return {};
             if (m_manager.shoot(*shootId) == nullptr)
-                return {{}, shown("Deze shoot bestaat niet meer; er is niets geïmporteerd")};
+                return {{}, shown("Deze shoot bestaat niet meer.")};
             return {m_manager.addImported(std::move(*read), *shootId), {}};
         };
     };

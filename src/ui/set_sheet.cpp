@@ -110,8 +110,7 @@ void SetSheet::confirm() {
                  : m_shootId && draft().add(m_manager, *m_shootId, m_services.clock()))
         accept();
     else
-        tellProblem(m_edited ? shown("Deze set bestaat niet meer; er is niets opgeslagen.")
-                             : shown("Deze shoot bestaat niet meer; er is niets toegevoegd."));
+        tellProblem(m_edited ? shown("Deze set bestaat niet meer.") : shown("Deze shoot bestaat niet meer."));
 }
 
 } // namespace vantor::ui

@@ -154,7 +154,8 @@ def edit_first_set(desktop):
     desktop.key(*FIRST_ROW, "Tab", "space")
     desktop.window("Set bewerken")
     desktop.type("28b")
-    desktop.key("Return")
+    # The button is the stop before the first field.
+    desktop.key("shift+Tab", "space")
     desktop.wait_until_closed("Set bewerken")
     desktop.wait_for_shoots(lambda s: s[0]["sets"][0]["setNumber"] == "28b", "the edit")
     desktop.window("Vantor Prep")

@@ -400,7 +400,8 @@ class Attack:
         if "Nieuwe Set" in titles:
             self.await_focus(on_main=False)
             marker = f"Z{len(self.wanted)}"
-            self.typist.keys(*marker, "Tab", "b", "Return")
+            # Return adds from the last field only: behind the brand come three more, and a line of two for the item.
+            self.typist.keys(*marker, "Tab", "b", *["Return"] * 6)
             self.wanted.append((held + marker, "b", (), "", "", ""))
         self.close_windows()
 

@@ -8,6 +8,7 @@
 
 #include <QMenu>
 #include <QThreadPool>
+#include <new>
 
 namespace vantor::testing {
 namespace {
@@ -181,6 +182,40 @@ protected:
         lookAndClose(sheet("alert"));
     }
 
+    // What sheets say when what they were opened for is gone, or a list is too much.
+    void lookIntoProblems() {
+        const auto importInto = [this](QWidget& sheet, const QString& text) {
+            find<QPlainTextEdit>(sheet, "csvText").setPlainText(text);
+            click(sheet, "importButton");
+            settleReads();
+            lookAndClose(dynamic_cast<QDialog&>(sheet));
+        };
+        for (const auto* const name : {"newSetSheet", "editSetSheet", "importSheet"}) {
+            addShoot("άλφα");
+            addSet("1", "ζήτα");
+            auto& sheet = openWindow(name);
+            manager().deleteShoot(shoot().id);
+            if (name == std::string_view("importSheet")) {
+                importInto(sheet, "1;ζήτα");
+                continue;
+            }
+            find<QLineEdit>(sheet, "brandField").setText("ζήτα");
+            click(sheet, "confirmButton");
+            lookAndClose(dynamic_cast<QDialog&>(sheet));
+        }
+        importInto(openWindow("importSheet"), QStringLiteral("1\n").repeated(100'001));
+        m_services.clock = []() -> Timestamp { throw std::bad_alloc(); };
+        importInto(openWindow("importSheet"), "1;ζήτα");
+        m_services.clock = m_clock.clock();
+        auto& product = openWindow("editProductSheet");
+        catalog().setProducts({});
+        click(product, "confirmButton");
+        lookAndClose(dynamic_cast<QDialog&>(product));
+        sheet("catalogSheet").close();
+        settle();
+        returnToMain();
+    }
+
     PseudoTranslation m_translation;
     std::vector<std::string> m_untranslated;
     int m_looked = 0;
@@ -195,6 +230,7 @@ TEST_F(Translation, LeavesNoTextOfAnyWindowInDutch) {
     lookIntoGenerator();
     lookIntoAlert();
     lookAtFiles();
+    lookIntoProblems();
     EXPECT_THAT(m_untranslated, IsEmpty());
     EXPECT_GE(m_looked, 30);
 

@@ -7,6 +7,7 @@
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QMimeData>
+#include <new>
 #include <ostream>
 
 namespace vantor::testing {
@@ -222,7 +223,7 @@ TEST_F(CsvImportTest, SaysThatTheShootIsGoneAndKeepsTheText) {
     manager().deleteShoot(id);
     paste(sheet, kTwoSets);
     import(sheet);
-    EXPECT_EQ(textOf(sheet, "importResult"), "Deze shoot bestaat niet meer; er is niets geïmporteerd");
+    EXPECT_EQ(textOf(sheet, "importResult"), "Deze shoot bestaat niet meer.");
     EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
               ui::theme::red(main().palette()));
     EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
@@ -246,6 +247,17 @@ TEST_F(CsvImportTest, WhatIsStillBeingReadWhenItClosesIsNotImported) {
     ui::readingThreads().waitForDone();
     QTest::mouseClick(&find(sheet, "cancelButton"), Qt::LeftButton);
     settleReads();
+    EXPECT_THAT(shoot().sets, IsEmpty());
+}
+
+TEST_F(CsvImportTest, ALackOfMemoryEndsTheImportAndNothingElse) {
+    m_services.clock = []() -> Timestamp { throw std::bad_alloc(); };
+    const auto& sheet = openSets();
+    m_services.clock = m_clock.clock();
+    paste(sheet, kTwoSets);
+    import(sheet);
+    EXPECT_EQ(textOf(sheet, "importResult"), "Er is te weinig geheugen voor deze lijst");
+    EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
     EXPECT_THAT(shoot().sets, IsEmpty());
 }
 
