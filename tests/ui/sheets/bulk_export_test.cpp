@@ -219,12 +219,12 @@ TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
     EXPECT_THAT(m_folder.names(), IsEmpty());
 }
 
-TEST_F(BulkExportTest, ProposesTheShootsNameAsItStands) {
+TEST_F(BulkExportTest, ProposesTheShootsNameAsAFileMayHaveIt) {
     openMain();
     addShoot("A/B: zomer");
     addSet("1", "Nike");
     click(openBulkExport(), "exportButton");
-    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("A/B: zomer-QR-kaarten.pdf"));
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("A-B: zomer-QR-kaarten.pdf"));
 }
 
 TEST_F(BulkExportTest, PrintsTheSelectedSetsInTheShootsOrderWhateverTheyWereSelectedIn) {
