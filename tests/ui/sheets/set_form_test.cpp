@@ -280,8 +280,7 @@ TEST_F(SetFormTest, SaysWhatIsGoneAndKeepsWhatWasTyped) {
         manager().deleteShoot(before);
         click(sheet, "confirmButton");
         EXPECT_EQ(textOf(sheet, "sheetProblem"),
-                  edits ? "Deze set bestaat niet meer."
-                        : "Deze shoot bestaat niet meer.");
+                  edits ? "Deze set bestaat niet meer." : "Deze shoot bestaat niet meer.");
         EXPECT_EQ(textOf(sheet, "brandField"), "Nike");
         EXPECT_THAT(shoot().sets, SizeIs(1));
         sheet.close();
