@@ -65,7 +65,15 @@ def main(program, example):
             desktop.wait_for(lambda: listener.heard(event), event)
             return listener.events
 
-        desktop.key("ctrl+f")
+        # The window has to be the active one before its keys reach it.
+        search = ("object:state-changed:focused", 1, "text", "Zoek op naam, model of item...")
+
+        def search_has_the_focus():
+            desktop.key("ctrl+l")
+            desktop.key("ctrl+f")
+            return listener.heard(search)
+
+        desktop.wait_for(search_has_the_focus, search)
         press("Tab", focus("Set 1 — Marvis"))
         heard = press("Down", focus("Set 2 — Marvis"))
         assert ("object:state-changed:selected", 1, "list item", "Set 2 — Marvis") in heard
