@@ -358,7 +358,9 @@ QWidget* PrepMainView::makeSearchLine() {
         named(new SymbolButton(QStringLiteral("clear"), shown("Zoekopdracht wissen")), "clearSearchButton");
     m_searchCount =
         named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "searchCount");
-    QObject::connect(m_search, &QLineEdit::textChanged, this, [this] { m_renderSoon.request(); });
+    // At once: the next keys may already be those that lead to the list and choose in it.
+    QObject::connect(m_search, &QLineEdit::textChanged, this,
+                     [this] { renderSets(m_manager.activeShoot()); });
     QObject::connect(m_clearSearch, &QToolButton::clicked, this, [this] {
         m_search->clear();
         m_search->setFocus();

@@ -652,6 +652,14 @@ TEST_F(MainWindow, KeysLeadFromTheSearchToWhatItFound) {
     EXPECT_THAT(rows(), SizeIs(::testing::Gt(2)));
 }
 
+TEST_F(MainWindow, KeysThatComeBeforeTheWindowIsRedrawnChooseAmongWhatIsFound) {
+    openMainWithSets(12);
+    find(main(), "searchField").setFocus();
+    for (const auto key : {Qt::Key_7, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Home, Qt::Key_Return})
+        QTest::keyClick(QApplication::focusWidget(), key);
+    EXPECT_EQ(manager().activeSetId(), shoot().sets[6].id);
+}
+
 TEST_F(MainWindow, ShortcutsDoNothingThatTheButtonsWouldNot) {
     openMain();
     press(Qt::Key_T, Qt::ControlModifier);

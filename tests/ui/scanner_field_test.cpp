@@ -50,8 +50,11 @@ protected:
         return at;
     }
 
-    // Longer than a scanner ever pauses.
-    static void silence() { runFor(200ms); }
+    // Longer than a scanner ever pauses, and than the field looks once more for keys after that.
+    static void silence() {
+        runFor(200ms);
+        runFor(50ms);
+    }
 
     ui::ScannerField m_field;
     std::vector<std::string> m_cards;
@@ -110,7 +113,6 @@ TEST_F(Scanner, LooksForKeysOnceMoreBeforeItTakesSilenceForTheEnd) {
     auto at = burst(1000, "SET:1\n");
     QThread::msleep(250);
     // The timer comes first, the keys a turn of the loop behind it.
-    QCoreApplication::processEvents();
     QCoreApplication::processEvents();
     burst(at, "BRAND:X\n");
     EXPECT_THAT(m_cards, IsEmpty());
@@ -253,6 +255,7 @@ protected:
 
     static void silence() {
         runFor(200ms);
+        runFor(50ms);
         settle();
     }
 
