@@ -212,7 +212,7 @@ QWidget* PrepMainView::makeShootBar() {
     return bar;
 }
 
-QWidget* PrepMainView::makeCommands() {
+QWidget* PrepMainView::makePicker() {
     m_picker = named(new ComboBox, "shootPicker", shown("Shoot"));
     m_picker->setMinimumWidth(kPickerWidth);
     m_picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -231,7 +231,11 @@ QWidget* PrepMainView::makeCommands() {
     pickerRow->setContentsMargins(0, 0, 0, 0);
     pickerRow->addWidget(pickerLabel);
     pickerRow->addWidget(m_picker);
+    return m_pickerBox;
+}
 
+QWidget* PrepMainView::makeCommands() {
+    auto* const picker = makePicker();
     auto* const clients = makeCommand("clientsButton", shown("Klanten"), QStringLiteral("clients"));
     tellHelp(clients, shown("Klanten beheren, kiesbaar bij een nieuwe shoot en in de productcatalogus"));
     auto* const manual = makeCommand("manualButton", shown("Handleiding"), QStringLiteral("manual"));
@@ -281,7 +285,7 @@ QWidget* PrepMainView::makeCommands() {
     auto* const commands = new QWidget;
     auto* const flow = new FlowLayout(theme::kStep);
     commands->setLayout(flow);
-    for (auto* const widget : {m_pickerBox, static_cast<QWidget*>(clients), static_cast<QWidget*>(manual),
+    for (auto* const widget : {picker, static_cast<QWidget*>(clients), static_cast<QWidget*>(manual),
                                static_cast<QWidget*>(import), static_cast<QWidget*>(m_exportCSV),
                                static_cast<QWidget*>(m_exportJSON), static_cast<QWidget*>(generator),
                                static_cast<QWidget*>(m_bulkExport), static_cast<QWidget*>(catalog),

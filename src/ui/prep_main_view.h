@@ -48,6 +48,7 @@ protected:
 private:
     QWidget* makeHeader();
     QWidget* makeShootBar();
+    QWidget* makePicker();
     QWidget* makeCommands();
     QWidget* makeEmptyState();
     QWidget* makeContent();
