@@ -172,7 +172,9 @@ RecyclingList* BulkQRExportSheet::makeList() {
         render();
     };
     rows.toggle = rows.activate;
-    return named(new RecyclingList(std::move(rows)), "cardList", shown("Sets"));
+    auto* const list = named(new RecyclingList(std::move(rows)), "cardList", shown("Sets"));
+    list->showFrame();
+    return list;
 }
 
 void BulkQRExportSheet::render() {

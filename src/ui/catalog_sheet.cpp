@@ -202,7 +202,9 @@ RecyclingList* CatalogSheet::makeList() {
     };
     rows.activate = [this](int place) { editProduct(place); };
     rows.remove = [this](int place) { deleteProduct(place); };
-    return named(new RecyclingList(std::move(rows)), "productList", shown("Producten"));
+    auto* const list = named(new RecyclingList(std::move(rows)), "productList", shown("Producten"));
+    list->showFrame();
+    return list;
 }
 
 void CatalogSheet::render() {

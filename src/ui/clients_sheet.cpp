@@ -109,7 +109,9 @@ RecyclingList* ClientsSheet::makeList() {
         // At once: the next key would find the deleted name still in its place.
         render();
     };
-    return named(new RecyclingList(std::move(rows)), "clientList", shown("Klanten"));
+    auto* const list = named(new RecyclingList(std::move(rows)), "clientList", shown("Klanten"));
+    list->showFrame();
+    return list;
 }
 
 bool ClientsSheet::isStored(const std::string& name) const {

@@ -449,7 +449,6 @@ RecyclingList* PrepMainView::makeSetList() {
             static_cast<SetRow*>(row)->openMenu(position);
     };
     auto* const list = named(new RecyclingList(std::move(rows)), "setList", shown("Sets"));
-    list->setFrameShape(QFrame::NoFrame);
     return list;
 }
 

@@ -1,12 +1,14 @@
 #include "ui/recycling_list.h"
 
 #include "ui/accessible_list.h"
+#include "ui/theme.h"
 #include "ui/widgets.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
@@ -18,6 +20,7 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
       m_rows(std::move(rows)) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::TabFocus);
+    setFrameShape(QFrame::NoFrame);
     viewport()->setAutoFillBackground(true);
     viewport()->setBackgroundRole(QPalette::Base);
     makeListsAccessible();
@@ -25,6 +28,20 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
     m_rowHeight = std::max(1, sample->sizeHint().height());
     sample->hide();
     m_pool.push_back(sample);
+}
+
+void RecyclingList::showFrame() {
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+}
+
+bool RecyclingList::event(QEvent* event) {
+    // A ground that the viewport leaves an edge of, in place of a line: at 125 % a line ends where no pixel does,
+    // and what lies inside or outside may cover it.
+    if (event->type() == QEvent::Paint && frameShape() != QFrame::NoFrame) {
+        QPainter(this).fillRect(rect(), theme::edge(palette()));
+        return true;
+    }
+    return QAbstractScrollArea::event(event);
 }
 
 void RecyclingList::setRowCount(int count) {

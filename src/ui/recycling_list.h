@@ -48,6 +48,9 @@ public:
 
     explicit RecyclingList(Rows rows, QWidget* parent = nullptr);
 
+    // Draws a frame around it, whole at every scale of the screen.
+    void showFrame();
+
     // Shows so many rows, all filled anew. Where the current row is gone, the one that took its place is current.
     void setRowCount(int count);
     // The same after a search: a current row that it hides is none, and current again once it is shown again.
@@ -73,6 +76,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void keyPressEvent(QKeyEvent* event) override;

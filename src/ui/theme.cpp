@@ -136,6 +136,10 @@ QColor hairline(const QPalette& palette) {
     return mixed(text(palette), palette.color(QPalette::Window), 0.14);
 }
 
+QColor edge(const QPalette& palette) {
+    return mixed(text(palette), palette.color(QPalette::Window), 0.3);
+}
+
 QColor hovered(const QPalette& palette) {
     return mixed(text(palette), palette.color(QPalette::Base), 0.05);
 }

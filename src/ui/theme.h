@@ -46,6 +46,8 @@ inline constexpr int kCodePlateRadius = 8;
 [[nodiscard]] QColor green(const QPalette& palette);
 [[nodiscard]] QColor red(const QPalette& palette);
 [[nodiscard]] QColor hairline(const QPalette& palette);
+// Around lists.
+[[nodiscard]] QColor edge(const QPalette& palette);
 [[nodiscard]] QColor hovered(const QPalette& palette);
 // A row that was just scanned.
 [[nodiscard]] QColor litUp(const QPalette& palette);

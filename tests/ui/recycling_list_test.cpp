@@ -481,6 +481,37 @@ TEST_F(List, OpensTheMenuOfARow) {
     EXPECT_THAT(m_menus, ElementsAre(4, 4, 4));
 }
 
+TEST_F(List, ItsFrameHasFourEdgesAtEveryScaleAndPlace) {
+    m_list.showFrame();
+    m_list.setRowCount(3);
+    settle();
+    const QColor around(1, 2, 3);
+    const QColor ground = m_list.palette().color(QPalette::Base);
+    for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        for (int offset = 0; offset < 4; ++offset) {
+            QImage image((QSizeF(m_list.size() + QSize(8, 8)) * scale).toSize(), QImage::Format_RGB32);
+            image.setDevicePixelRatio(scale);
+            image.fill(around);
+            m_list.render(&image, QPoint(offset, offset));
+            // What is met first on the way in from outside, below the rows, where nothing but the frame is drawn.
+            const auto first = [&](QPoint at, QPoint step) {
+                while (image.rect().contains(at) && image.pixelColor(at) == around)
+                    at += step;
+                return image.pixelColor(at);
+            };
+            const int right = image.width() - 1;
+            const int bottom = image.height() - 1;
+            const int below = static_cast<int>((offset + 3.5 * kRowHeight) * scale);
+            const auto where = std::to_string(scale) + " at " + std::to_string(offset);
+            EXPECT_NE(first({0, below}, {1, 0}), ground) << where;
+            EXPECT_NE(first({right, below}, {-1, 0}), ground) << where;
+            EXPECT_NE(first({right / 2, 0}, {0, 1}), ground) << where;
+            EXPECT_NE(first({right / 2, bottom}, {0, -1}), ground) << where;
+            EXPECT_EQ(image.pixelColor(right / 2, below), ground) << where;
+        }
+    }
+}
+
 TEST_F(List, OpensNoMenuBelowItsRows) {
     m_list.setRowCount(1);
     QContextMenuEvent below(QContextMenuEvent::Mouse, QPoint(3, 200), m_list.mapToGlobal(QPoint(3, 200)));
