@@ -50,9 +50,10 @@ def main(program, example):
         shoot["sets"] = [{**shoot["sets"][0], "id": str(uuid.uuid4()).upper(), "setNumber": str(number), "brand": "Marvis"}
                          for number in range(1, COUNT + 1)]
         desktop.store_shoots([shoot])
-        desktop.start()
+        # A program learns at its start who listens; of one that comes right behind it, it may never hear.
         os.environ.update(desktop.environment)
         listener = Listener()
+        desktop.start()
         sets = desktop.wait_for(listener.find_list, "the list on the accessibility bus")
         assert sets.get_child_count() == COUNT
         last = sets.get_child_at_index(COUNT - 1)
