@@ -252,6 +252,7 @@ TEST_F(FirstProcessTest, BecomesTheOwnerWhenThatOneEndsBeforeItOpened) {
 TEST_F(FirstProcessTest, KnowsThatAnOwnerEndedWhileItOpened) {
     own();
     serve(false);
+    const auto before = Timestamp::now().secondsSinceReference;
     auto second = start({"/a"});
     ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
     const auto now = Timestamp::now().secondsSinceReference;
@@ -262,7 +263,8 @@ TEST_F(FirstProcessTest, KnowsThatAnOwnerEndedWhileItOpened) {
     ASSERT_THAT(m_handed, SizeIs(2));
     EXPECT_THAT(m_handed[1].files, ElementsAre("/a"));
     ASSERT_TRUE(m_handed[1].handedBeforeAt);
-    EXPECT_NEAR(m_handed[1].handedBeforeAt->secondsSinceReference, now, 5);
+    // While the first owner was told, however long that took.
+    EXPECT_GE(m_handed[1].handedBeforeAt->secondsSinceReference, before);
     EXPECT_LE(m_handed[1].handedBeforeAt->secondsSinceReference, now);
     EXPECT_FALSE(m_handed[0].isWanted());
     m_handed[0].whenDone(true);
