@@ -2,10 +2,13 @@
 #include "model/shoot_json.h"
 #include "platform/posix/posix_file_store.h"
 #include "store/product_catalog.h"
+#include "store/restore_point_file.h"
 #include "store/shoot_manager.h"
+#include "store/store_folder.h"
 #include "view/set_filter.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -16,14 +19,17 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "bench/benches.h"
 #include "bench/comparison.h"
 #include "bench/sample_data.h"
+#include "edit/restore_edits.h"
 
 namespace vantor::bench {
 namespace {
@@ -195,16 +201,41 @@ void writeSyncRename(const std::string& bytes) {
     ::close(folder);
 }
 
-// A store of so many sets in one shoot, in a file of its own.
-std::unique_ptr<ShootManager> managerOf(const std::vector<Shoot>& shoots, const std::string& name) {
+class NoTimer final : public Timer {
+public:
+    void startRepeating(std::chrono::milliseconds, std::function<void()>) override {}
+    void startOnce(std::chrono::milliseconds, std::function<void()>) override {}
+    void stop() override {}
+};
+
+const PosixFileStore& disk() {
     static const PosixFileStore files;
+    return files;
+}
+
+// Shoots in a document, which lives in a file of its own, or in none.
+struct Kept {
+    Document document;
+    ShootManager shoots{document};
+
+    Kept(const std::vector<Shoot>& all, StoreFile* file) : document(file) {
+        document.perform(restoreAll(document.library(), {all, std::nullopt}, {}));
+        shoots.setActiveShootId(all.front().id);
+    }
+};
+
+std::unique_ptr<Kept> keptIn(const std::string& name, const std::vector<Shoot>& shoots) {
     static std::map<std::string, StoreFile> storeFiles;
-    auto& file = storeFiles.try_emplace(name, files, scratchFolder() / name).first->second;
-    auto manager = std::make_unique<ShootManager>(&file);
-    for (const auto& shoot : shoots)
-        manager->insertShoot(shoot);
-    manager->setActiveShootId(shoots.front().id);
-    return manager;
+    return std::make_unique<Kept>(
+        shoots, &storeFiles.try_emplace(name, disk(), scratchFolder() / name).first->second);
+}
+
+// Replaces one set of the first shoot by one that differs.
+void changeOne(ShootManager& shoots, std::size_t number) {
+    const auto& sets = shoots.shoots().front().sets;
+    auto set = sets[number % sets.size()];
+    set.location += '.';
+    shoots.updateSet(set.id, set);
 }
 
 void enlistJson() {
@@ -236,30 +267,39 @@ void enlistJson() {
             writeAlone(out, shoots);
             keep(buffer.GetString());
         });
-    static const auto manager = managerOf(shoots, "save.json");
+    static const auto kept = keptIn("save.json", shoots);
     compare(
         {"save 10,000 sets, whole and durably", "serialising, writing, syncing, renaming", 1.3, Uses::Disk},
-        [] { manager->save(); }, [] { writeSyncRename(serialised(shoots)); });
+        [] { kept->document.saveShoots(); }, [] { writeSyncRename(serialised(shoots)); });
 }
 
 void enlistImports() {
     static const auto shoots = sampleShoots(kSets);
     static const auto csv = sampleSetCsv(kSets);
-    static std::unique_ptr<ShootManager> fresh;
+    static std::unique_ptr<Kept> fresh;
+    static const auto before = keptIn("before.json", shoots);
     static const auto result = [] {
-        auto manager = managerOf(shoots, "imported.json");
-        manager->importCSV(csv, shoots.front().id);
-        return manager;
+        auto kept = keptIn("imported.json", shoots);
+        kept->shoots.importCSV(csv, shoots.front().id);
+        return kept;
     }();
     compare(
         {"import 10,000 CSV lines into 10,000 sets", "one save of the result", 3, Uses::Disk},
-        [] { fresh = managerOf(shoots, "import.json"); }, [] { fresh->importCSV(csv, shoots.front().id); },
-        [] { result->save(); });
+        [] { fresh = keptIn("import.json", shoots); },
+        [] { fresh->shoots.importCSV(csv, shoots.front().id); }, [] { result->document.saveShoots(); });
+    compare(
+        {"undo of an import of 10,000 lines", "one save of what was before", 1.5, Uses::Disk},
+        [] {
+            fresh = keptIn("import.json", shoots);
+            fresh->shoots.importCSV(csv, shoots.front().id);
+        },
+        [] { fresh->document.undo(); }, [] { before->document.saveShoots(); });
 
     static const auto catalogCsv = sampleCatalogCsv(20000);
     static const auto smallCatalogCsv = sampleCatalogCsv(5000);
     static const auto names = [] {
-        ProductCatalog catalog;
+        Document document;
+        ProductCatalog catalog(document);
         catalog.importCSV(catalogCsv, "");
         std::vector<std::string> all;
         for (const auto& product : catalog.products())
@@ -269,7 +309,8 @@ void enlistImports() {
         return all;
     }();
     const auto import = [](const std::string& text) {
-        ProductCatalog catalog;
+        Document document;
+        ProductCatalog catalog(document);
         keep(catalog.importCSV(text, ""));
     };
     compare(
@@ -305,15 +346,64 @@ void enlistSearch() {
 
 void enlistScans() {
     static const auto shoots = sampleShoots(kSets);
-    static const auto manager = managerOf(shoots, "scan.json");
+    static const auto kept = keptIn("scan.json", shoots);
     static const auto known = shoots.front().sets.back().toQRText();
     static std::size_t unknown = 0;
     compare(
         {"scan of a known card among 10,000 sets", "one save of the store", 1.2, Uses::Disk},
-        [] { manager->handleScanInput(known); }, [] { manager->save(); });
+        [] { kept->shoots.handleScanInput(known); }, [] { kept->document.saveShoots(); });
     compare(
-        {"scan of an unknown card among 10,000 sets", "one save of the store", 2.2, Uses::Disk},
-        [] { manager->handleScanInput("SET:nieuw" + std::to_string(++unknown)); }, [] { manager->save(); });
+        {"scan of an unknown card among 10,000 sets", "one save of the store", 1.2, Uses::Disk},
+        [] { kept->shoots.handleScanInput("SET:nieuw" + std::to_string(++unknown)); },
+        [] { kept->document.saveShoots(); });
+}
+
+void enlistChanges() {
+    static const auto shoots = sampleShoots(kSets);
+    static const auto kept = keptIn("change.json", shoots);
+    static std::size_t changes = 0;
+    compare(
+        {"change of one set among 10,000", "one save of the store", 1.1, Uses::Disk},
+        [] { changeOne(kept->shoots, ++changes); }, [] { kept->document.saveShoots(); });
+
+    constexpr std::size_t kEdits = 200;
+    Kept unsaved(shoots, nullptr);
+    const auto before = ::mallinfo2().uordblks;
+    for (std::size_t i = 0; i < kEdits; ++i)
+        changeOne(unsaved.shoots, i * (kSets / kEdits));
+    constexpr double kMiB = 1024.0 * 1024.0;
+    note("memory of 200 changes of single sets among 10,000 that can be taken back",
+         static_cast<double>(::mallinfo2().uordblks - before) / kMiB, "MiB", 4);
+}
+
+// Starts in that folder, up to when everything is loaded.
+void start(const fs::path& path) {
+    NoTimer timer;
+    StoreFolder folder(
+        disk(), path, Timestamp::now, [](const std::function<void()>&) {}, timer);
+    Document document(&folder.shoots(), &folder.catalog(), Timestamp::now, &folder.points());
+    document.loadOnce();
+    keep(document.library().shoots);
+}
+
+void enlistStart() {
+    constexpr int kPoints = 50;
+    static const auto without = scratchFolder() / "without";
+    static const auto with = scratchFolder() / "with";
+    const auto shoots = serialised(sampleShoots(kSets));
+    for (const auto& folder : {without, with}) {
+        fs::create_directories(folder / kPointFolder);
+        disk().replace(folder / "shoots.json", shoots);
+    }
+    const auto at = Timestamp::now();
+    const auto point = with / kPointFolder / (compactTime(at) + ".jsonl");
+    disk().replace(point, writePoint({at, {}, 1, kSets, {}}, shoots, "{}"));
+    for (int i = 1; i < kPoints; ++i)
+        fs::create_hard_link(point,
+                             with / kPointFolder / (compactTime({at.secondsSinceReference - i}) + ".jsonl"));
+    compare(
+        {"start with 10,000 sets and 50 restore points", "the same without", 1.05}, [] { start(with); },
+        [] { start(without); });
 }
 
 } // namespace
@@ -323,6 +413,8 @@ void enlistStores() {
     enlistImports();
     enlistSearch();
     enlistScans();
+    enlistChanges();
+    enlistStart();
 }
 
 } // namespace vantor::bench

@@ -37,6 +37,7 @@
 
 #include "bench/sample_data.h"
 #include "bench/stopwatch.h"
+#include "edit/restore_edits.h"
 
 namespace {
 
@@ -65,6 +66,8 @@ struct World {
     NoNetwork http;
     QtTimer timer;
     UpdateChecker updates;
+    Document document{&stores.shoots(), &stores.catalog(), Timestamp::now, &stores.points()};
+    Notices notices{[] { return std::chrono::milliseconds(0); }};
     ui::Services services;
 
     explicit World(const std::filesystem::path& folder)
@@ -82,7 +85,9 @@ struct World {
                    CairoPdfCanvas::make,
                    updates,
                    Timestamp::now,
+                   document,
                    &stores,
+                   notices,
                    "vantor.example",
                    "https://vantor.example/"} {}
 };
@@ -239,13 +244,13 @@ void measureWindow(const std::filesystem::path& folder) {
            "ms", 250);
 }
 
-void fillCatalog(ProductCatalog& catalog, int products, int brands) {
-    std::vector<Product> all;
+void fillCatalog(Document& document, int products, int brands) {
+    CatalogData catalog;
     for (int i = 0; i < products; ++i)
-        all.push_back(Product::make("product " + std::to_string(100000 + i),
-                                    {"rood", "blauw", "groen", "zwart"},
-                                    "Merk " + std::to_string(i % brands)));
-    catalog.setProducts(std::move(all));
+        catalog.products.push_back(Product::make("product " + std::to_string(100000 + i),
+                                                 {"rood", "blauw", "groen", "zwart"},
+                                                 "Merk " + std::to_string(i % brands)));
+    document.perform(restoreAll(document.library(), {std::nullopt, std::move(catalog)}, {}));
     QApplication::processEvents();
 }
 
@@ -261,8 +266,8 @@ void close(QDialog& sheet) {
     QApplication::processEvents();
 }
 
-void measureCatalog(ui::PrepMainView& window) {
-    fillCatalog(window.catalog(), 10000, 200);
+void measureCatalog(Document& document, ui::PrepMainView& window) {
+    fillCatalog(document, 10000, 200);
     QDialog* sheet = nullptr;
     const auto closeLast = [&](int) {
         if (sheet != nullptr)
@@ -301,7 +306,7 @@ void measureCatalog(ui::PrepMainView& window) {
     close(*sheet);
 }
 
-void measurePicker(ui::PrepMainView& window) {
+void measurePicker(Document& document, ui::PrepMainView& window) {
     const auto closeMenus = [](int) {
         while (auto* const popup = QApplication::activePopupWidget())
             popup->close();
@@ -310,7 +315,7 @@ void measurePicker(ui::PrepMainView& window) {
     };
     // Nearly all of the time of one large brand is the toolkit's, which measures every entry's text.
     for (const int brands : {50, 1}) {
-        fillCatalog(window.catalog(), 5000, brands);
+        fillCatalog(document, 5000, brands);
         auto& sheet = openSheet(window, "newSetButton");
         auto& menu = find<QMenu>(sheet, "catalogPickerMenu");
         report(brands > 1 ? "opening the picker of 5,000 products"
@@ -352,8 +357,8 @@ void measureSheets(const std::filesystem::path& folder) {
     ui::Shell shell(world.services);
     auto& window = shell.openMain();
     paintedAfter(find<QWidget>(window, "setList"), [] { return true; });
-    measureCatalog(window);
-    measurePicker(window);
+    measureCatalog(world.document, window);
+    measurePicker(world.document, window);
     measureText(window);
 }
 

@@ -13,7 +13,8 @@ using namespace vantor;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    ProductCatalog catalog;
+    Document document;
+    ProductCatalog catalog(document);
     const int count = catalog.importCSV(text, "Marvis");
     require(static_cast<std::size_t>(count) == catalog.products().size());
     require(catalog.importCSV(text, "Noorderlicht") == 0);

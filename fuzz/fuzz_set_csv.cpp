@@ -16,8 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     require(!parseCSVRow(text).empty());
 
-    ShootManager manager;
-    manager.insertShoot(Shoot::make("", "", "", Timestamp{}));
+    Document document;
+    ShootManager manager(document);
+    manager.addShoot(Shoot::make("", "", "", Timestamp{}));
     const auto id = manager.shoots().front().id;
     const int count = manager.importCSV(text, id);
     require(static_cast<std::size_t>(count) == manager.shoots().front().sets.size());

@@ -18,6 +18,7 @@
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
+#include "store/document.h"
 #include "store/store_folder.h"
 #include "ui/beside_window.h"
 #include "ui/confirmation.h"
@@ -25,6 +26,8 @@
 #include "ui/text.h"
 #include "update/site.h"
 #include "update/update_checker.h"
+#include "view/document_notices.h"
+#include "view/notices.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -33,6 +36,7 @@
 #include <QStandardPaths>
 #include <QThreadPool>
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -117,6 +121,11 @@ public:
     }
 };
 
+std::chrono::milliseconds steadyTime() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
 std::string updateEndpoint() {
     const auto other = qEnvironmentVariable("VANTOR_UPDATE_ENDPOINT");
     return other.isEmpty() ? std::string(vantor::kUpdateEndpoint) : other.toStdString();
@@ -171,6 +180,9 @@ int main(int argc, char** argv) {
     StoreFolder stores(
         fileStore, folder, Timestamp::now,
         [&background](std::function<void()> work) { background.start(std::move(work)); }, savingTimer);
+    Document document(&stores.shoots(), &stores.catalog(), Timestamp::now, &stores.points());
+    Notices notices(steadyTime);
+    const DocumentNotices documentNotices(document, &stores, notices);
     const QrencodeEncoder encoder;
     const LibpngWriter pngs;
     QtFileDialogs dialogs;
@@ -195,7 +207,9 @@ int main(int argc, char** argv) {
                                 CairoPdfCanvas::make,
                                 updates,
                                 Timestamp::now,
+                                document,
                                 &stores,
+                                notices,
                                 std::string(kSiteHost),
                                 std::string(kManualPage),
                                 installedManual()};

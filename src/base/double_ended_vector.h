@@ -107,6 +107,10 @@ public:
         return std::erase_if(m_front, isRemoved) + std::erase_if(m_back, isRemoved);
     }
 
+    friend bool operator==(const DoubleEndedVector& a, const DoubleEndedVector& b) {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end());
+    }
+
 private:
     template <typename List>
     static auto& at(List& list, std::size_t place) {

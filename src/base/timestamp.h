@@ -24,6 +24,9 @@ struct Timestamp {
 
     // Moments outside the years 0000 to 9999, which the form cannot write, become the nearest one inside.
     [[nodiscard]] std::string iso8601() const;
+
+    // To the last bit of the number, as it is stored.
+    friend bool operator==(const Timestamp&, const Timestamp&) = default;
 };
 
 // Tells the present moment; what needs the time is given one, so that tests can stand still.

@@ -2,10 +2,10 @@
 
 #include "base/text.h"
 #include "base/text_lookup.h"
+#include "edit/shoot_edits.h"
 #include "formats/list_limit.h"
 #include "formats/set_csv.h"
 #include "formats/shoot_file.h"
-#include "store/shoot_manager.h"
 
 #include <algorithm>
 #include <array>
@@ -104,9 +104,11 @@ Outcome<Shoot> readShootFileFrom(const Input& input, const FileStore& files) {
     if (auto* const problem = std::get_if<Problem>(&bytes))
         return std::move(*problem);
     const auto& text = std::get<std::string>(bytes);
-    ShootManager manager;
-    if (auto shoot = manager.importShoot(text))
-        return *std::move(shoot);
+    // As a shoot that is opened: a new one, of now.
+    if (auto read = readShootFile(text)) {
+        auto opened = importShoot(*std::move(read), Timestamp::now());
+        return std::move(opened.shoots.put.front().element);
+    }
     return Problem{lookUp("%1: regel %2: geen geldig shootbestand",
                           {nameOf(input.path), lineOf(text, whereUnreadable(text))})};
 }

@@ -29,6 +29,8 @@ struct CatalogData {
     std::vector<Product> products;
     std::vector<std::string> clients;
     std::vector<std::string> brands;
+
+    friend bool operator==(const CatalogData&, const CatalogData&) = default;
 };
 
 } // namespace vantor

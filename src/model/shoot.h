@@ -1,6 +1,6 @@
 // Shoot and what it holds: SetData, SetItem and SetActivation.
 //
-// - Plain records, copied by value. Two of them are the same one when their ids are; they have no equality.
+// - Plain records, copied by value. Two of them are the same one when their ids are; equal are those whose contents are.
 // - Texts are kept exactly as the user typed them and may be empty.
 // - Index 0 of a list of sets is shown first. New sets go to the front, so the list is cheap to grow there.
 #pragma once
@@ -24,6 +24,8 @@ struct SetItem {
     std::string color;
 
     [[nodiscard]] static SetItem make(std::string name, std::string color);
+
+    friend bool operator==(const SetItem&, const SetItem&) = default;
 };
 
 // One outfit to be photographed: what a QR card is printed for.
@@ -58,6 +60,8 @@ struct SetData {
 
     // "coated pants brown, sweater blue navy": its garments.
     [[nodiscard]] std::string description() const;
+
+    friend bool operator==(const SetData&, const SetData&) = default;
 };
 
 // Sets in their order. The newest come first, so they are added at the front.
@@ -67,6 +71,8 @@ using SetList = DoubleEndedVector<SetData>;
 struct SetActivation {
     Uuid setId;
     Timestamp activatedAt;
+
+    friend bool operator==(const SetActivation&, const SetActivation&) = default;
 };
 
 // One photo shoot with its sets.
@@ -85,6 +91,8 @@ struct Shoot {
     // A shoot without sets, with a fresh id.
     [[nodiscard]] static Shoot make(std::string name, std::string location, std::string client,
                                     Timestamp now);
+
+    friend bool operator==(const Shoot&, const Shoot&) = default;
 };
 
 // A garment as (name, colour) is written "name/colour", without a colour as its name alone.

@@ -72,6 +72,13 @@ public:
             path, [&](ByteSink& sink) { return sink.write(bytes); }, access);
     }
 
+    // The same for what may be lost in a power cut, at a fraction of the time, and for its owner only.
+    virtual FileResult replaceUnsynced(const std::filesystem::path& path, std::string_view bytes) const = 0;
+
+    // The first bytes of a regular file, `mostBytes` of them at most; absent when it cannot be read.
+    [[nodiscard]] virtual std::optional<std::string> readBeginning(const std::filesystem::path& path,
+                                                                   std::size_t mostBytes) const = 0;
+
     // Makes the folder and every missing one above it, durably; no failure when it is there afterwards.
     virtual FileResult createFolders(const std::filesystem::path& folder, Access access) const = 0;
     FileResult createFolders(const std::filesystem::path& folder) const {

@@ -1,7 +1,7 @@
-// ProductCatalog: owns the products, the client names and the brand names, and keeps them in their file.
+// ProductCatalog: the products, the client names and the brand names of a document, and all that can be done with them.
 //
-// - Every change is announced through willChange() before it takes effect; whoever hears of it may read, but
-//   not change, the store. Every adding, updating and deleting operation then saves all three lists.
+// - A view: everything is kept, announced and saved by the document. Each operation is one change, which can be undone,
+//   and saves all three lists.
 // - Names are sorted by Dutch collation, ignoring case; products by name, equal names in their previous order.
 //   Loaded lists stand as they were read until the first sort.
 // - Nothing reports errors: blank names are ignored, and when reading or writing the file fails, what is in
@@ -9,9 +9,7 @@
 // - Belongs to the user-interface thread.
 #pragma once
 
-#include "base/signal.h"
-#include "model/product.h"
-#include "store/store_file.h"
+#include "store/document.h"
 
 #include <optional>
 #include <string>
@@ -22,22 +20,16 @@ namespace vantor {
 
 class ProductCatalog {
 public:
-    enum class Change { Products, Clients, Brands };
+    // The document outlives it.
+    explicit ProductCatalog(Document& document) : m_document(document) {}
 
-    // An empty catalogue; without a file, which outlives it, nothing is ever read or written.
-    explicit ProductCatalog(StoreFile* file = nullptr);
+    // Tells what is about to change, in the whole document; the new state can be read once the announcing operation has
+    // returned.
+    [[nodiscard]] Signal<Aspect>& willChange() { return m_document.willChange(); }
 
-    // Tells what is about to change; the new state can be read once the announcing operation has returned.
-    [[nodiscard]] Signal<Change>& willChange() { return m_willChange; }
-
-    [[nodiscard]] const std::vector<Product>& products() const { return m_data.products; }
-    [[nodiscard]] const std::vector<std::string>& clients() const { return m_data.clients; }
-    [[nodiscard]] const std::vector<std::string>& brands() const { return m_data.brands; }
-
-    // Neither sort nor save.
-    void setProducts(std::vector<Product> products);
-    void setClients(std::vector<std::string> clients);
-    void setBrands(std::vector<std::string> brands);
+    [[nodiscard]] const std::vector<Product>& products() const { return library().catalog.products; }
+    [[nodiscard]] const std::vector<std::string>& clients() const { return library().catalog.clients; }
+    [[nodiscard]] const std::vector<std::string>& brands() const { return library().catalog.brands; }
 
     [[nodiscard]] std::vector<std::string> allClientNames() const;
     // Also the brands that only products name; each spelling once.
@@ -65,17 +57,14 @@ public:
     [[nodiscard]] std::string exportCSV() const;
 
     // Replaces the lists by those of the file; one that is missing or unreadable changes nothing.
-    void load();
-    void save();
+    void load() { m_document.loadCatalog(); }
+    void save() { m_document.saveCatalog(); }
 
 private:
-    void addName(Change list, std::vector<std::string>& names, std::string_view name);
-    void deleteName(Change list, std::vector<std::string>& names, std::string_view name);
-    void sortAndSave();
+    [[nodiscard]] const Library& library() const { return m_document.library(); }
+    void perform(std::optional<Change> change, Aspect aspect);
 
-    StoreFile* m_file;
-    CatalogData m_data;
-    Signal<Change> m_willChange;
+    Document& m_document;
 };
 
 // The names once each, compared to the letter, sorted by Dutch collation, ignoring case.

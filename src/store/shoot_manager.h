@@ -1,19 +1,15 @@
-// ShootManager: owns all shoots, the active shoot and the active set, and keeps them in their file.
+// ShootManager: the shoots of a document, the active shoot and the active set, and all that can be done with them.
 //
-// - Every change is announced through willChange() before it takes effect; whoever hears of it may read, but
-//   not change, the store. The whole list is saved by every operation that says "Saves".
+// - A view: everything is kept, announced and saved by the document. Each operation is one change, which can be undone,
+//   but for activating, and saves once where it says "Saves".
 // - Unknown ids make an operation do nothing, unless it says otherwise. Nothing reports errors: when reading or
 //   writing the file fails, what is in memory holds.
 // - Index 0 of the shoots is listed first. Only the shoots are saved: which shoot and set are active is not.
 // - Belongs to the user-interface thread.
 #pragma once
 
-#include "base/signal.h"
-#include "base/timestamp.h"
-#include "base/uuid.h"
 #include "formats/set_csv.h"
-#include "model/shoot.h"
-#include "store/store_file.h"
+#include "store/document.h"
 
 #include <optional>
 #include <string>
@@ -24,30 +20,29 @@ namespace vantor {
 
 class ShootManager {
 public:
-    enum class Change { Shoots, ActiveShootId, ActiveSetId };
+    // The document outlives it.
+    explicit ShootManager(Document& document) : m_document(document) {}
 
-    // An empty store; without a file, which outlives it, nothing is ever read or written.
-    explicit ShootManager(StoreFile* file = nullptr, Clock clock = Timestamp::now);
+    // Tells what is about to change, in the whole document; the new state can be read once the announcing operation has
+    // returned.
+    [[nodiscard]] Signal<Aspect>& willChange() { return m_document.willChange(); }
 
-    // Tells what is about to change; the new state can be read once the announcing operation has returned.
-    [[nodiscard]] Signal<Change>& willChange() { return m_willChange; }
-
-    [[nodiscard]] const std::vector<Shoot>& shoots() const { return m_shoots; }
-    [[nodiscard]] std::optional<Uuid> activeShootId() const { return m_activeShootId; }
-    [[nodiscard]] std::optional<Uuid> activeSetId() const { return m_activeSetId; }
+    [[nodiscard]] const std::vector<Shoot>& shoots() const { return library().shoots; }
+    [[nodiscard]] std::optional<Uuid> activeShootId() const { return library().active.shoot; }
+    [[nodiscard]] std::optional<Uuid> activeSetId() const { return library().active.set; }
     // Null when there is none; good until the next change.
-    [[nodiscard]] const Shoot* shoot(Uuid id) const;
-    [[nodiscard]] const Shoot* activeShoot() const;
+    [[nodiscard]] const Shoot* shoot(const Uuid& id) const { return library().shoot(id); }
+    [[nodiscard]] const Shoot* activeShoot() const { return library().activeShoot(); }
     // The active set within the active shoot; null when that shoot has no such set. Good until the next change.
-    [[nodiscard]] const SetData* activeSet() const;
+    [[nodiscard]] const SetData* activeSet() const { return library().activeSet(); }
 
     // Replaces the shoots by those of the file and makes the first one active; a file that is missing or
     // unreadable changes nothing.
-    void load();
-    void save();
+    void load() { m_document.loadShoots(); }
+    void save() { m_document.saveShoots(); }
 
-    // At the front. Neither activates nor saves.
-    void insertShoot(Shoot shoot);
+    // At the front, and active. Saves.
+    void addShoot(Shoot shoot);
     void setActiveShootId(std::optional<Uuid> id);
 
     // At the front of the shoot's sets; the set is not made active. Saves.
@@ -84,15 +79,9 @@ public:
     [[nodiscard]] std::string exportCSV(Uuid shootId) const;
 
 private:
-    void announce(Change change) { m_willChange.emit(change); }
-    void setActiveSetId(std::optional<Uuid> id);
+    [[nodiscard]] const Library& library() const { return m_document.library(); }
 
-    StoreFile* m_file;
-    Clock m_clock;
-    std::vector<Shoot> m_shoots;
-    std::optional<Uuid> m_activeShootId;
-    std::optional<Uuid> m_activeSetId;
-    Signal<Change> m_willChange;
+    Document& m_document;
 };
 
 } // namespace vantor

@@ -5,14 +5,15 @@
 // - A file that is not the one that was last read well or written is never overwritten, whether it could not be read
 //   or was put there meanwhile: saving sets it aside beside its old place, as "<name>.unreadable-<UTC time>". The
 //   last five of those are kept.
-// - Content that was read well, and content that was saved, is offered to the daily backups. Where a save fails for
-//   want of space, old backups go, one at a time.
-// - Borrows the file store and the backups for its lifetime; belongs to the user-interface thread, like the stores.
+// - Beside it, "<name>.checksum" holds checksums of what was written last and before that, a line each, so that loading
+//   can tell what something else has changed. It is not synced: a file without a checksum tells nothing.
+// - Where a save fails for want of space, old restore points go, one at a time.
+// - Borrows the file store and the points for its lifetime; belongs to the user-interface thread, like the stores.
 #pragma once
 
 #include "base/timestamp.h"
 #include "platform/file_store.h"
-#include "store/daily_backups.h"
+#include "store/restore_points.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -34,16 +35,30 @@ public:
         FileFailure why;
     };
 
-    // Without `backups` there are none. `onUnsaved` hears of every save that failed.
+    enum class Loaded {
+        NotYet,
+        // There is no such file.
+        Missing,
+        // Read, and as it was written.
+        Read,
+        // Read, but something else has changed it since it was written.
+        ReadChanged,
+        // It is there, but says nothing.
+        Unreadable,
+    };
+
+    // Without `points` none go. `onSavingChanged` hears of every save that failed, and when all is saved again.
     StoreFile(
         const FileStore& files, std::filesystem::path path, Clock clock = Timestamp::now,
-        DailyBackups* backups = nullptr, std::function<void()> onUnsaved = [] {});
+        const RestorePoints* points = nullptr, std::function<void()> onSavingChanged = [] {});
     StoreFile(const StoreFile&) = delete;
     StoreFile& operator=(const StoreFile&) = delete;
 
     // Hands the file's bytes to `accept`, which takes them and says whether they made sense; what is not saved yet
     // instead of them. Calls nothing when the file is missing or cannot be read.
     void load(const std::function<bool(std::string_view bytes)>& accept);
+
+    [[nodiscard]] Loaded loaded() const { return m_loaded; }
 
     void save(std::string_view bytes);
     // Does nothing when all is saved.
@@ -56,13 +71,18 @@ private:
     [[nodiscard]] bool tryToSave(std::string_view bytes);
     [[nodiscard]] std::optional<FileFailure> attempt(std::string_view bytes);
     [[nodiscard]] std::optional<FileFailure> setOtherFileAside();
-    void keepBackup(std::string_view bytes);
+    [[nodiscard]] std::filesystem::path checksumPath() const;
+    [[nodiscard]] bool isAsWritten(std::string_view bytes);
+    void noteChecksum(const std::string& checksum);
 
     const FileStore& m_files;
     std::filesystem::path m_path;
     Clock m_clock;
-    DailyBackups* m_backups;
-    std::function<void()> m_onUnsaved;
+    const RestorePoints* m_points;
+    std::function<void()> m_onSavingChanged;
+    Loaded m_loaded = Loaded::NotYet;
+    // The checksum, as a line, of what was last read or written.
+    std::string m_inFile;
     // The file that was last read well or written.
     std::optional<FileIdentity> m_known;
     std::optional<Unsaved> m_unsaved;

@@ -94,11 +94,15 @@ void RecyclingList::setCurrentRow(std::optional<int> place) {
             fillRow(*changed);
     }
     announceCurrentRow(*this, before);
+    if (m_current && m_rows.choose)
+        m_rows.choose(*m_current);
 }
 
 void RecyclingList::makeCurrent(std::optional<int> place) {
     m_current = place;
     m_currentKey = place ? m_rows.key(*place) : std::string_view();
+    if (m_rows.currentChanged)
+        m_rows.currentChanged();
 }
 
 void RecyclingList::findCurrentAgain() {

@@ -36,12 +36,16 @@ public:
         // What tells the row at this place from all others; empty where there is none any more.
         std::function<std::string_view(int place)> key;
         std::function<Told(int place)> tell;
-        // Return was pressed on the row at this place. May be empty, like those below.
+        // The row at this place was made the current one. May be empty, like those below.
+        std::function<void(int place)> choose;
+        // Return was pressed on the row at this place.
         std::function<void(int place)> activate;
         // Space was pressed.
         std::function<void(int place)> toggle;
         // Delete was pressed.
         std::function<void(int place)> remove;
+        // Another row is the current one, or none.
+        std::function<void()> currentChanged;
         // The context menu was asked for, at this position on the screen.
         std::function<void(int place, const QPoint& position)> showMenu;
     };

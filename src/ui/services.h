@@ -1,4 +1,4 @@
-// Services: what the windows and sheets work with besides the stores. All of it outlives them.
+// Services: what the windows and sheets work with. All of it outlives them.
 #pragma once
 
 #include "base/text_lookup.h"
@@ -11,8 +11,10 @@
 #include "platform/png_writer.h"
 #include "platform/qr_encoder.h"
 #include "platform/url_opener.h"
+#include "store/document.h"
 #include "store/store_folder.h"
 #include "update/update_checker.h"
+#include "view/notices.h"
 
 #include <QWidget>
 #include <filesystem>
@@ -32,8 +34,12 @@ struct Services {
     PdfCanvasFactory canvases;
     UpdateChecker& updates;
     Clock clock;
-    // Where the stores live; null: nothing is stored.
+    // All that the user keeps.
+    Document& document;
+    // Where it is kept; null: nothing is stored.
     StoreFolder* stores;
+    // What the windows tell.
+    Notices& notices;
     std::string siteHost;
     std::string manualPage;
     // The manual that came with the program; empty where none did.

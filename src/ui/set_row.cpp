@@ -67,6 +67,10 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
 }
 
 void SetRow::show(const SetData& set, bool isActive) {
+    if (m_shown == set && m_showsActive == isActive)
+        return;
+    m_shown = set;
+    m_showsActive = isActive;
     m_id = set.id;
     m_headline = qstring(shownHeadline(set));
     m_marker->setActive(isActive);

@@ -10,6 +10,7 @@
 
 #include <QMenu>
 #include <functional>
+#include <optional>
 
 namespace vantor::ui {
 
@@ -39,6 +40,9 @@ private:
     void buildMenu(QMenu& menu);
 
     const Actions& m_actions;
+    // What it shows.
+    std::optional<SetData> m_shown;
+    bool m_showsActive = false;
     Uuid m_id;
     QString m_headline;
     ActiveMarker* m_marker;

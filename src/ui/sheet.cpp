@@ -1,5 +1,6 @@
 #include "ui/sheet.h"
 
+#include "ui/frame/notice_strip.h"
 #include "ui/scroll_pane.h"
 #include "ui/text.h"
 #include "ui/theme.h"
@@ -34,9 +35,21 @@ Sheet::Sheet(QWidget* over, const char* objectName, const QString& title) : QDia
 }
 
 void Sheet::setVisible(bool visible) {
-    if (visible && m_heightForAll == 0)
+    if (visible && m_heightForAll == 0) {
         openAtFirstSize();
+        showNotices();
+    }
     QDialog::setVisible(visible);
+}
+
+// What happens while a sheet is open is told in it.
+void Sheet::showNotices() {
+    for (auto* over = parentWidget(); over != nullptr; over = over->parentWidget()) {
+        if (const auto* const strip = over->window()->findChild<NoticeStrip*>()) {
+            new NoticeStrip(m_pane, strip->notices());
+            return;
+        }
+    }
 }
 
 int Sheet::heightForAll(int width) const {
@@ -108,12 +121,17 @@ void Sheet::tellProblem(const QString& problem) {
     m_problem->setText(problem);
 }
 
-void Sheet::addCloseButton() {
+void Sheet::addCloseButton(QWidget* prominent) {
     auto* const close = named(new QPushButton(shown("Sluiten")), "closeButton");
     close->setAutoDefault(false);
     QObject::connect(close, &QPushButton::clicked, this, &QDialog::accept);
-    m_buttons->addStretch();
+    if (prominent == nullptr)
+        m_buttons->addStretch();
     m_buttons->addWidget(close);
+    if (prominent != nullptr) {
+        m_buttons->addStretch();
+        m_buttons->addWidget(prominent);
+    }
 }
 
 void Sheet::pressOnReturn(QLineEdit* field, QAbstractButton* button) {

@@ -40,8 +40,8 @@ protected:
     [[nodiscard]] QHBoxLayout* buttons() const { return m_buttons; }
     // "Annuleer", which closes, at its left, and at its right the prominent button, if there is one.
     QPushButton* addCancelButton(QWidget* prominent);
-    // "Sluiten" at its right, for a sheet that keeps what is done in it.
-    void addCloseButton();
+    // "Sluiten", for a sheet that keeps what is done in it: at its right, or at its left where there is a prominent button.
+    void addCloseButton(QWidget* prominent = nullptr);
 
     // Says, in the sheet, why it did not do what it was asked to; what was typed stays.
     void tellProblem(const QString& problem);
@@ -56,6 +56,7 @@ protected:
 private:
     [[nodiscard]] int heightForAll(int width) const;
     void openAtFirstSize();
+    void showNotices();
     void followContents();
 
     ScrollPane* m_pane;

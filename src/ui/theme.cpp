@@ -152,4 +152,18 @@ QColor header(const QPalette& palette) {
     return mixed(text(palette), palette.color(QPalette::Window), 0.04);
 }
 
+QColor noticeGround(Notice::Kind kind, const QPalette& palette) {
+    switch (kind) {
+    case Notice::Kind::Done:
+        return byLight(palette, QColor(0xE7, 0xF4, 0xEC), QColor(0x17, 0x33, 0x26));
+    case Notice::Kind::Warning:
+        return byLight(palette, QColor(0xFF, 0xF4, 0xDC), QColor(0x3A, 0x2F, 0x12));
+    case Notice::Kind::Error:
+        return byLight(palette, QColor(0xFC, 0xE8, 0xE6), QColor(0x45, 0x1C, 0x19));
+    case Notice::Kind::Plain:
+        break;
+    }
+    return byLight(palette, QColor(0xEC, 0xEE, 0xF2), QColor(0x26, 0x2A, 0x32));
+}
+
 } // namespace vantor::ui::theme

@@ -6,6 +6,8 @@
 //   at least 4.5 : 1 (WCAG 2.1).
 #pragma once
 
+#include "view/notices.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPalette>
@@ -52,5 +54,7 @@ inline constexpr int kCodePlateRadius = 8;
 // A row that was just scanned.
 [[nodiscard]] QColor litUp(const QPalette& palette);
 [[nodiscard]] QColor header(const QPalette& palette);
+// Behind a notice of this kind.
+[[nodiscard]] QColor noticeGround(Notice::Kind kind, const QPalette& palette);
 
 } // namespace vantor::ui::theme

@@ -16,11 +16,7 @@ void addClients(std::set<std::string>& names, const std::vector<Shoot>& shoots) 
 } // namespace
 
 void NewShootDraft::create(ShootManager& manager, Timestamp now) const {
-    auto shoot = Shoot::make(name, location, client, now);
-    const auto id = shoot.id;
-    manager.insertShoot(std::move(shoot));
-    manager.setActiveShootId(id);
-    manager.save();
+    manager.addShoot(Shoot::make(name, location, client, now));
 }
 
 std::vector<std::string> clientsOf(const std::vector<Shoot>& shoots) {

@@ -4,7 +4,9 @@
 // Whatever becomes of the process, each file holds its old content or its new one. A process that can go on after a
 // save that failed saves again, and has to have lost nothing.
 
+#include "base/checksum.h"
 #include "platform/posix/posix_file_store.h"
+#include "store/restore_point_file.h"
 #include "store/store_folder.h"
 #include "tests/faults/counted_stores.h"
 #include "tests/support/manual_timer.h"
@@ -106,25 +108,24 @@ int startAndSave(const fs::path& folder) {
     const auto clock = [] { return Timestamp{795173400}; };
     testing::ManualTimer timer;
     std::optional<StoreFolder> stores;
-    std::optional<ShootManager> shoots;
-    std::optional<ProductCatalog> catalog;
+    std::optional<Document> document;
     try {
         stores.emplace(files, folder, clock, atOnce, timer);
-        shoots.emplace(&stores->shoots());
-        catalog.emplace(&stores->catalog());
-        shoots->load();
-        catalog->load();
+        document.emplace(&stores->shoots(), &stores->catalog(), clock, &stores->points());
+        document->loadOnce();
     } catch (const std::bad_alloc&) {
         return ThrewWhileLoading;
     }
     try {
-        change(*shoots, 1);
-        change(*catalog, 1);
+        ShootManager shoots(*document);
+        ProductCatalog catalog(*document);
+        change(shoots, 1);
+        change(catalog, 1);
         return Done;
     } catch (const std::bad_alloc&) {
         firstToFail = 0;
-        shoots->save();
-        catalog->save();
+        document->saveShoots();
+        document->saveCatalog();
         return ThrewWhileSaving;
     }
 }
@@ -136,10 +137,8 @@ public:
         testing::ManualTimer timer;
         StoreFolder stores(
             files, m_folder, Timestamp::now, [](const std::function<void()>&) {}, timer);
-        ShootManager shoots(&stores.shoots());
-        ProductCatalog catalog(&stores.catalog());
-        fill(shoots, kRecords);
-        fill(catalog, kRecords);
+        Document document(&stores.shoots(), &stores.catalog());
+        fill(document, kRecords);
         m_old = filesIn(m_folder);
     }
 
@@ -176,6 +175,8 @@ public:
         for (const auto& [name, bytes] : filesIn(m_folder)) {
             if (name.filename().string().starts_with(PosixFileStore::kTemporaryPrefix))
                 ++m_unfinished;
+            else if (name.extension() == ".checksum")
+                checkChecksum(m_folder / name, bytes, what);
             else if (!m_old.contains(name) && !m_new.contains(name))
                 breach(what + ": " + name.string() + " appeared");
             else if (bytes != m_new[name] && (!m_old.contains(name) || bytes != m_old[name]))
@@ -188,7 +189,7 @@ public:
                 breach(what + ": " + name + " is gone");
         }
         PosixFileStore().removeLeftovers(m_folder);
-        PosixFileStore().removeLeftovers(m_folder / "backups");
+        PosixFileStore().removeLeftovers(m_folder / kPointFolder);
         for (const auto& [name, bytes] : filesIn(m_folder)) {
             if (name.filename().string().starts_with(PosixFileStore::kTemporaryPrefix))
                 breach(what + ": " + name.string() + " left after the next start");
@@ -241,6 +242,13 @@ private:
             fs::remove_all(entry);
         for (const auto& [name, bytes] : m_old)
             std::ofstream(m_folder / name, std::ios::binary) << bytes;
+    }
+
+    // It may be gone, but not blame somebody for what stands in its store.
+    void checkChecksum(fs::path name, const std::string& bytes, const std::string& what) {
+        const auto store = bytesOf(name.replace_extension());
+        if (bytes.find(checksumOf(store) + '\n') == std::string::npos)
+            breach(what + ": the checksum is not of " + name.string());
     }
 
     void breach(const std::string& what) {

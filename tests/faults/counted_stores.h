@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "edit/restore_edits.h"
+
 namespace vantor::faults {
 
 inline std::optional<int> number(std::string_view text) {
@@ -38,31 +40,22 @@ inline int lastChange(int record, int records, int state) {
     return std::max(change, 0);
 }
 
-inline void fill(ShootManager& shoots, int records) {
-    auto shoot = Shoot::make("Telling", "Texel", "Søster", {795173400});
+// Makes both stores, of so many sets and products.
+inline void fill(Document& document, int records) {
+    LibraryVersion made{std::vector{Shoot::make("Telling", "Texel", "Søster", {795173400})},
+                        CatalogData{{}, {"Søster"}, {"Marvis", "Nike"}}};
     for (int i = 0; i < records; ++i) {
         auto set = SetData::make({795173400.25 + i});
         set.setNumber = "0";
         set.brand = std::to_string(i);
         set.items = {SetItem::make("coated pants", "brown"), SetItem::make("sweater", "blue navy")};
         set.location = textOf(0);
-        shoot.sets.push_back(std::move(set));
-    }
-    shoots.insertShoot(std::move(shoot));
-    shoots.save();
-}
-
-inline void fill(ProductCatalog& catalog, int records) {
-    std::vector<Product> products;
-    for (int i = 0; i < records; ++i) {
+        made.shoots->front().sets.push_back(std::move(set));
         auto name = std::to_string(i);
         name.insert(0, 6 - name.size(), '0');
-        products.push_back(Product::make(std::move(name), {"brown", textOf(0)}, "0"));
+        made.catalog->products.push_back(Product::make(std::move(name), {"brown", textOf(0)}, "0"));
     }
-    catalog.setProducts(std::move(products));
-    catalog.setClients({"Søster"});
-    catalog.setBrands({"Marvis", "Nike"});
-    catalog.save();
+    document.perform(restoreAll(document.library(), std::move(made), {}));
 }
 
 // Makes change `change` and saves; an empty store is saved as it is.

@@ -2,9 +2,9 @@
 """Saves on disks that are really full: with free space from nothing to just not enough, and with enough.
 
 Where it is not enough the old content stays and no unfinished file takes up the rest; where it is, the new content
-is there. What was not saved is once there is room, copies of days long past make room, and no copy takes the room of a
-save. On a small disk in memory and on ext4 in a file; as root, since both have to be mounted. Nobody else sees the
-disks, and they go with the attack even when it is killed."""
+is there. What was not saved is once there is room, old restore points make room, and none takes the room of a save. On
+a small disk in memory and on ext4 in a file; as root, since both have to be mounted. Nobody else sees the disks, and
+they go with the attack even when it is killed."""
 
 import os
 import subprocess
@@ -74,7 +74,7 @@ def attack(programs, place, kind, name, levels, breaches):
     stayed = came = 0
     block = os.statvfs(place).f_frsize
     before = int(getattr(support.Found(programs, stores), name))
-    # Makes the copy of the day too, which would take the room of the save otherwise.
+    # Makes the restore point of the day too, which would take the room of the save otherwise.
     support.driver(programs, f"save-{name}", stores)
     # The next save is as long, to within a few hundred bytes.
     old = file.read_bytes()
@@ -102,7 +102,7 @@ def attack(programs, place, kind, name, levels, breaches):
             came += 1
         old = file.read_bytes()
     breaches += insistence(programs, place, kind, name)
-    breaches += copies(programs, place, kind, name)
+    breaches += points(programs, place, kind, name)
     (place / "filler").unlink()
     found = support.Found(programs, stores)
     if getattr(found, name) != str(before + 6) or found.aside:
@@ -125,27 +125,31 @@ def insistence(programs, place, kind, name):
         yield f"{kind}, {name}: not saved when there was room again, status {driver.returncode}"
 
 
-def copies(programs, place, kind, name):
-    """Saves on a full disk with copies of a week, and none of today."""
+def points(programs, place, kind, name):
+    """Saves on a full disk with restore points of a week, and none of today."""
     stores = place / "stores"
     file = stores / f"{name}.json"
-    days = [f"{name}-2020-01-0{day}.json" for day in range(1, 8)]
-    backups = stores / "backups"
-    for old in backups.glob(f"{name}-*"):
+    versions = stores / "versions"
+    made = [each.read_bytes() for each in versions.glob("*.jsonl")]
+    if len(made) != 1:
+        yield f"{kind}, {name}: {len(made)} restore points of today"
+        return
+    days = [f"2020010{day}T080000Z.jsonl" for day in range(1, 8)]
+    for old in versions.iterdir():
         old.unlink()
     for day in days:
-        (backups / day).write_bytes(file.read_bytes())
+        (versions / day).write_bytes(made[0])
     old = file.read_bytes()
     leave(place, 0)
     status, _ = support.driver(programs, f"save-{name}", stores)
-    left = sorted(each.name for each in backups.glob(f"{name}-*"))
+    left = sorted(each.name for each in versions.iterdir())
     if status != 0 or file.read_bytes() == old:
-        yield f"{kind}, {name}: no copy made room, status {status}, {left}"
+        yield f"{kind}, {name}: no restore point made room, status {status}, {left}"
     if left == days or left != days[-len(left):] or len(left) < 3:
-        yield f"{kind}, {name}: these copies are left: {left}"
+        yield f"{kind}, {name}: these restore points are left: {left}"
     # They would make room for the other store too.
     for day in left:
-        (backups / day).unlink()
+        (versions / day).unlink()
 
 
 def with_mounts_of_its_own():

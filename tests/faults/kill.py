@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Kills a process at random moments while it saves both stores without a pause, and starts anew.
 
-Both files have to hold the state before or after the change that was running, whole, and the next start has to
-remove what the unfinished save left."""
+Both files have to hold the state before or after the change that was running, whole, every restore point is whole, and
+the next start has to remove what the unfinished save left."""
 
 import os
 import random

@@ -9,6 +9,8 @@ import re
 import support
 
 SIZES = (0, 1, 5_000, 65_535, 65_536, 1_000_000)
+STORES = ("shoots.json", "catalog.json")
+KEPT = STORES + tuple(name + ".checksum" for name in STORES)
 LONG_SIZES = SIZES + tuple(range(65_500, 65_600)) + (200_000_000,)
 
 
@@ -111,10 +113,18 @@ def main():
             calls = support.Calls(text)
             found = saves(calls)
             targets = sorted(save.target.rsplit("/", 1)[1] for save in found if save.target)
-            # Both stores, and the first copy of the day of each.
-            if status != 0 or len(targets) != 4 or not {"shoots.json", "catalog.json"} < set(targets):
+            # Both stores, and the first restore point of the day; before each store its checksum, which need not last.
+            if (status != 0 or len(targets) != 5 or not set(KEPT) < set(targets)
+                    or not any(target.endswith(".jsonl") for target in targets)):
                 breaches.append(f"stores of {records}: status {status}, {targets}")
-            for save in found:
+            for before, save in zip([None] + found, found):
+                target = save.target.rsplit("/", 1)[1]
+                if target.endswith(".checksum"):
+                    if "fsync" in save.steps:
+                        breaches.append(f"{target}: {', '.join(save.steps)}")
+                    continue
+                if target in STORES and before.target != save.target + ".checksum":
+                    breaches.append(f"{target}: no checksum before it")
                 breaches += judged(save, None)
                 judgements += 1
             breaches += overwritten(calls, ['shoots.json"', 'catalog.json"'])

@@ -2,7 +2,8 @@
 //
 //   store_driver [--most-per-write BYTES] COMMAND
 //     fill FOLDER RECORDS     makes both stores, of so many sets and products
-//     run FOLDER              changes and saves both for ever; tells before and after each change which it is
+//     run FOLDER              keeps restore points, changes and saves both for ever; tells before and after each change
+//                             which it is
 //     save FOLDER             loads both, makes one change in each, saves
 //     save-shoots FOLDER      the same of one of them
 //     save-catalog FOLDER
@@ -16,8 +17,11 @@
 // 2 when asked for anything else.
 // getppid() marks where the work begins, since nothing else calls it.
 
+#include "base/checksum.h"
 #include "platform/posix/posix_file_store.h"
+#include "store/restore_point_file.h"
 #include "store/store_folder.h"
+#include "store/versions.h"
 #include "tests/faults/counted_stores.h"
 #include "tests/support/manual_timer.h"
 
@@ -93,10 +97,11 @@ struct Stores {
     PosixFileStore files;
     testing::ManualTimer timer;
     StoreFolder folder;
-    ShootManager shoots{&folder.shoots()};
-    ProductCatalog catalog{&folder.catalog()};
+    Document document{&folder.shoots(), &folder.catalog(), Timestamp::now, &folder.points()};
+    ShootManager shoots{document};
+    ProductCatalog catalog{document};
 
-    explicit Stores(const fs::path& path, DailyBackups::Background background = atOnce)
+    explicit Stores(const fs::path& path, RestorePoints::Background background = atOnce)
         : folder(files, path, Timestamp::now, std::move(background), timer) {}
 
     void load() {
@@ -105,7 +110,7 @@ struct Stores {
     }
     void change();
     // The exit status of the driver.
-    [[nodiscard]] int status() { return folder.shoots().unsaved() || folder.catalog().unsaved() ? 1 : 0; }
+    [[nodiscard]] int status() const { return folder.unsaved() ? 1 : 0; }
 };
 
 // In one call, so that whoever reads along finds whole lines.
@@ -127,6 +132,7 @@ int nextChange(const Store& store) {
     int shootState = nextChange(stores.shoots);
     int catalogState = nextChange(stores.catalog);
     while (true) {
+        stores.folder.points().keep(stores.document.library(), {});
         tell("shoots begin", shootState);
         change(stores.shoots, shootState);
         tell("shoots done", shootState++);
@@ -191,6 +197,23 @@ std::pair<int, int> unfinishedAndAside(const fs::path& path) {
     return counts;
 }
 
+// How many restore points do not hold what they were made of.
+int tornPoints(const FileStore& files, const fs::path& folder) {
+    int torn = 0;
+    for (const auto& version : versionsIn(files, folder)) {
+        if (version.point.empty())
+            continue;
+        const auto bytes = files.read(version.point).bytes.value_or("");
+        const auto head = readPointHead(bytes);
+        const auto lines = linesOfPoint(bytes);
+        const bool isWhole =
+            head && lines &&
+            checksumOf(std::string(lines->shoots) + '\n' + std::string(lines->catalog)) == head->checksum;
+        torn += isWhole ? 0 : 1;
+    }
+    return torn;
+}
+
 int check(const fs::path& path) {
     const auto before = unfinishedAndAside(path);
     Stores stores(path, [](const std::function<void()>&) {});
@@ -198,14 +221,13 @@ int check(const fs::path& path) {
     const auto after = unfinishedAndAside(path);
     std::cout << described(stores.shoots, path / "shoots.json") << ' '
               << described(stores.catalog, path / "catalog.json") << ' ' << before.first << ' ' << after.first
-              << ' ' << after.second << '\n';
+              << ' ' << after.second << ' ' << tornPoints(stores.files, path) << '\n';
     return 0;
 }
 
 int make(const fs::path& path, int records) {
     Stores stores(path, [](const std::function<void()>&) {});
-    fill(stores.shoots, records);
-    fill(stores.catalog, records);
+    fill(stores.document, records);
     return stores.status();
 }
 

@@ -44,14 +44,17 @@ def driver(programs, *words, **options):
 
 
 class Found:
-    """What a new start finds: both states, the unfinished saves before and after it, the files set aside."""
+    """What a new start finds: both states, the unfinished saves before and after it, the files set aside. Every restore
+    point has to be whole."""
 
     def __init__(self, programs, path):
         status, told = driver(programs, "check", path)
         if status != 0:
             raise Breach(f"a new start ends with {status}")
         self.shoots, self.catalog, *counts = told.split()
-        self.unfinished, self.left, self.aside = map(int, counts)
+        self.unfinished, self.left, self.aside, torn = map(int, counts)
+        if torn:
+            raise Breach(f"{torn} restore points are torn")
 
 
 class Breach(Exception):

@@ -143,10 +143,10 @@ class Stores(Scenario):
                 yield f"{name} reported as saved, but not there"
             if status == 0 and content == old:
                 yield f"{name} reported as saved, but old"
-        for copy in path.glob("backups/*.json"):
-            name = copy.name.split("-")[0] + ".json"
-            if copy.read_bytes() not in (self.old.get(name), self.new[name], self.empty[name]):
-                yield f"{copy.name} torn"
+        for point in path.glob("versions/*.jsonl"):
+            for name, line in zip(self.STORES, point.read_bytes().split(b"\n")[1:]):
+                if line not in (self.old.get(name), self.new[name], self.empty[name]):
+                    yield f"{name} torn in {point.name}"
 
 
 class DamagedStores(Stores):
@@ -207,15 +207,25 @@ class Intrusion(Stores):
                 yield f"{name} reported as saved, but not"
 
 
+def is_of_checksum(lines):
+    """Whether the call at the beginning of these belongs to a checksum: named so, or removed so once it failed."""
+    if ".checksum" in lines[0]:
+        return True
+    rest = [line for line in lines[1:] if re.search(r"O_CREAT|unlink|rename", line) and ".vantor-save-" not in line
+            or "O_CREAT" in line]
+    return ".vantor-save-" in lines[0] and bool(rest) and "unlink" in rest[0] and ".checksum" in rest[0]
+
+
 def unrecovered(scenario, record, fault, onwards):
     """The injected failures that nothing made good, of calls without which a save is not done."""
     made = False
-    for line in record.splitlines():
+    lines = record.splitlines()
+    for place, line in enumerate(lines):
         match = re.match(r"^(?:\d+ +)?(\w+)\(.*\(INJECTED\)", line)
-        # A copy of the day is no part of what is reported, nor is the name of its folder, synced once it is made.
-        of_copies = "/backups" in line or made and " fsync(" in f" {line}"
-        made = "mkdir" in line and of_copies or made and not of_copies
-        if not match or of_copies:
+        # A restore point is no part of what is reported, nor is the name of its folder, synced once it is made.
+        of_points = "/versions" in line or made and " fsync(" in f" {line}"
+        made = "mkdir" in line and of_points or made and not of_points
+        if not match or of_points or is_of_checksum(lines[place:]):
             continue
         # An interrupted close has closed; another interrupted call is repeated.
         if fault == "EINTR" and (match[1] == "close" or not onwards):

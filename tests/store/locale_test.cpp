@@ -3,6 +3,7 @@
 #include "store/shoot_manager.h"
 #include "tests/store/store_fixture.h"
 #include "tests/support/differences.h"
+#include "tests/support/lone_stores.h"
 
 #include <gtest/gtest.h>
 
@@ -61,7 +62,7 @@ protected:
 };
 
 TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
-    ShootManager manager(&m_file, m_clock.clock());
+    testing::LoneShoots manager(&m_file, m_clock.clock());
     const auto shoots = testing::storedShoots();
     manager.insertShoot(shoots[1]);
     manager.insertShoot(shoots[0]);
@@ -75,7 +76,7 @@ TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
 }
 
 TEST_F(InTheNetherlands, CatalogueIsSavedAndLoadedAsAnywhere) {
-    ProductCatalog catalog(&m_file);
+    testing::LoneCatalog catalog(&m_file);
     m_files.files[m_path] = data("catalog.json");
     catalog.load();
     EXPECT_EQ(differences(catalog.products(), testing::storedCatalog().products), "");
@@ -91,7 +92,7 @@ TEST_F(InTheNetherlands, ShootFileIsWrittenAndReadAsAnywhere) {
 }
 
 TEST_F(InTheNetherlands, CsvIsWrittenAsAnywhere) {
-    ShootManager manager;
+    testing::LoneShoots manager;
     auto shoot = testing::ibiza();
     shoot.sets = SetList{shoot.sets.front()};
     shoot.sets[0].taggedCount = 1'234'567;
@@ -107,7 +108,7 @@ TEST_F(InTheNetherlands, CsvIsWrittenAsAnywhere) {
 }
 
 TEST_F(InTheNetherlands, UnreadableFileIsSetAsideUnderItsUtcTime) {
-    ShootManager manager(&m_file);
+    testing::LoneShoots manager(&m_file);
     m_files.files[m_path] = "x";
     manager.load();
     manager.save();

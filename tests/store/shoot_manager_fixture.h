@@ -4,6 +4,7 @@
 #include "store/shoot_manager.h"
 #include "tests/store/store_fixture.h"
 #include "tests/support/differences.h"
+#include "tests/support/lone_stores.h"
 
 #include <stdexcept>
 #include <string>
@@ -21,8 +22,7 @@ protected:
     Uuid newShoot(const std::string& name) {
         auto shoot = Shoot::make(name, "", "", m_clock.now());
         const auto shootId = shoot.id;
-        m_manager.insertShoot(std::move(shoot));
-        m_manager.setActiveShootId(shootId);
+        m_manager.addShoot(std::move(shoot));
         return shootId;
     }
     Uuid newSet(Uuid shoot, const std::string& number, const std::string& brand = "") {
@@ -55,7 +55,7 @@ protected:
         return all;
     }
 
-    ShootManager m_manager{&m_file, m_clock.clock()};
+    LoneShoots m_manager{&m_file, m_clock.clock()};
 };
 
 } // namespace vantor::testing

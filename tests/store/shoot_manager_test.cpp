@@ -1,6 +1,7 @@
 #include "model/shoot_json.h"
 #include "store/shoot_manager.h"
 #include "tests/store/shoot_manager_fixture.h"
+#include "tests/support/lone_stores.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +16,7 @@ using testing::differences;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
-using Change = ShootManager::Change;
+using Change = Aspect;
 
 class ShootManagerTest : public testing::ShootManagerFixture {
 protected:
@@ -39,9 +40,9 @@ TEST_F(ShootManagerTest, BeginsEmptyAndReadsNothing) {
 
 TEST_F(ShootManagerTest, AddingToAnUnknownShootChangesNothingAndWritesNoFile) {
     newShoot("a");
-    EXPECT_THAT(announcedBy([&] { newSet(Uuid::random(), "1"); }), IsEmpty());
+    EXPECT_EQ(savesOf([&] { EXPECT_THAT(announcedBy([&] { newSet(Uuid::random(), "1"); }), IsEmpty()); }),
+              0U);
     EXPECT_THAT(m_manager.shoots().front().sets, IsEmpty());
-    EXPECT_EQ(saves(), 0U);
 }
 
 TEST_F(ShootManagerTest, NewestSetComesFirst) {
@@ -61,13 +62,12 @@ TEST_F(ShootManagerTest, AddsToTheShootThatIsNamedWhicheverIsActive) {
     EXPECT_EQ(m_manager.activeShootId(), b);
 }
 
-TEST_F(ShootManagerTest, InsertedShootComesFirstAndIsNeitherSavedNorActivated) {
-    m_manager.insertShoot(Shoot::make("a", "", "", {}));
-    m_manager.insertShoot(Shoot::make("b", "", "", {}));
+TEST_F(ShootManagerTest, AddedShootComesFirstAndIsActiveAndSaved) {
+    newShoot("a");
+    EXPECT_EQ(savesOf([&] { newShoot("b"); }), 1U);
     EXPECT_EQ(m_manager.shoots()[0].name, "b");
     EXPECT_EQ(m_manager.shoots()[1].name, "a");
-    EXPECT_FALSE(m_manager.activeShootId());
-    EXPECT_EQ(saves(), 0U);
+    EXPECT_EQ(m_manager.activeShootId(), m_manager.shoots()[0].id);
 }
 
 TEST_F(ShootManagerTest, UpdateReplacesTheWholeSetWhereverItIs) {
@@ -175,13 +175,11 @@ TEST_F(ShootManagerTest, DeletingAShootLeavesTheIdOfItsActiveSet) {
 TEST_F(ShootManagerTest, ActivatingAnIdThatNoShootHoldsMakesItActiveWithoutLogOrFile) {
     const auto a = newShoot("a");
     const auto nobody = Uuid::random();
-    m_manager.activateSet(nobody);
+    EXPECT_EQ(savesOf([&] { m_manager.activateSet(nobody); }), 0U);
     EXPECT_EQ(m_manager.activeSetId(), nobody);
     EXPECT_EQ(m_manager.activeShootId(), a);
     EXPECT_THAT(logged(a), IsEmpty());
     EXPECT_EQ(m_manager.activeSet(), nullptr);
-    EXPECT_THAT(m_files.files, IsEmpty());
-    EXPECT_EQ(saves(), 0U);
 }
 
 TEST_F(ShootManagerTest, ActivatingASetOfAnotherShootSwitchesToThatShoot) {
@@ -243,7 +241,7 @@ TEST_F(ShootManagerTest, CorruptFileGivesAnEmptyStoreAndIsSetAsideByTheNextChang
     newSet(a, "2");
     EXPECT_EQ(m_files.files.at(aside()), "[{\"client\":");
     EXPECT_EQ(m_files.renames.size(), 1U);
-    ShootManager other(&m_file);
+    testing::LoneShoots other(&m_file);
     other.load();
     EXPECT_EQ(differences(other.shoots(), m_manager.shoots()), "");
 }
@@ -279,7 +277,7 @@ TEST_F(ShootManagerTest, FirstShootIsActiveAfterLoadingWhicheverWasBefore) {
     const auto one = newSet(a, "1");
     m_manager.activateSet(one);
     ASSERT_EQ(m_manager.activeShootId(), a);
-    ShootManager next(&m_file);
+    testing::LoneShoots next(&m_file);
     next.load();
     EXPECT_EQ(next.activeShootId(), b);
     EXPECT_FALSE(next.activeSetId());
@@ -341,7 +339,7 @@ TEST_F(ShootManagerTest, SavingFailuresLeaveTheStoreAsItIs) {
 }
 
 TEST_F(ShootManagerTest, StoreWithoutAFileWorksAndWritesNothing) {
-    ShootManager manager;
+    testing::LoneShoots manager;
     manager.load();
     auto made = Shoot::make("a", "", "", {});
     const auto a = made.id;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,7 @@ using ::testing::Pair;
 
 const std::filesystem::path kPath = "/home/anna/.local/share/Vantor/shoots.json";
 const std::filesystem::path kAside = "/home/anna/.local/share/Vantor/shoots.json.unreadable-20260314T093000Z";
+const std::filesystem::path kChecksum = "/home/anna/.local/share/Vantor/shoots.json.checksum";
 
 class StoreFileTest : public ::testing::Test {
 protected:
@@ -38,6 +40,12 @@ protected:
         });
         return seen;
     }
+    // All files but the checksum.
+    [[nodiscard]] std::map<std::filesystem::path, std::string> stored() const {
+        auto files = m_files.files;
+        files.erase(kChecksum);
+        return files;
+    }
     // Sets a file aside whose content is `garbage`.
     void setAside(const std::string& garbage) {
         m_files.files[kPath] = garbage;
@@ -51,7 +59,7 @@ TEST_F(StoreFileTest, MissingFileHasNoBytesAndIsMadeWithItsFolderByTheFirstSave)
     EXPECT_THAT(m_files.createdFolders, IsEmpty());
     m_file.save("new");
     EXPECT_THAT(m_files.createdFolders, ElementsAre(kPath.parent_path()));
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
     EXPECT_THAT(m_files.renames, IsEmpty());
 }
 
@@ -59,7 +67,7 @@ TEST_F(StoreFileTest, ReadableFileIsReplaced) {
     m_files.files[kPath] = "old";
     EXPECT_EQ(load(), "old");
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) {
@@ -67,10 +75,10 @@ TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) 
     EXPECT_EQ(load(false), "garbage");
     EXPECT_THAT(m_files.renames, IsEmpty()) << "nothing is touched before the first save";
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new"), Pair(kAside, "garbage")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new"), Pair(kAside, "garbage")));
     m_clock.set({0});
     m_file.save("newer");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
     EXPECT_THAT(m_files.renames, ElementsAre(Pair(kPath, kAside)));
 }
 
@@ -79,7 +87,7 @@ TEST_F(StoreFileTest, FileThatCannotBeReadIsSetAside) {
     m_files.unreadable = {kPath};
     EXPECT_EQ(load(), "(nothing)");
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new"), Pair(kAside, "secret")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new"), Pair(kAside, "secret")));
 }
 
 TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
@@ -87,11 +95,11 @@ TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
     load(false);
     m_files.failsToRename = true;
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "garbage")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "garbage")));
     EXPECT_THAT(m_files.replacements, IsEmpty());
     m_files.failsToRename = false;
     m_file.save("newer");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
 }
 
 TEST_F(StoreFileTest, UnreadableFileThatIsGoneByNowIsNoHindrance) {
@@ -99,7 +107,7 @@ TEST_F(StoreFileTest, UnreadableFileThatIsGoneByNowIsNoHindrance) {
     load(false);
     m_files.files.clear();
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, FileSetAsideEarlierInTheSameSecondIsKept) {
@@ -109,7 +117,7 @@ TEST_F(StoreFileTest, FileSetAsideEarlierInTheSameSecondIsKept) {
     m_file.save("new");
     EXPECT_EQ(m_files.files.at(kAside), "earlier garbage");
     EXPECT_EQ(m_files.files.at(kPath), "new");
-    EXPECT_EQ(m_files.files.size(), 3U);
+    EXPECT_EQ(stored().size(), 3U);
     ASSERT_EQ(m_files.renames.size(), 1U);
     EXPECT_TRUE(m_files.renames[0].second.string().starts_with(kAside.string())) << m_files.renames[0].second;
 }
@@ -119,7 +127,7 @@ TEST_F(StoreFileTest, LoadingAgainForgetsThatTheFileWasUnreadable) {
     load(false);
     load();
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, FileThatOthersPutInPlaceIsSetAside) {
@@ -154,7 +162,7 @@ TEST_F(StoreFileTest, FileThatOthersTookAwayIsMadeAnew) {
     load();
     m_files.files.clear();
     m_file.save("new");
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, KnowsSinceWhenAndWhyItIsNotSaved) {
@@ -177,7 +185,7 @@ TEST_F(StoreFileTest, KnowsSinceWhenAndWhyItIsNotSaved) {
     m_files.failsToCreateFolders = false;
     m_file.saveAgain();
     EXPECT_FALSE(m_file.unsaved());
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "newer")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer")));
     m_files.failsToSync = true;
     m_file.save("newest");
     ASSERT_TRUE(m_file.unsaved());
@@ -193,7 +201,7 @@ TEST_F(StoreFileTest, WhatIsNotSavedYetIsLoadedInsteadOfTheFile) {
     EXPECT_EQ(load(), "new");
     m_files.failsToReplace = false;
     m_file.saveAgain();
-    EXPECT_THAT(m_files.files, ElementsAre(Pair(kPath, "new")));
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
     const auto saves = m_files.replacements.size();
     m_file.saveAgain();
     EXPECT_EQ(m_files.replacements.size(), saves) << "all is saved";
@@ -206,7 +214,7 @@ TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {
         setAside("garbage " + std::to_string(day));
     }
     std::vector<std::string> kept;
-    for (const auto& [path, bytes] : m_files.files)
+    for (const auto& [path, bytes] : stored())
         kept.push_back(bytes);
     EXPECT_THAT(kept, ElementsAre("another store's", "new", "garbage 2", "garbage 3", "garbage 4",
                                   "garbage 5", "garbage 6"));
@@ -215,9 +223,9 @@ TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {
 TEST_F(StoreFileTest, WhatStartsManyTimesInOneSecondLosesTheOldestFilesSetAside) {
     for (int start = 0; start < 7; ++start)
         setAside("garbage " + std::to_string(start));
-    EXPECT_EQ(m_files.files.size(), 6U);
-    EXPECT_THAT(m_files.files, Contains(Pair(::testing::_, "garbage 6")));
-    EXPECT_THAT(m_files.files, Not(Contains(Pair(::testing::_, "garbage 0"))));
+    EXPECT_EQ(stored().size(), 6U);
+    EXPECT_THAT(stored(), Contains(Pair(::testing::_, "garbage 6")));
+    EXPECT_THAT(stored(), Not(Contains(Pair(::testing::_, "garbage 0"))));
 }
 
 TEST_F(StoreFileTest, NoFileThatWasSetAsideGoesForOneThatCouldNotBe) {
@@ -227,9 +235,70 @@ TEST_F(StoreFileTest, NoFileThatWasSetAsideGoesForOneThatCouldNotBe) {
     }
     m_files.failsToRename = true;
     setAside("garbage 5");
-    EXPECT_EQ(m_files.files.size(), 6U);
+    EXPECT_EQ(stored().size(), 6U);
     EXPECT_EQ(m_files.files.at(kPath), "garbage 5");
-    EXPECT_THAT(m_files.files, Contains(Pair(::testing::_, "garbage 0")));
+    EXPECT_THAT(stored(), Contains(Pair(::testing::_, "garbage 0")));
+}
+
+TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSaves) {
+    using Loaded = StoreFile::Loaded;
+    struct Case {
+        const char* what;
+        std::function<void()> harm;
+        Loaded loaded;
+    };
+    const auto leave = [this](std::size_t bytes) {
+        m_files.capacity = bytes;
+        for (const auto& [path, content] : m_files.files)
+            *m_files.capacity += content.size();
+    };
+    const std::string large(1000, 'x');
+    const std::vector<Case> cases{
+        {"nothing", [] {}, Loaded::Read},
+        {"changed by others", [&] { m_files.files[kPath] = "others'"; }, Loaded::ReadChanged},
+        {"one of long ago put back", [&] { m_files.files[kPath] = "one"; }, Loaded::ReadChanged},
+        {"cut short before the file was replaced", [&] { m_files.files[kPath] = "two"; }, Loaded::Read},
+        {"damaged", [&] { m_files.files[kPath] = "garbage"; }, Loaded::Unreadable},
+        {"gone", [&] { m_files.files.erase(kPath); }, Loaded::Missing},
+        {"no checksum",
+         [&] {
+             m_files.files.erase(kChecksum);
+             m_files.files[kPath] = "others'";
+         },
+         Loaded::Read},
+        {"no room for the checksum",
+         [&] {
+             leave(10);
+             m_file.save("four");
+         },
+         Loaded::Read},
+        {"no room but for the checksum, however often it is tried",
+         [&] {
+             leave(100);
+             m_file.save(large);
+             m_file.saveAgain();
+         },
+         Loaded::Read},
+        {"the same, of a file that had no checksum",
+         [&] {
+             m_files.files = {{kPath, "old"}};
+             load();
+             leave(100);
+             m_file.save(large);
+         },
+         Loaded::Read},
+    };
+    for (const auto& each : cases) {
+        m_files.capacity.reset();
+        for (const auto* const content : {"one", "two", "three"})
+            m_file.save(content);
+        each.harm();
+        StoreFile next(m_files, kPath);
+        EXPECT_EQ(next.loaded(), Loaded::NotYet);
+        next.load([](std::string_view bytes) { return bytes != "garbage"; });
+        EXPECT_EQ(next.loaded(), each.loaded) << each.what;
+        m_files.files.clear();
+    }
 }
 
 TEST_F(StoreFileTest, FailuresAreSilent) {

@@ -39,7 +39,6 @@ struct Room {
 
 // A folder of platform/ that is named after a library is a room of its own.
 const std::map<std::string, Room>& rooms() {
-    static const Names kCore{"base", "model", "formats", "platform", "store", "output", "update", "view"};
     static const std::map<std::string, Room> all{
         {"base", {{}, {"icu", "rapidjson"}}},
         {"model", {{"base"}, {}}},
@@ -51,18 +50,21 @@ const std::map<std::string, Room>& rooms() {
         {"platform/posix", {{"base", "platform"}, {"posix"}}},
         {"platform/qrencode", {{"base", "platform"}, {"qrencode"}}},
         {"platform/qt", {{"base", "platform"}, {"qt"}}},
-        {"store", {{"base", "model", "formats", "platform"}, {}}},
+        {"edit", {{"base", "model"}, {}}},
+        {"store", {{"base", "model", "edit", "formats", "platform"}, {}}},
         {"output", {{"base", "model", "formats", "platform"}, {}}},
         {"update", {{"base", "platform"}, {}}},
-        {"view", {{"base", "model", "formats", "platform", "store", "output", "update"}, {}}},
-        {"ui", {{"base", "model", "formats", "platform", "store", "output", "update", "view"}, {"qt"}}},
+        {"view", {{"base", "model", "edit", "formats", "platform", "store", "output", "update"}, {}}},
+        {"ui",
+         {{"base", "model", "edit", "formats", "platform", "store", "output", "update", "view"}, {"qt"}}},
         {"app",
-         {{"base", "model", "formats", "platform", "platform/cairo", "platform/curl", "platform/libpng",
-           "platform/posix", "platform/qrencode", "platform/qt", "store", "output", "update", "view", "ui"},
+         {{"base", "model", "edit", "formats", "platform", "platform/cairo", "platform/curl",
+           "platform/libpng", "platform/posix", "platform/qrencode", "platform/qt", "store", "output",
+           "update", "view", "ui"},
           {"qt"}}},
         {"cli",
-         {{"base", "model", "formats", "platform", "platform/cairo", "platform/libpng", "platform/posix",
-           "platform/qrencode", "store", "output"},
+         {{"base", "model", "edit", "formats", "platform", "platform/cairo", "platform/libpng",
+           "platform/posix", "platform/qrencode", "store", "output"},
           {}}},
     };
     return all;

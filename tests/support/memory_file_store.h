@@ -85,6 +85,21 @@ public:
         return result;
     }
 
+    FileResult replaceUnsynced(const std::filesystem::path& path, std::string_view bytes) const override {
+        if (failsToReplace || freeSpace(path).value_or(kNoLimit) < bytes.size())
+            return FileFailure{FileFailure::Reason::NoSpace};
+        files[path] = bytes;
+        return {};
+    }
+
+    [[nodiscard]] std::optional<std::string> readBeginning(const std::filesystem::path& path,
+                                                           std::size_t mostBytes) const override {
+        const auto found = files.find(path);
+        if (found == files.end() || unreadable.contains(path))
+            return std::nullopt;
+        return found->second.substr(0, mostBytes);
+    }
+
     FileResult createFolders(const std::filesystem::path& folder, Access) const override {
         createdFolders.push_back(folder);
         return failsToCreateFolders ? FileResult(FileFailure{FileFailure::Reason::NotPermitted})

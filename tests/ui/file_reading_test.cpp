@@ -56,6 +56,13 @@ public:
     FileResult replace(const std::filesystem::path&, const Write&, Access) const override {
         return FileFailure{};
     }
+    FileResult replaceUnsynced(const std::filesystem::path&, std::string_view) const override {
+        return FileFailure{};
+    }
+    [[nodiscard]] std::optional<std::string> readBeginning(const std::filesystem::path&,
+                                                           std::size_t) const override {
+        return std::nullopt;
+    }
     FileResult createFolders(const std::filesystem::path&, Access) const override { return FileFailure{}; }
     FileResult setAside(const std::filesystem::path&, const std::filesystem::path&) const override {
         return FileFailure{};
@@ -93,7 +100,9 @@ protected:
                 CairoPdfCanvas::make,
                 m_updates,
                 m_clock.clock(),
+                m_document,
                 &m_stores,
+                m_notices,
                 "",
                 ""};
     }

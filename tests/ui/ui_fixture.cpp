@@ -168,7 +168,9 @@ UiTest::UiTest()
                  CairoPdfCanvas::make,
                  m_updates,
                  m_clock.clock(),
+                 m_document,
                  &m_stores,
+                 m_notices,
                  "vantor.example",
                  "https://vantor.example/handleiding"} {}
 
@@ -198,9 +200,7 @@ ui::PrepMainView& UiTest::openMainWithSets(unsigned sets) {
         set.brand = "Marvis";
         all.sets.push_back(std::move(set));
     }
-    const auto shootId = all.id;
-    manager().insertShoot(std::move(all));
-    manager().setActiveShootId(shootId);
+    manager().addShoot(std::move(all));
     settle();
     return *m_main;
 }
@@ -246,8 +246,7 @@ void UiTest::returnToMain() {
 Uuid UiTest::addShoot(const std::string& name, const std::string& client) {
     auto added = Shoot::make(name, "", client, m_clock.now());
     const auto shootId = added.id;
-    manager().insertShoot(std::move(added));
-    manager().setActiveShootId(shootId);
+    manager().addShoot(std::move(added));
     settle();
     return shootId;
 }

@@ -157,6 +157,8 @@ protected:
     ManualTimer m_savingTimer;
     StoreFolder m_stores{m_files, "/data/Vantor", m_clock.clock(), [](const auto& work) { work(); },
                          m_savingTimer};
+    Document m_document{&m_stores.shoots(), &m_stores.catalog(), m_clock.clock(), &m_stores.points()};
+    Notices m_notices{[] { return std::chrono::milliseconds(0); }};
     QrencodeEncoder m_encoder;
     LibpngWriter m_pngs;
     UpdateChecker m_updates;

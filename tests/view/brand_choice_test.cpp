@@ -1,4 +1,5 @@
 #include "view/brand_choice.h"
+#include "tests/support/lone_stores.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,7 +40,7 @@ protected:
         return names;
     }
 
-    ProductCatalog m_catalog;
+    testing::LoneCatalog m_catalog;
 };
 
 TEST_F(BrandChoiceTest, OrdersBrandsByNameWithoutAClient) {

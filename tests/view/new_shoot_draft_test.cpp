@@ -1,4 +1,5 @@
 #include "tests/support/examples.h"
+#include "tests/support/lone_stores.h"
 #include "view/new_shoot_draft.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +27,7 @@ TEST(NewShootDraft, NeedsAName) {
 }
 
 TEST(NewShootDraft, TakesANameOfSpaces) {
-    ShootManager manager;
+    testing::LoneShoots manager;
     const NewShootDraft draft{"  ", " Ibiza ", ""};
     EXPECT_TRUE(draft.canCreate());
     draft.create(manager, kMorning);
@@ -35,7 +36,7 @@ TEST(NewShootDraft, TakesANameOfSpaces) {
 }
 
 TEST(NewShootDraft, PutsTheShootInFrontAndMakesItActive) {
-    ShootManager manager;
+    testing::LoneShoots manager;
     NewShootDraft{"first", "", ""}.create(manager, kMorning);
     NewShootDraft{"second", "", "Marvis"}.create(manager, kMorning);
     ASSERT_EQ(manager.shoots().size(), 2U);
@@ -45,7 +46,7 @@ TEST(NewShootDraft, PutsTheShootInFrontAndMakesItActive) {
 }
 
 TEST(NewShootDraft, MakesAnEmptyShootOfNow) {
-    ShootManager manager;
+    testing::LoneShoots manager;
     NewShootDraft{"a", "", ""}.create(manager, kMorning);
     const auto& shoot = manager.shoots()[0];
     EXPECT_EQ(shoot.date.secondsSinceReference, kMorning.secondsSinceReference);
@@ -60,24 +61,24 @@ TEST(ClientsOf, NamesEachOnceInPlainOrder) {
 }
 
 TEST(KnownClients, JoinsThoseOfTheCatalogueAndOfShoots) {
-    ProductCatalog catalog;
+    testing::LoneCatalog catalog;
     catalog.setClients({"nike", "Marvis"});
     EXPECT_THAT(knownClients(catalog, shootsOf({"Adidas", "Marvis", "Zeeman"})),
                 ElementsAre("Adidas", "Marvis", "Zeeman", "nike"));
 }
 
 TEST(KnownClients, KeepsSpellingsThatDifferInCaseApart) {
-    ProductCatalog catalog;
+    testing::LoneCatalog catalog;
     catalog.setClients({"anna"});
     EXPECT_THAT(knownClients(catalog, shootsOf({"Anna"})), ElementsAre("Anna", "anna"));
 }
 
 TEST(AllClients, ListsAClientThatOnlyAShootNames) {
-    EXPECT_THAT(allClients(ProductCatalog(), {"Nike"}), ElementsAre("Nike"));
+    EXPECT_THAT(allClients(testing::LoneCatalog(), {"Nike"}), ElementsAre("Nike"));
 }
 
 TEST(AllClients, SortsIgnoringCaseAndKeepsBothSpellings) {
-    ProductCatalog catalog;
+    testing::LoneCatalog catalog;
     catalog.setClients({"zeeman", "anna", "Élan"});
     EXPECT_THAT(allClients(catalog, {"Anna", "Bo", "anna"}),
                 ::testing::AnyOf(ElementsAre("anna", "Anna", "Bo", "Élan", "zeeman"),

@@ -1,5 +1,6 @@
 #include "tests/support/differences.h"
 #include "tests/support/examples.h"
+#include "tests/support/lone_stores.h"
 #include "view/set_draft.h"
 
 #include <gmock/gmock.h>
@@ -69,7 +70,7 @@ protected:
     }
     [[nodiscard]] const SetList& sets() const { return m_manager.activeShoot()->sets; }
 
-    ShootManager m_manager;
+    testing::LoneShoots m_manager;
     Uuid m_shoot;
 };
 

@@ -170,7 +170,10 @@ bool syncToDisk(const Descriptor& file) {
     return uninterrupted([&] { return ::fsync(file.number()); }) == 0;
 }
 
-FileResult writeTemporary(const fs::path& path, std::optional<mode_t> mode, const FileStore::Write& write) {
+enum class Syncing { Synced, Unsynced };
+
+FileResult writeTemporary(const fs::path& path, std::optional<mode_t> mode, const FileStore::Write& write,
+                          Syncing syncing) {
     // Nobody may read here what the old file did not let him read.
     auto descriptor = openFile(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(0666) & 0666);
     if (!descriptor.isOpen())
@@ -181,10 +184,32 @@ FileResult writeTemporary(const fs::path& path, std::optional<mode_t> mode, cons
     struct stat status {};
     // Closing may still change when the file was changed.
     if ((mode && uninterrupted([&] { return ::fchmod(descriptor.number(), *mode); }) != 0) ||
-        !syncToDisk(descriptor) || !descriptor.close() ||
+        (syncing == Syncing::Synced && !syncToDisk(descriptor)) || !descriptor.close() ||
         uninterrupted([&] { return ::lstat(path.c_str(), &status); }) != 0)
         return lastFailure();
     return identityOf(status);
+}
+
+FileResult replaceWhole(const fs::path& path, const FileStore::Write& write, std::optional<mode_t> wantedMode,
+                        Syncing syncing) {
+    const auto target = resolved(path);
+    if (!target)
+        return lastFailure();
+    if (!target->has_filename())
+        return FileFailure{FileFailure::Reason::NotAFile};
+    const auto old = examine(*target);
+    if (old.failure)
+        return *old.failure;
+    const auto folder = folderOf(*target);
+    const auto temporary = folder / (std::string(PosixFileStore::kTemporaryPrefix) + Uuid::random().text());
+    auto result = writeTemporary(temporary, wantedMode ? wantedMode : old.mode, write, syncing);
+    if (result && uninterrupted([&] { return ::rename(temporary.c_str(), target->c_str()); }) != 0)
+        result = lastFailure();
+    if (!result)
+        uninterrupted([&] { return ::unlink(temporary.c_str()); });
+    else if (const auto failure = syncing == Syncing::Synced ? syncFolder(folder) : std::nullopt)
+        result.failure = {FileFailure::Reason::NotDurable, failure->systemError};
+    return result;
 }
 
 } // namespace
@@ -229,24 +254,33 @@ FileResult PosixFileStore::identify(const fs::path& path) const {
 }
 
 FileResult PosixFileStore::replace(const fs::path& path, const Write& write, Access access) const {
-    const auto target = resolved(path);
-    if (!target)
-        return lastFailure();
-    if (!target->has_filename())
-        return FileFailure{FileFailure::Reason::NotAFile};
-    const auto old = examine(*target);
-    if (old.failure)
-        return *old.failure;
-    const auto folder = folderOf(*target);
-    const auto temporary = folder / (std::string(kTemporaryPrefix) + Uuid::random().text());
-    auto result = writeTemporary(temporary, access == Access::OwnerOnly ? kOwnersFile : old.mode, write);
-    if (result && uninterrupted([&] { return ::rename(temporary.c_str(), target->c_str()); }) != 0)
-        result = lastFailure();
-    if (!result)
-        uninterrupted([&] { return ::unlink(temporary.c_str()); });
-    else if (const auto failure = syncFolder(folder))
-        result.failure = {FileFailure::Reason::NotDurable, failure->systemError};
-    return result;
+    return replaceWhole(path, write, access == Access::OwnerOnly ? std::optional(kOwnersFile) : std::nullopt,
+                        Syncing::Synced);
+}
+
+FileResult PosixFileStore::replaceUnsynced(const fs::path& path, std::string_view bytes) const {
+    return replaceWhole(
+        path, [&](ByteSink& sink) { return sink.write(bytes); }, kOwnersFile, Syncing::Unsynced);
+}
+
+std::optional<std::string> PosixFileStore::readBeginning(const fs::path& path, std::size_t mostBytes) const {
+    const auto descriptor = openFile(path, O_RDONLY | O_NONBLOCK);
+    struct stat status {};
+    if (!descriptor.isOpen() || !readStatus(descriptor, status) || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    std::string bytes(mostBytes, '\0');
+    std::size_t length = 0;
+    while (length < mostBytes) {
+        const auto count = uninterrupted(
+            [&] { return ::read(descriptor.number(), bytes.data() + length, mostBytes - length); });
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        length += static_cast<std::size_t>(count);
+    }
+    bytes.resize(length);
+    return bytes;
 }
 
 FileResult PosixFileStore::createFolders(const fs::path& folder, Access access) const {

@@ -19,6 +19,9 @@ public:
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override;
     [[nodiscard]] FileResult identify(const std::filesystem::path& path) const override;
     FileResult replace(const std::filesystem::path& path, const Write& write, Access access) const override;
+    FileResult replaceUnsynced(const std::filesystem::path& path, std::string_view bytes) const override;
+    [[nodiscard]] std::optional<std::string> readBeginning(const std::filesystem::path& path,
+                                                           std::size_t mostBytes) const override;
     FileResult createFolders(const std::filesystem::path& folder, Access access) const override;
     FileResult setAside(const std::filesystem::path& from, const std::filesystem::path& to) const override;
     [[nodiscard]] std::optional<std::uint64_t> freeSpace(const std::filesystem::path& folder) const override;

@@ -1,0 +1,159 @@
+#include "ui/frame/notice_strip.h"
+
+#include "ui/text.h"
+#include "ui/theme.h"
+#include "ui/widgets.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <algorithm>
+
+namespace vantor::ui {
+namespace {
+
+// A notification whose name is what it says.
+class AccessibleStrip final : public QAccessibleWidget {
+public:
+    explicit AccessibleStrip(NoticeStrip* strip) : QAccessibleWidget(strip, QAccessible::Notification) {}
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? static_cast<const NoticeStrip*>(widget())->text() : QString();
+    }
+};
+
+QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
+    auto* const strip = dynamic_cast<NoticeStrip*>(object);
+    return strip != nullptr ? new AccessibleStrip(strip) : nullptr;
+}
+
+void tellToAssistiveTechnology(NoticeStrip& strip) {
+    QAccessibleEvent name(&strip, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&name);
+    QAccessibleEvent alert(&strip, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+} // namespace
+
+NoticeStrip::NoticeStrip(QWidget* over, Notices& notices)
+    : QWidget(over->window()),
+      m_over(*over),
+      m_notices(notices) {
+    static const bool kInstalled = (QAccessible::installFactory(makeAccessible), true);
+    static_cast<void>(kInstalled);
+    setObjectName(QStringLiteral("noticeStrip"));
+    m_text = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary, this), "noticeText");
+    m_dismiss = new SymbolButton(QStringLiteral("clear"), shown("Sluit melding"), this);
+    m_dismiss->setObjectName(QStringLiteral("dismissNotice"));
+    m_dismiss->setFocusPolicy(Qt::TabFocus);
+    QObject::connect(static_cast<QToolButton*>(m_dismiss), &QToolButton::clicked, this,
+                     [this] { m_notices.dismiss(); });
+    m_row = new QHBoxLayout(this);
+    m_row->setContentsMargins(theme::kMargin, theme::kStep, theme::kStep, theme::kStep);
+    m_row->setSpacing(theme::kStep);
+    m_row->addWidget(m_text, 1);
+    m_row->addWidget(m_dismiss);
+    m_end.setSingleShot(true);
+    QObject::connect(&m_end, &QTimer::timeout, this, [this] { m_notices.expire(); });
+    m_over.installEventFilter(this);
+    window()->installEventFilter(this);
+    m_listening = notices.didChange().connect([this] { render(); });
+    hide();
+    render();
+}
+
+bool NoticeStrip::isCovered() const {
+    const auto strips = window()->findChildren<NoticeStrip*>();
+    return std::ranges::any_of(strips, [this](const NoticeStrip* strip) {
+        return strip != this && strip->window() != window() && strip->window()->isVisible();
+    });
+}
+
+void NoticeStrip::render() {
+    const auto* const notice = m_notices.current();
+    waitForItsEnd();
+    if (notice == nullptr || isCovered()) {
+        hide();
+        m_shownText.clear();
+        return;
+    }
+    m_kind = notice->kind;
+    const auto text = shownData(notice->text);
+    const bool isNew = text != m_shownText || isHidden();
+    m_shownText = text;
+    m_text->setText(text);
+    renderActions(*notice);
+    place();
+    show();
+    raise();
+    update();
+    if (isNew)
+        tellToAssistiveTechnology(*this);
+}
+
+void NoticeStrip::renderActions(const Notice& notice) {
+    for (auto* const button : m_actions)
+        button->deleteLater();
+    m_actions.clear();
+    for (const auto& action : notice.actions) {
+        auto* const button = named(new QPushButton(dataInMenu(action.text)), "noticeAction", shownData(action.text));
+        button->setAutoDefault(false);
+        button->setFocusPolicy(Qt::TabFocus);
+        // What it does may take the notice away, and the action with it.
+        QObject::connect(button, &QPushButton::clicked, this, [run = action.run] { run(); });
+        m_row->insertWidget(m_row->count() - 1, button);
+        m_actions.push_back(button);
+    }
+}
+
+void NoticeStrip::waitForItsEnd() {
+    if (const auto left = m_notices.timeLeft())
+        m_end.start(*left);
+    else
+        m_end.stop();
+}
+
+void NoticeStrip::place() {
+    // What it lies over may not be shown now.
+    const QWidget& over = m_over.isVisible() ? m_over : *window();
+    const QSize size(over.width() - 2 * theme::kMargin, sizeHint().height());
+    const auto corner =
+        over.mapTo(window(), QPoint(theme::kMargin, over.height() - size.height() - theme::kStep));
+    setGeometry({corner, size});
+}
+
+bool NoticeStrip::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::Move:
+    case QEvent::Show:
+    case QEvent::Hide:
+        place();
+        break;
+    // A sheet over this window has opened or closed.
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+        QMetaObject::invokeMethod(
+            this, [this] { render(); }, Qt::QueuedConnection);
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void NoticeStrip::paintEvent(QPaintEvent*) {
+    const auto ground = theme::noticeGround(m_kind, palette());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(theme::hairline(palette()));
+    painter.setBrush(ground);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), theme::kCodePlateRadius,
+                            theme::kCodePlateRadius);
+}
+
+} // namespace vantor::ui

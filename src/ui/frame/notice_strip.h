@@ -1,0 +1,54 @@
+// NoticeStrip: the one line over the lower edge of a window's or sheet's contents that tells what happened.
+//
+// - Shows what the notices say while no window over its own has a strip itself. Lies over what is there, moves nothing
+//   and never takes the focus; its buttons are reached with Tab.
+// - To assistive technology it is a notification whose name is its text, told once when it comes.
+#pragma once
+
+#include "base/signal.h"
+#include "view/notices.h"
+
+#include <QTimer>
+#include <QWidget>
+#include <vector>
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace vantor::ui {
+
+class ElidedLabel;
+
+class NoticeStrip : public QWidget {
+public:
+    // Lies over the lower edge of `over`, which belongs to the window it is made for. The notices outlive it.
+    NoticeStrip(QWidget* over, Notices& notices);
+
+    [[nodiscard]] const QString& text() const { return m_shownText; }
+    [[nodiscard]] Notices& notices() const { return m_notices; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void render();
+    void renderActions(const Notice& notice);
+    void place();
+    void waitForItsEnd();
+    [[nodiscard]] bool isCovered() const;
+
+    QWidget& m_over;
+    Notices& m_notices;
+    QTimer m_end;
+    Notice::Kind m_kind = Notice::Kind::Plain;
+    QString m_shownText;
+    ElidedLabel* m_text;
+    QHBoxLayout* m_row;
+    std::vector<QPushButton*> m_actions;
+    QWidget* m_dismiss;
+    Subscription m_listening;
+};
+
+} // namespace vantor::ui

@@ -1,0 +1,44 @@
+#include "ui/main/scanner_line.h"
+
+#include "base/text.h"
+#include "ui/commands/commands.h"
+#include "ui/scanner_field.h"
+#include "ui/text.h"
+#include "ui/theme.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <utility>
+
+namespace vantor::ui {
+
+ScannerLine::ScannerLine(std::function<void(const std::string& text)> onScan) : m_onScan(std::move(onScan)) {
+    m_field = named(new ScannerField([this] { submit(); }), "scannerField", shown("Scan QR of typ setdata..."));
+    m_field->setPlaceholderText(shown("Scan QR of typ setdata..."));
+    Commands::tellShortcut(*m_field, m_field->placeholderText(), CommandId::ScannerField);
+    m_activate = named(new QPushButton(shown("Activeer")), "activateScanButton", shown("Activeer"));
+    m_activate->setEnabled(false);
+    QObject::connect(m_field, &QLineEdit::textChanged, m_activate,
+                     [this](const QString& text) { m_activate->setEnabled(!text.isEmpty()); });
+    QObject::connect(m_activate, &QPushButton::clicked, this, [this] {
+        submit();
+        m_field->setFocus();
+    });
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep + theme::kHalfStep);
+    row->setSpacing(theme::kStep);
+    row->addWidget(new SymbolLabel(QStringLiteral("barcode"), theme::kSymbolSize));
+    row->addWidget(m_field, 1);
+    row->addWidget(m_activate);
+}
+
+void ScannerLine::submit() {
+    const auto input = typed(m_field->text());
+    const std::string text(trimmedOfLineBreaks(input));
+    if (text.empty())
+        return;
+    m_onScan(text);
+    m_field->clear();
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,126 @@
+#include "ui/main/shoot_bar.h"
+
+#include "ui/flow_layout.h"
+#include "ui/symbol.h"
+#include "ui/text.h"
+#include "ui/theme.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace vantor::ui {
+namespace {
+
+constexpr int kPickerWidth = 200;
+
+} // namespace
+
+ShootBar::ShootBar(ShootManager& manager, Commands& commands) : m_manager(manager) {
+    m_shootName = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "shootName");
+    m_client = named(new Tag(Tag::Kind::Client), "clientTag");
+    m_shootCount = named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "shootCount");
+    auto* const nameLine = new QHBoxLayout;
+    nameLine->setSpacing(theme::kStep);
+    nameLine->addWidget(m_shootName);
+    nameLine->addWidget(m_client);
+    nameLine->addStretch();
+    auto* const left = new QVBoxLayout;
+    left->setSpacing(2);
+    left->addStretch();
+    left->addLayout(nameLine);
+    left->addWidget(m_shootCount);
+    left->addStretch();
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep);
+    row->setSpacing(theme::kMargin);
+    row->addLayout(left, 2);
+    row->addWidget(makeCommands(commands), 5);
+}
+
+QWidget* ShootBar::makePicker() {
+    m_picker = named(new ComboBox, "shootPicker", shown("Shoot"));
+    m_picker->setMinimumWidth(kPickerWidth);
+    m_picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    QObject::connect(m_picker, &QComboBox::activated, this, [this](int index) {
+        const auto& shoots = m_manager.shoots();
+        if (index >= 0 && static_cast<std::size_t>(index) < shoots.size())
+            m_manager.setActiveShootId(shoots[static_cast<std::size_t>(index)].id);
+    });
+    auto* const label = new TextLabel(shown("Shoot"), theme::bodyFont(), TextColor::Primary);
+    label->setBuddy(m_picker);
+    m_pickerBox = new QWidget;
+    QSizePolicy keepsItsPlace = m_pickerBox->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    m_pickerBox->setSizePolicy(keepsItsPlace);
+    auto* const row = new QHBoxLayout(m_pickerBox);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(label);
+    row->addWidget(m_picker);
+    return m_pickerBox;
+}
+
+QWidget* ShootBar::makeCommands(Commands& commands) {
+    using enum CommandId;
+    auto* const all = new QWidget;
+    auto* const flow = new FlowLayout(theme::kStep);
+    all->setLayout(flow);
+    flow->addWidget(makePicker());
+    const auto add = [&](CommandId id, const char* objectName) {
+        flow->addWidget(commands.makeButton(id, objectName));
+    };
+    add(Clients, "clientsButton");
+    add(OnlineManual, "manualButton");
+    add(ImportCsv, "importButton");
+    add(ExportCsv, "exportCsvButton");
+    add(ExportJson, "exportJsonButton");
+    add(Generator, "generatorButton");
+    add(BulkExport, "bulkExportButton");
+    add(Catalog, "catalogButton");
+    m_newShoot = named(new ProminentButton(shown("Nieuwe Shoot")), "newShootButton", shown("Nieuwe Shoot"));
+    m_newShoot->setIcon(symbolIcon(QStringLiteral("plus")));
+    commands.attach(*m_newShoot, NewShoot);
+    flow->addWidget(m_newShoot);
+    m_deleteShoot = named(
+        new SymbolButton(QStringLiteral("trash"), shown("Shoot verwijderen (inclusief alle sets erin)")),
+        "deleteShootButton");
+    commands.attach(*m_deleteShoot, DeleteShoot);
+    flow->addWidget(m_deleteShoot);
+    return all;
+}
+
+void ShootBar::render() {
+    const auto* const shoot = m_manager.activeShoot();
+    m_shootName->setText(shoot != nullptr ? shownData(shoot->name) : shown("Geen shoot geselecteerd"));
+    m_client->setVisible(shoot != nullptr && !shoot->client.empty());
+    m_shootCount->setVisible(shoot != nullptr);
+    if (shoot != nullptr) {
+        m_client->setText(shownData(shoot->client));
+        m_shootCount->setText(shown("%1 sets").arg(shoot->sets.size()));
+    }
+    m_deleteShoot->setVisible(shoot != nullptr);
+    renderPicker();
+}
+
+void ShootBar::renderPicker() {
+    const auto& shoots = m_manager.shoots();
+    const QSignalBlocker quiet(m_picker);
+    while (m_picker->count() > static_cast<int>(shoots.size()))
+        m_picker->removeItem(m_picker->count() - 1);
+    int current = -1;
+    for (std::size_t i = 0; i < shoots.size(); ++i) {
+        const auto index = static_cast<int>(i);
+        const auto name = shownData(shoots[i].name);
+        if (index == m_picker->count())
+            m_picker->addItem(name);
+        else if (m_picker->itemText(index) != name)
+            m_picker->setItemText(index, name);
+        if (shoots[i].id == m_manager.activeShootId())
+            current = index;
+    }
+    m_picker->setCurrentIndex(current);
+    tellInFull(m_picker, m_picker->currentText());
+    m_pickerBox->setVisible(shoots.size() >= 2);
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,36 @@
+#include "ui/main/shoot_line.h"
+
+#include "ui/text.h"
+#include "ui/theme.h"
+#include "view/shown_set.h"
+
+#include <QHBoxLayout>
+
+namespace vantor::ui {
+
+ShootLine::ShootLine(Commands& commands) {
+    auto* const divider = new Divider(Qt::Vertical);
+    divider->setFixedHeight(16);
+    m_marker = new ActiveMarker;
+    m_text = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "activeText");
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kHalfStep);
+    row->setSpacing(theme::kStep);
+    row->addWidget(commands.makeButton(CommandId::NewSet, "newSetButton"));
+    row->addWidget(divider);
+    row->addWidget(commands.makeButton(CommandId::Open, "openButton"));
+    row->addWidget(commands.makeButton(CommandId::Save, "saveButton"));
+    row->addStretch();
+    row->addWidget(m_marker);
+    row->addWidget(m_text);
+}
+
+void ShootLine::render(const SetData* active) {
+    m_marker->setVisible(active != nullptr);
+    m_marker->setActive(active != nullptr);
+    m_text->setVisible(active != nullptr);
+    if (active != nullptr)
+        m_text->setText(shown("Actief: %1").arg(qstring(shownHeadline(*active))));
+}
+
+} // namespace vantor::ui

@@ -1,0 +1,339 @@
+#include "model/product_json.h"
+#include "model/shoot_json.h"
+#include "store/document.h"
+#include "store/product_catalog.h"
+#include "store/shoot_manager.h"
+#include "tests/store/store_fixture.h"
+#include "tests/support/generators.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <map>
+
+#include "edit/restore_edits.h"
+#include "edit/shoot_edits.h"
+
+namespace vantor {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using testing::kMorning;
+
+// A document on files in memory, driven through both stores.
+class Driven {
+public:
+    Driven() { document.perform(addShoot(Shoot::make("Texel", "", "Nike", kMorning))); }
+
+    // One act of a person; what it is about is picked by numbers.
+    void act(unsigned kind, unsigned which, const std::string& text) {
+        switch (kind) {
+        case 0:
+            return shoots.addShoot(Shoot::make(text, "", text, kMorning));
+        case 1:
+            return shoots.deleteShoot(shootAt(which));
+        case 2:
+        case 3:
+            return shoots.addSet(shootAt(which), setOf(text));
+        case 4:
+            return shoots.deleteSet(setAt(which));
+        case 5:
+            return update(which, text);
+        case 6:
+            return void(shoots.importCSV("Set;Merk\n1;a\n2;" + text + "\n3;c", shootAt(which)));
+        case 7:
+            return void(shoots.importShoot(*shootCopy(which)));
+        case 8:
+            return catalog.addProduct(text, {text}, "Nike");
+        case 9:
+            return void(catalog.importCSV("zebra;rood\n" + text + ";blauw\nappel", text));
+        case 10:
+            return catalog.updateProduct(productAt(which), text, {}, "Élan");
+        case 11:
+            return catalog.deleteProduct(productAt(which));
+        case 12:
+            return catalog.addClient(text);
+        case 13:
+            return catalog.addBrand(text);
+        case 14:
+            return catalog.deleteClient(catalog.clients().empty() ? "" : catalog.clients().front());
+        case 15:
+            return restore(which);
+        case 16:
+            return void(kept.push_back(document.library()));
+        default:
+            return scan(which);
+        }
+    }
+
+    // A card of a set that is there, or of none.
+    void scan(unsigned which) {
+        const auto text = which % 3 == 0 ? "SET:" + std::to_string(which) + "\nBRAND:Nieuw" : cardAt(which);
+        const auto scanned = shoots.handleScanInput(text);
+        if (scanned && shoots.activeShoot() != nullptr)
+            logs[*shoots.activeShootId()].push_back({scanned->id, kMorning});
+    }
+
+    static std::pair<std::string, std::string> nothing() {
+        return {"[]", R"({"products":[],"clients":[],"brands":[]})"};
+    }
+
+    // Both stores, without the log.
+    [[nodiscard]] std::pair<std::string, std::string> stored() const {
+        auto all = document.library().shoots;
+        for (auto& shoot : all)
+            shoot.activationLog.clear();
+        JsonWriter out(JsonWriter::Layout::Compact);
+        writeShoots(out, all, DateForm::SecondsSinceReference);
+        JsonWriter names(JsonWriter::Layout::Compact);
+        writeCatalog(names, document.library().catalog);
+        return {std::string(out.written()), std::string(names.written())};
+    }
+
+    [[nodiscard]] bool everyEntryIsThere() const {
+        return std::ranges::all_of(document.library().shoots, [&](const Shoot& shoot) {
+            const auto logged = logs.find(shoot.id);
+            return shoot.activationLog ==
+                   (logged != logs.end() ? logged->second : std::vector<SetActivation>());
+        });
+    }
+
+    testing::MemoryFileStore files;
+    testing::StandingClock clock{kMorning};
+    StoreFile shootsFile{files, "/shoots.json", clock.clock()};
+    StoreFile catalogFile{files, "/catalog.json", clock.clock()};
+    Document document{&shootsFile, &catalogFile, clock.clock()};
+    ShootManager shoots{document};
+    ProductCatalog catalog{document};
+    std::map<Uuid, std::vector<SetActivation>> logs;
+    // Earlier versions.
+    std::vector<Library> kept;
+
+private:
+    // A shoot that is gone would come back with the log of the version, which is made to hold none.
+    void restore(unsigned which) {
+        if (kept.empty())
+            return;
+        auto version = kept[which % kept.size()];
+        std::erase_if(version.shoots, [&](const Shoot& shoot) { return shoots.shoot(shoot.id) == nullptr; });
+        for (auto& shoot : version.shoots)
+            shoot.activationLog.clear();
+        if (which % 2 == 0)
+            document.perform(restoreAll(document.library(), {version.shoots, version.catalog}, "toen"));
+        else if (!version.shoots.empty())
+            document.perform(restoreShoot(document.library(), version.shoots[which % version.shoots.size()]));
+    }
+
+    [[nodiscard]] Uuid shootAt(unsigned which) const {
+        const auto& all = shoots.shoots();
+        return all.empty() ? Uuid() : all[which % all.size()].id;
+    }
+    [[nodiscard]] const Shoot* shootCopy(unsigned which) const {
+        static const Shoot kEmpty;
+        const auto& all = shoots.shoots();
+        return all.empty() ? &kEmpty : &all[which % all.size()];
+    }
+    [[nodiscard]] const SetData* setPlaced(unsigned which) const {
+        const auto& sets = shootCopy(which)->sets;
+        return sets.empty() ? nullptr : &sets[which / 7 % sets.size()];
+    }
+    [[nodiscard]] Uuid setAt(unsigned which) const {
+        const auto* const set = setPlaced(which);
+        return set != nullptr ? set->id : Uuid();
+    }
+    [[nodiscard]] std::string cardAt(unsigned which) const {
+        const auto* const set = setPlaced(which);
+        return set != nullptr ? set->toQRText() : "SET:9";
+    }
+    [[nodiscard]] Uuid productAt(unsigned which) const {
+        const auto& all = catalog.products();
+        return all.empty() ? Uuid() : all[which % all.size()].id;
+    }
+    static SetData setOf(const std::string& number) {
+        auto set = SetData::make(kMorning);
+        set.setNumber = number;
+        return set;
+    }
+    void update(unsigned which, const std::string& text) {
+        if (const auto* const set = setPlaced(which)) {
+            auto updated = *set;
+            updated.brand = text;
+            shoots.updateSet(set->id, updated);
+        }
+    }
+};
+
+using Acts = std::vector<std::tuple<unsigned, unsigned, std::string>>;
+
+rc::Gen<Acts> acts() {
+    const auto name = rc::gen::element<std::string>("a", "B", "Élan", "zee", "nike", "", " ");
+    return rc::gen::container<Acts>(
+        rc::gen::tuple(rc::gen::inRange(0U, 20U), rc::gen::inRange(0U, 100U), name));
+}
+
+RC_GTEST_PROP(DocumentProperty, UndoneToTheStartAndRedoneToTheEndEverythingIsAsItWas, ()) {
+    Driven driven;
+    const auto start = driven.stored();
+    const auto all = *acts();
+    for (const auto& [kind, which, text] : all)
+        driven.act(kind, which, text);
+    const auto end = driven.stored();
+    const auto onDisk = driven.files.files;
+    while (driven.document.canUndo())
+        driven.document.undo();
+    RC_ASSERT(driven.stored() == Driven::nothing());
+    // The first step made the shoot that everything began with.
+    driven.document.redo();
+    RC_ASSERT(driven.stored() == start);
+    RC_ASSERT(driven.everyEntryIsThere());
+    while (driven.document.canRedo())
+        driven.document.redo();
+    RC_ASSERT(driven.stored() == end);
+    RC_ASSERT(driven.everyEntryIsThere());
+    RC_ASSERT(driven.files.files.at("/shoots.json") == onDisk.at("/shoots.json"));
+}
+
+RC_GTEST_PROP(DocumentProperty, NoLogEntryIsLostWhateverIsUndoneBetweenScans, ()) {
+    Driven driven;
+    for (const auto& [kind, which, text] : *acts()) {
+        driven.act(kind, which, text);
+        if (which % 4 == 0)
+            driven.document.undo();
+        if (which % 9 == 0)
+            driven.document.redo();
+        RC_ASSERT(driven.everyEntryIsThere());
+    }
+}
+
+RC_GTEST_PROP(DocumentProperty, VersionThatIsPutBackIsAsItWas, ()) {
+    Driven driven;
+    const auto all = *acts();
+    for (const auto& [kind, which, text] : all)
+        driven.act(kind, which, text);
+    const auto version = driven.document.library();
+    const auto then = driven.stored();
+    const auto later = *acts();
+    for (const auto& [kind, which, text] : later)
+        driven.act(kind, which, text);
+    const auto now = driven.stored();
+    auto change = restoreAll(driven.document.library(), {version.shoots, version.catalog}, "toen");
+    driven.document.perform(std::move(change));
+    RC_ASSERT(driven.stored() == then);
+    if (now != then)
+        driven.document.undo();
+    RC_ASSERT(driven.stored() == now);
+}
+
+class DocumentTest : public ::testing::Test, protected Driven {
+protected:
+    Uuid newSet(const std::string& number) {
+        auto set = SetData::make(kMorning);
+        set.setNumber = number;
+        shoots.addSet(*shoots.activeShootId(), set);
+        return set.id;
+    }
+    [[nodiscard]] std::vector<std::string> numbers() const {
+        std::vector<std::string> all;
+        for (const auto& set : shoots.activeShoot()->sets)
+            all.push_back(set.setNumber);
+        return all;
+    }
+    template <typename Act>
+    std::size_t savesOf(Act act) {
+        const auto before = files.replacements.size();
+        act();
+        return files.replacements.size() - before;
+    }
+};
+
+TEST_F(DocumentTest, StepsAreNamedAfterWhatTheyDid) {
+    const auto set = newSet("12");
+    EXPECT_EQ(document.undoName(), "Set 12 toegevoegd");
+    shoots.deleteSet(set);
+    EXPECT_EQ(document.undoName(), "Set 12 verwijderd");
+    document.undo();
+    EXPECT_EQ(document.undoName(), "Set 12 toegevoegd");
+    EXPECT_EQ(document.redoName(), "Set 12 verwijderd");
+}
+
+TEST_F(DocumentTest, WhatChangesNothingIsNoStepButSavesAllTheSame) {
+    const auto name = document.undoName();
+    EXPECT_EQ(savesOf([&] { shoots.deleteSet(Uuid::random()); }), 1U);
+    EXPECT_EQ(savesOf([&] { catalog.deleteClient("niemand"); }), 1U);
+    EXPECT_EQ(document.undoName(), name);
+}
+
+TEST_F(DocumentTest, EachChangeSavesTheStoresItTouchesOnceAlsoWhenItIsTakenBack) {
+    EXPECT_EQ(savesOf([&] { shoots.importCSV("Set\n1;\n2", *shoots.activeShootId()); }), 1U);
+    EXPECT_EQ(savesOf([&] { shoots.handleScanInput("SET:99"); }), 1U) << "an unknown card";
+    EXPECT_EQ(savesOf([&] { document.undo(); }), 1U);
+    EXPECT_EQ(savesOf([&] { document.redo(); }), 1U);
+}
+
+TEST_F(DocumentTest, ActivatingIsNoStepAndLeavesWhatWasUndone) {
+    const auto set = newSet("1");
+    newSet("2");
+    document.undo();
+    shoots.activateSet(set);
+    EXPECT_TRUE(document.canRedo());
+    document.undo();
+    EXPECT_FALSE(shoots.activeSet()) << "the set is gone again";
+    EXPECT_EQ(shoots.activeShoot()->activationLog.size(), 1U) << "what was logged stays";
+}
+
+TEST_F(DocumentTest, WhatWasActiveIsActiveAgainUnlessSomethingElseIsSince) {
+    const auto texel = *shoots.activeShootId();
+    const auto one = newSet("1");
+    shoots.addShoot(Shoot::make("Najaar", "", "", kMorning));
+    shoots.setActiveShootId(texel);
+    shoots.activateSet(one);
+    shoots.deleteShoot(texel);
+    document.undo();
+    EXPECT_EQ(shoots.activeShootId(), texel);
+    EXPECT_EQ(shoots.activeSetId(), one);
+    const auto two = newSet("2");
+    shoots.activateSet(two);
+    document.undo();
+    document.redo();
+    EXPECT_THAT(numbers(), ElementsAre("2", "1"));
+    EXPECT_EQ(shoots.activeShootId(), texel);
+}
+
+TEST_F(DocumentTest, ScannedSetStaysActiveWhenAnOlderStepIsTakenBack) {
+    const auto one = newSet("1");
+    newSet("2");
+    shoots.activateSet(one);
+    document.undo();
+    EXPECT_EQ(shoots.activeSetId(), one);
+}
+
+TEST_F(DocumentTest, TellsWhatHasChangedOnceAllIsAsItSays) {
+    const auto set = newSet("1");
+    std::vector<Changed> told;
+    const auto listening = document.didChange().connect([&](const Changed& changed) {
+        told.push_back(changed);
+        EXPECT_EQ(shoots.activeSetId(), set);
+    });
+    shoots.activateSet(set);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0].aspects, ElementsAre(Aspect::ActiveSetId, Aspect::ActiveShootId, Aspect::Shoots));
+    EXPECT_THAT(told[0].shootsWithOtherSets, IsEmpty());
+    newSet("2");
+    EXPECT_THAT(told[1].shootsWithOtherSets, ElementsAre(*shoots.activeShootId()));
+    EXPECT_FALSE(told[1].shootList);
+}
+
+TEST_F(DocumentTest, OldestStepsGoFirst) {
+    for (std::size_t i = 0; i <= Document::kMostSteps; ++i)
+        newSet(std::to_string(i));
+    std::size_t steps = 0;
+    for (; document.canUndo(); ++steps)
+        document.undo();
+    EXPECT_EQ(steps, Document::kMostSteps);
+    EXPECT_EQ(numbers().size(), 1U);
+}
+
+} // namespace
+} // namespace vantor
