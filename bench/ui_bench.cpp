@@ -14,8 +14,8 @@
 #include "platform/qt/qt_key_value_store.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_url_opener.h"
-#include "ui/prep_main_view.h"
-#include "ui/shell.h"
+#include "ui/frame/shell.h"
+#include "ui/main/prep_main_view.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -12,7 +12,7 @@
 #include "app/hand_over_message.h"
 #include "base/timestamp.h"
 #include "platform/process_lock.h"
-#include "ui/handed_files.h"
+#include "ui/main/handed_files.h"
 
 #include <QLocalServer>
 #include <QString>

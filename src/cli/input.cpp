@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "base/text_lookup.h"
-#include "edit/shoot_edits.h"
 #include "formats/list_limit.h"
 #include "formats/set_csv.h"
 #include "formats/shoot_file.h"
@@ -11,6 +10,8 @@
 #include <array>
 #include <cstdio>
 #include <utility>
+
+#include "edit/shoot_edits.h"
 
 namespace vantor::cli {
 namespace {

@@ -107,8 +107,7 @@ std::optional<Change> addProduct(const Library& library, std::string_view name,
     const auto& products = library.catalog.products;
     auto all = allOf(products);
     all.emplace_back(Product::make(std::string(wanted), std::move(colors), std::move(brand)));
-    return productsChange(lookUp("%1 toegevoegd", {wanted}),
-                          sortedPatch(products, std::move(all)));
+    return productsChange(lookUp("%1 toegevoegd", {wanted}), sortedPatch(products, std::move(all)));
 }
 
 std::optional<Change> updateProduct(const Library& library, const Uuid& id, std::string_view name,
@@ -121,15 +120,14 @@ std::optional<Change> updateProduct(const Library& library, const Uuid& id, std:
     auto all = allOf(products);
     if (*found != updated)
         all[static_cast<std::size_t>(found - products.begin())] = std::move(updated);
-    return productsChange(lookUp("%1 gewijzigd", {found->name}),
-                          sortedPatch(products, std::move(all)));
+    return productsChange(lookUp("%1 gewijzigd", {found->name}), sortedPatch(products, std::move(all)));
 }
 
 Change deleteProduct(const Library& library, const Uuid& id) {
     const auto& products = library.catalog.products;
     auto patch = removal(products, [&](const Product& product) { return product.id == id; });
-    auto name = patch.isEmpty() ? std::string()
-                                : lookUp("%1 verwijderd", {products[patch.take.front()].name});
+    auto name =
+        patch.isEmpty() ? std::string() : lookUp("%1 verwijderd", {products[patch.take.front()].name});
     auto change = productsChange(std::move(name), std::move(patch));
     change.isTold = true;
     return change;

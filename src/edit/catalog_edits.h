@@ -4,12 +4,12 @@
 // read unsorted are sorted by the first change that sorts. Absent means that the act does nothing at all.
 #pragma once
 
-#include "edit/change.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "edit/change.h"
 
 namespace vantor {
 

@@ -7,12 +7,13 @@
 //   shoot that goes takes its log along, as it is by then, and brings it back.
 #pragma once
 
-#include "edit/list_patch.h"
 #include "model/library.h"
 
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "edit/list_patch.h"
 
 namespace vantor {
 

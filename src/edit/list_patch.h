@@ -105,7 +105,8 @@ template <typename List>
 ListPatch<typename List::value_type> apply(List& list, ListPatch<typename List::value_type> patch) {
     using T = typename List::value_type;
     using Put = typename ListPatch<T>::Put;
-    const bool movesNone = std::ranges::none_of(patch.put, [](const Put& put) { return put.from.has_value(); });
+    const bool movesNone =
+        std::ranges::none_of(patch.put, [](const Put& put) { return put.from.has_value(); });
     if (movesNone && std::ranges::equal(patch.take, patch.put, {}, {}, &Put::at)) {
         for (auto& put : patch.put)
             std::swap(list[put.at], put.element);

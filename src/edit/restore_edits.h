@@ -3,11 +3,11 @@
 // What the scanner logged is kept: a shoot that stays keeps every entry it has and gets those of the version besides.
 #pragma once
 
-#include "edit/change.h"
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "edit/change.h"
 
 namespace vantor {
 

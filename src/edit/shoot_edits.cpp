@@ -55,8 +55,7 @@ Change importShoot(Shoot read, Timestamp now) {
 
 Change deleteShoot(const Library& library, const Uuid& id) {
     const auto* const shoot = library.shoot(id);
-    auto change =
-        changeNamed(shoot != nullptr ? lookUp("%1 verwijderd", {nameOf(*shoot)}) : std::string());
+    auto change = changeNamed(shoot != nullptr ? lookUp("%1 verwijderd", {nameOf(*shoot)}) : std::string());
     change.shoots = removal(library.shoots, [&](const Shoot& each) { return each.id == id; });
     change.isTold = true;
     change.needsRestorePoint = true;
@@ -97,8 +96,7 @@ std::optional<Change> updateSet(const Library& library, const Uuid& id, SetData 
         const auto place = placeOf(library.shoots[i].sets, id);
         if (!place)
             continue;
-        auto change =
-            changeNamed(lookUp("%1 gewijzigd", {nameOf(library.shoots[i].sets[*place])}));
+        auto change = changeNamed(lookUp("%1 gewijzigd", {nameOf(library.shoots[i].sets[*place])}));
         if (library.shoots[i].sets[*place] != updated)
             change.inShoots.push_back({i, replacement(*place, std::move(updated))});
         return change;

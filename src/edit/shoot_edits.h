@@ -3,11 +3,11 @@
 // Index 0 of shoots and of sets is the newest. Absent means that the act does nothing at all.
 #pragma once
 
-#include "edit/change.h"
-
 #include <optional>
 #include <string_view>
 #include <vector>
+
+#include "edit/change.h"
 
 namespace vantor {
 

@@ -1,13 +1,14 @@
 #include "store/product_catalog.h"
 
 #include "base/text.h"
-#include "edit/catalog_edits.h"
 #include "formats/catalog_csv.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <unordered_set>
 #include <utility>
+
+#include "edit/catalog_edits.h"
 
 namespace vantor {
 namespace {

@@ -1,9 +1,10 @@
 #include "store/shoot_manager.h"
 
-#include "edit/shoot_edits.h"
 #include "formats/shoot_file.h"
 
 #include <utility>
+
+#include "edit/shoot_edits.h"
 
 namespace vantor {
 

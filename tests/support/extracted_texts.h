@@ -11,7 +11,7 @@
 
 namespace vantor::testing {
 
-// The texts of a template as xgettext writes it, each with the places it stands in: "src/ui/sheet.cpp:48 ...".
+// The texts of a template as xgettext writes it, each with the places it stands in: "src/ui/sheets/sheet.cpp:48 ...".
 inline std::map<std::string, std::string> textsOfTemplate(const std::string& pot) {
     std::map<std::string, std::string> texts;
     std::string text;

@@ -1,11 +1,12 @@
 // Stores that have a document of their own, for what needs only one of them.
 #pragma once
 
-#include "edit/restore_edits.h"
 #include "store/product_catalog.h"
 #include "store/shoot_manager.h"
 
 #include <utility>
+
+#include "edit/restore_edits.h"
 
 namespace vantor::testing {
 

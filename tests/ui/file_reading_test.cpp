@@ -5,11 +5,11 @@
 #include "platform/posix/posix_file_store.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/beside_window.h"
-#include "ui/catalog_import_sheet.h"
-#include "ui/import_sheet.h"
-#include "ui/large_text_edit.h"
-#include "ui/shell.h"
+#include "ui/frame/beside_window.h"
+#include "ui/frame/shell.h"
+#include "ui/sheets/catalog_import_sheet.h"
+#include "ui/sheets/import_sheet.h"
+#include "ui/widgets/large_text_edit.h"
 
 #include <sys/stat.h>
 

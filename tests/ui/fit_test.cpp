@@ -1,6 +1,6 @@
 #include "tests/ui/screens.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/widgets.h"
+#include "ui/widgets/widgets.h"
 
 #include <QLabel>
 #include <QLayout>

@@ -1,9 +1,9 @@
 #include "tests/support/read_file.h"
 #include "tests/ui/everything_seen.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/catalog_picker_menu.h"
-#include "ui/text.h"
-#include "ui/widgets.h"
+#include "ui/sheets/catalog_picker_menu.h"
+#include "ui/widgets/text.h"
+#include "ui/widgets/widgets.h"
 
 #include <QAccessible>
 #include <QGroupBox>

@@ -1,7 +1,7 @@
 #include "formats/shoot_file.h"
 #include "tests/support/event_loop.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
 
 #include <QDropEvent>
 #include <QLabel>

@@ -2,7 +2,7 @@
 #include "tests/output/code_readers.h"
 #include "tests/support/gray_picture.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
 
 #include <QGroupBox>
 #include <QImage>

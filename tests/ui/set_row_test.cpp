@@ -1,5 +1,5 @@
 #include "tests/ui/ui_fixture.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
 
 #include <QContextMenuEvent>
 #include <QLabel>

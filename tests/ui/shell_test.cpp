@@ -1,6 +1,6 @@
 #include "formats/shoot_file.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/shell.h"
+#include "ui/frame/shell.h"
 
 #include <QTimer>
 

@@ -4,7 +4,7 @@
 #include "tests/support/pseudo_translation.h"
 #include "tests/ui/everything_seen.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/catalog_picker_menu.h"
+#include "ui/sheets/catalog_picker_menu.h"
 
 #include <QMenu>
 #include <QThreadPool>

@@ -1,7 +1,7 @@
 #include "tests/ui/ui_fixture.h"
 
 #include "platform/cairo/cairo_pdf_canvas.h"
-#include "ui/beside_window.h"
+#include "ui/frame/beside_window.h"
 
 #include <QLabel>
 #include <QMouseEvent>

@@ -13,11 +13,11 @@
 #include "tests/support/recording_url_opener.h"
 #include "tests/support/scripted_http_client.h"
 #include "tests/support/standing_clock.h"
-#include "ui/prep_main_view.h"
-#include "ui/qr_generator_view.h"
-#include "ui/recycling_list.h"
-#include "ui/scanner_field.h"
-#include "ui/services.h"
+#include "ui/frame/services.h"
+#include "ui/generator/qr_generator_view.h"
+#include "ui/main/prep_main_view.h"
+#include "ui/main/scanner_field.h"
+#include "ui/widgets/recycling_list.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "view/brand_choice.h"
 #include "tests/support/lone_stores.h"
+#include "view/brand_choice.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "ui/commands/commands.h"
 
-#include "ui/symbol.h"
-#include "ui/text.h"
-#include "ui/theme.h"
-#include "ui/widgets.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/symbol.h"
+#include "ui/widgets/text.h"
+#include "ui/widgets/widgets.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -33,7 +33,8 @@ QString keyOf(CommandId id) {
 // The help text with its shortcut: to be seen, and for assistive technology.
 void tell(QWidget& widget, const QString& help, const QString& key) {
     widget.setToolTip(key.isEmpty() ? help : QStringLiteral("%1 (%2)").arg(help, key));
-    describe(&widget, key.isEmpty() ? help : QStringLiteral("%1. %2").arg(help, shown("Sneltoets %1").arg(key)));
+    describe(&widget,
+             key.isEmpty() ? help : QStringLiteral("%1. %2").arg(help, shown("Sneltoets %1").arg(key)));
 }
 
 } // namespace

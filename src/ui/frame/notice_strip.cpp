@@ -1,8 +1,8 @@
 #include "ui/frame/notice_strip.h"
 
-#include "ui/text.h"
-#include "ui/theme.h"
-#include "ui/widgets.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/text.h"
+#include "ui/widgets/widgets.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -100,7 +100,8 @@ void NoticeStrip::renderActions(const Notice& notice) {
         button->deleteLater();
     m_actions.clear();
     for (const auto& action : notice.actions) {
-        auto* const button = named(new QPushButton(dataInMenu(action.text)), "noticeAction", shownData(action.text));
+        auto* const button =
+            named(new QPushButton(dataInMenu(action.text)), "noticeAction", shownData(action.text));
         button->setAutoDefault(false);
         button->setFocusPolicy(Qt::TabFocus);
         // What it does may take the notice away, and the action with it.

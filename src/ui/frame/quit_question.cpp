@@ -1,6 +1,6 @@
 #include "ui/frame/quit_question.h"
 
-#include "ui/text.h"
+#include "ui/widgets/text.h"
 #include "view/document_notices.h"
 
 #include <QApplication>

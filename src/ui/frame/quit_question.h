@@ -1,7 +1,7 @@
 // Asking before the program ends while something is not saved.
 #pragma once
 
-#include "ui/services.h"
+#include "ui/frame/services.h"
 
 class QCloseEvent;
 

@@ -1,20 +1,20 @@
 // What the main window's commands do.
 
-#include "ui/bulk_qr_export_sheet.h"
-#include "ui/catalog_sheet.h"
-#include "ui/clients_sheet.h"
 #include "ui/commands/editing.h"
-#include "ui/confirmation.h"
-#include "ui/import_sheet.h"
+#include "ui/frame/confirmation.h"
+#include "ui/main/prep_main_view.h"
+#include "ui/main/scanner_field.h"
 #include "ui/main/set_list_view.h"
-#include "ui/new_shoot_sheet.h"
-#include "ui/prep_main_view.h"
-#include "ui/qr_sheet.h"
-#include "ui/scanner_field.h"
-#include "ui/set_sheet.h"
-#include "ui/shortcuts_sheet.h"
-#include "ui/text.h"
-#include "ui/versions_sheet.h"
+#include "ui/sheets/bulk_qr_export_sheet.h"
+#include "ui/sheets/catalog_sheet.h"
+#include "ui/sheets/clients_sheet.h"
+#include "ui/sheets/import_sheet.h"
+#include "ui/sheets/new_shoot_sheet.h"
+#include "ui/sheets/qr_sheet.h"
+#include "ui/sheets/set_sheet.h"
+#include "ui/sheets/shortcuts_sheet.h"
+#include "ui/sheets/versions_sheet.h"
+#include "ui/widgets/text.h"
 #include "view/brand_choice.h"
 #include "view/new_shoot_draft.h"
 
@@ -74,7 +74,8 @@ void PrepMainView::bindSetCommands() {
     };
     onCurrent(EditSet, [actions = rowActions()](const SetData& set) { actions.onEdit(set.id); });
     onCurrent(ShowCode, [actions = rowActions()](const SetData& set) { actions.onQR(set.id); });
-    onCurrent(ActivateSet, [actions = rowActions()](const SetData& set) { actions.onActivate(Uuid(set.id)); });
+    onCurrent(ActivateSet,
+              [actions = rowActions()](const SetData& set) { actions.onActivate(Uuid(set.id)); });
     onCurrent(DeleteSet, [this](const SetData&) { m_sets->askToDeleteCurrent(); });
     m_commands.bind(Search, [this] { m_sets->startSearch(); });
     m_commands.bind(CommandId::ScannerField, [this] { scanner().setFocus(); });

@@ -1,9 +1,9 @@
 #include "ui/main/header_bar.h"
 
-#include "ui/stat_badge.h"
-#include "ui/symbol.h"
-#include "ui/text.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/stat_badge.h"
+#include "ui/widgets/symbol.h"
+#include "ui/widgets/text.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,8 +1,8 @@
 // HeaderBar: the main window's header: the logo, the program's name and version, the update notice and the count of sets.
 #pragma once
 
-#include "ui/services.h"
-#include "ui/widgets.h"
+#include "ui/frame/services.h"
+#include "ui/widgets/widgets.h"
 
 #include <cstddef>
 

@@ -2,9 +2,9 @@
 
 #include "base/text.h"
 #include "ui/commands/commands.h"
-#include "ui/scanner_field.h"
-#include "ui/text.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
+#include "ui/main/scanner_field.h"
+#include "ui/widgets/text.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -13,7 +13,8 @@
 namespace vantor::ui {
 
 ScannerLine::ScannerLine(std::function<void(const std::string& text)> onScan) : m_onScan(std::move(onScan)) {
-    m_field = named(new ScannerField([this] { submit(); }), "scannerField", shown("Scan QR of typ setdata..."));
+    m_field =
+        named(new ScannerField([this] { submit(); }), "scannerField", shown("Scan QR of typ setdata..."));
     m_field->setPlaceholderText(shown("Scan QR of typ setdata..."));
     Commands::tellShortcut(*m_field, m_field->placeholderText(), CommandId::ScannerField);
     m_activate = named(new QPushButton(shown("Activeer")), "activateScanButton", shown("Activeer"));

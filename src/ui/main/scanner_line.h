@@ -1,7 +1,7 @@
 // ScannerLine: the field that the scanner types into, and the button that submits it.
 #pragma once
 
-#include "ui/widgets.h"
+#include "ui/widgets/widgets.h"
 
 #include <functional>
 #include <string>

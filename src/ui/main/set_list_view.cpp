@@ -1,9 +1,9 @@
 #include "ui/main/set_list_view.h"
 
 #include "ui/commands/commands.h"
-#include "ui/recycling_list.h"
-#include "ui/text.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/recycling_list.h"
+#include "ui/widgets/text.h"
 #include "view/set_filter.h"
 
 #include <QHBoxLayout>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "store/shoot_manager.h"
-#include "ui/set_row.h"
-#include "ui/widgets.h"
+#include "ui/main/set_row.h"
+#include "ui/widgets/widgets.h"
 
 #include <QTimer>
 #include <functional>

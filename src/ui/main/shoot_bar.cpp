@@ -1,9 +1,9 @@
 #include "ui/main/shoot_bar.h"
 
-#include "ui/flow_layout.h"
-#include "ui/symbol.h"
-#include "ui/text.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/flow_layout.h"
+#include "ui/widgets/symbol.h"
+#include "ui/widgets/text.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>

@@ -1,8 +1,8 @@
 #include "ui/main/shoot_files.h"
 
-#include "ui/confirmation.h"
-#include "ui/save_file.h"
-#include "ui/text.h"
+#include "ui/frame/confirmation.h"
+#include "ui/frame/save_file.h"
+#include "ui/widgets/text.h"
 #include "view/proposed_names.h"
 
 #include <utility>
@@ -34,7 +34,8 @@ void ShootFiles::exportVantorFile() {
 void ShootFiles::exportAs(std::string_view withoutShoot, std::string_view extension, const FileType& type) {
     const auto* const shoot = m_manager.activeShoot();
     if (auto bytes = shoot != nullptr ? m_manager.exportJSON(shoot->id) : std::nullopt)
-        saveFile(&m_window, m_services, shootFileName(shoot, withoutShoot, extension), type, *std::move(bytes));
+        saveFile(&m_window, m_services, shootFileName(shoot, withoutShoot, extension), type,
+                 *std::move(bytes));
 }
 
 void ShootFiles::importVantorFile() {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "store/shoot_manager.h"
-#include "ui/services.h"
-#include "ui/shoot_file_opener.h"
+#include "ui/frame/services.h"
+#include "ui/main/shoot_file_opener.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 #include "ui/main/shoot_line.h"
 
-#include "ui/text.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
+#include "ui/widgets/text.h"
 #include "view/shown_set.h"
 
 #include <QHBoxLayout>

@@ -3,7 +3,7 @@
 
 #include "store/shoot_manager.h"
 #include "ui/commands/commands.h"
-#include "ui/widgets.h"
+#include "ui/widgets/widgets.h"
 
 namespace vantor::ui {
 

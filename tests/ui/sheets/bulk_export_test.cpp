@@ -3,7 +3,7 @@
 #include "tests/support/command.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/sheets/sheet_test.h"
-#include "ui/bulk_qr_export_sheet.h"
+#include "ui/sheets/bulk_qr_export_sheet.h"
 
 #include <QCheckBox>
 #include <QLayout>

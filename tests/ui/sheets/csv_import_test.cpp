@@ -1,6 +1,6 @@
 #include "tests/ui/sheets/sheet_test.h"
-#include "ui/beside_window.h"
-#include "ui/theme.h"
+#include "ui/frame/beside_window.h"
+#include "ui/frame/theme.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>

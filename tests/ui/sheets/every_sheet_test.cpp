@@ -1,5 +1,5 @@
 #include "tests/ui/sheets/sheet_test.h"
-#include "ui/theme.h"
+#include "ui/frame/theme.h"
 
 #include <QAccessible>
 #include <QScrollBar>

@@ -1,7 +1,7 @@
 // What large catalogues and texts cost, in what is made for them; how long that takes is measured by the benchmarks.
 
 #include "tests/ui/sheets/sheet_test.h"
-#include "ui/large_text_edit.h"
+#include "ui/widgets/large_text_edit.h"
 
 #include <QClipboard>
 #include <QMenu>

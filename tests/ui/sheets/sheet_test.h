@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/ui/ui_fixture.h"
-#include "ui/widgets.h"
+#include "ui/widgets/widgets.h"
 
 namespace vantor::testing {
 

@@ -1,5 +1,5 @@
 #include "tests/ui/sheets/sheet_test.h"
-#include "ui/versions_sheet.h"
+#include "ui/sheets/versions_sheet.h"
 
 namespace vantor::testing {
 namespace {

@@ -1,0 +1,173 @@
+#include "ui/sheets/sheet.h"
+
+#include "ui/frame/notice_strip.h"
+#include "ui/frame/theme.h"
+#include "ui/frame/window_place.h"
+#include "ui/widgets/scroll_pane.h"
+#include "ui/widgets/text.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace vantor::ui {
+
+Sheet::Sheet(QWidget* over, const char* objectName, const QString& title) : QDialog(over) {
+    setObjectName(QLatin1String(objectName));
+    // Of one "[*]" the toolkit makes a mark for unsaved changes, of two it makes "[*]".
+    setWindowTitle(QString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::WindowModal);
+    m_pane = new ScrollPane("sheetPane");
+    m_column = new QVBoxLayout(m_pane->contents());
+    m_column->setContentsMargins(theme::kSheetMargin, theme::kSheetMargin, theme::kSheetMargin, 0);
+    m_column->setSpacing(theme::kStep);
+    m_buttons = new QHBoxLayout;
+    m_buttons->setContentsMargins(theme::kSheetMargin, theme::kMargin, theme::kSheetMargin,
+                                  theme::kSheetMargin);
+    m_buttons->setSpacing(theme::kStep);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(m_pane, 1);
+    all->addLayout(m_buttons);
+}
+
+void Sheet::setVisible(bool visible) {
+    if (visible && m_heightForAll == 0) {
+        openAtFirstSize();
+        showNotices();
+    }
+    QDialog::setVisible(visible);
+}
+
+// What happens while a sheet is open is told in it.
+void Sheet::showNotices() {
+    for (auto* over = parentWidget(); over != nullptr; over = over->parentWidget()) {
+        if (const auto* const strip = over->window()->findChild<NoticeStrip*>()) {
+            new NoticeStrip(m_pane, strip->notices());
+            return;
+        }
+    }
+}
+
+int Sheet::heightForAll(int width) const {
+    return m_pane->heightForAll(width) + m_buttons->sizeHint().height();
+}
+
+void Sheet::openAtFirstSize() {
+    ensurePolished();
+    const QSize room = roomOnScreen(*this);
+    const int width = std::min(std::max(m_first.width(), layout()->minimumSize().width()), room.width());
+    m_heightForAll = heightForAll(width);
+    layout()->activate();
+    allowForScreen(*this);
+    resize(width, std::min(std::max(m_first.height(), m_heightForAll), room.height()));
+}
+
+void Sheet::followContents() {
+    const int needed = heightForAll(width());
+    const bool showedAll = height() >= m_heightForAll;
+    m_heightForAll = needed;
+    setMaximumHeight(m_pane->canGrow() ? QWIDGETSIZE_MAX : std::max(needed, minimumHeight()));
+    const int height = std::min(needed, roomOnScreen(*this).height());
+    if (!showedAll || this->height() >= height)
+        return;
+    resize(width(), height);
+    moveOntoScreen(*this);
+}
+
+TextLabel* Sheet::addTitle(const QString& title) {
+    auto* const label =
+        named(new TextLabel(title, theme::titleFont(), TextColor::Primary, true), "sheetTitle");
+    m_column->addWidget(label);
+    return label;
+}
+
+TextLabel* Sheet::addExplanation(const QString& text) {
+    auto* const label = new TextLabel(text, theme::captionFont(), TextColor::Secondary, true);
+    m_column->addWidget(label);
+    return label;
+}
+
+void Sheet::addField(const QString& label, QWidget* field) {
+    auto* const above = new TextLabel(label, theme::captionFont(), TextColor::Secondary);
+    above->setBuddy(field);
+    auto* const both = new QVBoxLayout;
+    both->setSpacing(theme::kHalfStep / 2);
+    both->addWidget(above);
+    both->addWidget(field);
+    m_column->addLayout(both);
+}
+
+QPushButton* Sheet::addCancelButton(QWidget* prominent) {
+    auto* const cancel = named(new QPushButton(shown("Annuleer")), "cancelButton");
+    cancel->setAutoDefault(false);
+    QObject::connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    m_buttons->addWidget(cancel);
+    m_buttons->addStretch();
+    if (prominent != nullptr)
+        m_buttons->addWidget(prominent);
+    return cancel;
+}
+
+void Sheet::tellProblem(const QString& problem) {
+    if (m_problem == nullptr) {
+        m_problem =
+            named(new TextLabel(QString(), theme::captionFont(), TextColor::Red, true), "sheetProblem");
+        m_column->addWidget(m_problem);
+    }
+    m_problem->setText(problem);
+}
+
+void Sheet::addCloseButton(QWidget* prominent) {
+    auto* const close = named(new QPushButton(shown("Sluiten")), "closeButton");
+    close->setAutoDefault(false);
+    QObject::connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    if (prominent == nullptr)
+        m_buttons->addStretch();
+    m_buttons->addWidget(close);
+    if (prominent != nullptr) {
+        m_buttons->addStretch();
+        m_buttons->addWidget(prominent);
+    }
+}
+
+void Sheet::pressOnReturn(QLineEdit* field, QAbstractButton* button) {
+    QObject::connect(field, &QLineEdit::returnPressed, button, [button] { button->click(); });
+}
+
+void Sheet::keyPressEvent(QKeyEvent* event) {
+    // A dialog would press its first button on Return, wherever the focus is; here only the focused one.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* const button = qobject_cast<QPushButton*>(focusWidget()))
+            button->click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void Sheet::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (isVisible())
+        followContents();
+}
+
+bool Sheet::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest && isVisible())
+        followContents();
+    return handled;
+}
+
+QWidget* windowInFrontOf(QWidget* window) {
+    // The last of them is the newest, and stands before what it belongs to.
+    for (auto* const dialog : window->findChildren<QDialog*>()) {
+        if (dialog->isVisible() && dialog->isModal())
+            window = dialog;
+    }
+    return window;
+}
+
+} // namespace vantor::ui

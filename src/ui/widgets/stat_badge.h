@@ -1,0 +1,21 @@
+// StatBadge: a count with its label under it.
+#pragma once
+
+#include "ui/widgets/widgets.h"
+
+#include <QWidget>
+
+namespace vantor::ui {
+
+class StatBadge : public QWidget {
+public:
+    StatBadge(const QString& label, TextColor color, QWidget* parent = nullptr);
+
+    void setValue(const QString& value);
+
+private:
+    TextLabel* m_value;
+    QString m_label;
+};
+
+} // namespace vantor::ui
