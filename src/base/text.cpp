@@ -270,11 +270,14 @@ std::optional<std::string_view> Lines::next() {
     if (!m_rest)
         return std::nullopt;
     const auto text = *m_rest;
+    if (!m_isBehindReturn || !text.starts_with('\n'))
+        ++m_number;
     const auto found = findLineBreak(text, 0);
     if (!found) {
         m_rest.reset();
         return text;
     }
+    m_isBehindReturn = text[found->at] == '\r';
     m_rest = text.substr(found->at + found->length);
     return text.substr(0, found->at);
 }

@@ -49,9 +49,13 @@ class Lines {
 public:
     explicit Lines(std::string_view text) : m_rest(text) {}
     [[nodiscard]] std::optional<std::string_view> next();
+    // Of the line that next() took last, as editors count them: from 1, and CR LF ends one line.
+    [[nodiscard]] std::size_t number() const { return m_number; }
 
 private:
     std::optional<std::string_view> m_rest;
+    std::size_t m_number = 0;
+    bool m_isBehindReturn = false;
 };
 
 // Every line break becomes one space; CR LF is one line break.

@@ -133,20 +133,25 @@ Change deleteProduct(const Library& library, const Uuid& id) {
     return change;
 }
 
-ProductImport importProducts(const Library& library, std::vector<Product> products) {
+ProductImport importProducts(const Library& library, std::vector<Product> products,
+                             const std::vector<std::size_t>& lines, ImportReport leftOut) {
     const auto& before = library.catalog.products;
     std::unordered_set<std::string> held;
     held.reserve(before.size() + products.size());
     for (const auto& product : before)
         held.insert(caseFolded(product.name));
     auto all = allOf(before);
-    for (auto& product : products) {
-        if (held.insert(caseFolded(product.name)).second)
-            all.emplace_back(std::move(product));
+    for (std::size_t i = 0; i < products.size(); ++i) {
+        if (held.insert(caseFolded(products[i].name)).second)
+            all.emplace_back(std::move(products[i]));
+        else if (i < lines.size())
+            leftOut.push_back({lines[i], LeftOutLine::Why::IsThereAlready});
     }
+    std::ranges::sort(leftOut, {}, &LeftOutLine::line);
     const auto count = all.size() - before.size();
     auto change = productsChange(lookUp("%1 producten geïmporteerd", {std::to_string(count)}),
                                  sortedPatch(before, std::move(all)));
+    change.leftOut = std::move(leftOut);
     change.isTold = true;
     change.needsRestorePoint = true;
     return {std::move(change), static_cast<int>(count)};

@@ -30,12 +30,15 @@ namespace vantor {
                                                   std::string_view brand);
 [[nodiscard]] Change deleteProduct(const Library& library, const Uuid& id);
 
-// Adds those whose name the catalogue, or an earlier one of them, does not hold in any case.
+// Adds those whose name the catalogue, or an earlier one of them, does not hold in any case. `lines`, where it is not empty, is
+// where each of them stands in its list, and `leftOut` what else that list held.
 struct ProductImport {
     Change change;
     // How many were added.
     int count;
 };
-[[nodiscard]] ProductImport importProducts(const Library& library, std::vector<Product> products);
+[[nodiscard]] ProductImport importProducts(const Library& library, std::vector<Product> products,
+                                           const std::vector<std::size_t>& lines = {},
+                                           ImportReport leftOut = {});
 
 } // namespace vantor

@@ -7,6 +7,7 @@
 //   shoot that goes takes its log along, as it is by then, and brings it back.
 #pragma once
 
+#include "model/import_report.h"
 #include "model/library.h"
 
 #include <optional>
@@ -42,6 +43,9 @@ struct Change {
         SetActivation activation;
     };
     std::optional<LogEntry> logged;
+
+    // Of an import: the lines that brought nothing. Told once; what takes the change back has none.
+    ImportReport leftOut;
 
     // Whether the person is told of it, because something went or much came.
     bool isTold = false;

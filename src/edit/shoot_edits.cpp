@@ -76,8 +76,9 @@ std::optional<Change> addSet(const Library& library, const Uuid& to, SetData set
     return change;
 }
 
-Change importSets(const Library& library, const Uuid& to, std::vector<SetData> sets) {
+Change importSets(const Library& library, const Uuid& to, std::vector<SetData> sets, ImportReport leftOut) {
     auto change = changeNamed(lookUp("%1 sets geïmporteerd", {std::to_string(sets.size())}));
+    change.leftOut = std::move(leftOut);
     const auto place = placeOf(library.shoots, to);
     if (!place || sets.empty())
         return change;

@@ -23,8 +23,9 @@ namespace vantor {
 // At the front of the shoot's sets. Absent when there is no such shoot.
 [[nodiscard]] std::optional<Change> addSet(const Library& library, const Uuid& to, SetData set);
 
-// All of them, the last in front. Without such a shoot nothing is added.
-[[nodiscard]] Change importSets(const Library& library, const Uuid& to, std::vector<SetData> sets);
+// All of them, the last in front. Without such a shoot nothing is added. `leftOut` is what else their list held.
+[[nodiscard]] Change importSets(const Library& library, const Uuid& to, std::vector<SetData> sets,
+                                ImportReport leftOut = {});
 
 // The first set of that id in any shoot becomes `updated`, all of it. Absent when there is none.
 [[nodiscard]] std::optional<Change> updateSet(const Library& library, const Uuid& id, SetData updated);

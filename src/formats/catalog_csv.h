@@ -6,6 +6,7 @@
 // Writing: "Naam;Kleuren;Merk" and a line a product, in the given order, joined by line feeds.
 #pragma once
 
+#include "model/import_report.h"
 #include "model/product.h"
 
 #include <functional>
@@ -20,8 +21,14 @@ namespace vantor {
 void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
                     const std::function<void(Product)>& onProduct);
 
-// All of them at once.
-[[nodiscard]] std::vector<Product> readCatalogCSV(std::string_view text, std::string_view defaultBrand);
+// All of them at once, and every other line that is not blank, but for a header in the first.
+struct ProductsOfCSV {
+    std::vector<Product> products;
+    // Where each of them stands.
+    std::vector<std::size_t> lines;
+    ImportReport leftOut;
+};
+[[nodiscard]] ProductsOfCSV readCatalogCSV(std::string_view text, std::string_view defaultBrand);
 
 [[nodiscard]] std::string writeCatalogCSV(const std::vector<Product>& products);
 

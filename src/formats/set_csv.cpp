@@ -108,7 +108,8 @@ std::string itemsCell(const std::vector<SetItem>& items) {
 
 } // namespace
 
-bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet) {
+bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet,
+                const std::function<void(LeftOutLine)>& onLeftOut) {
     Lines lines(withoutByteOrderMark(text));
     const auto headerLine = nextFilledLine(lines);
     if (!headerLine)
@@ -124,13 +125,17 @@ bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(S
             set.setNumber = std::to_string(position);
         if (!set.brand.empty() || !set.items.empty())
             onSet(std::move(set));
+        else if (onLeftOut)
+            onLeftOut({lines.number(), LeftOutLine::Why::SaysTooLittle});
     }
     return position > 0;
 }
 
 SetsOfCSV readSetCSV(std::string_view text, Timestamp now) {
     SetsOfCSV read;
-    read.hasLines = readSetCSV(text, now, [&](SetData set) { read.sets.push_back(std::move(set)); });
+    read.hasLines = readSetCSV(
+        text, now, [&](SetData set) { read.sets.push_back(std::move(set)); },
+        [&](LeftOutLine line) { read.leftOut.push_back(line); });
     return read;
 }
 

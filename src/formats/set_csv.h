@@ -8,6 +8,7 @@
 #pragma once
 
 #include "base/timestamp.h"
+#include "model/import_report.h"
 #include "model/shoot.h"
 
 #include <functional>
@@ -18,13 +19,16 @@
 namespace vantor {
 
 // Calls `onSet` with every usable line's set, in the order of the lines; each has a fresh id and `now` as its
-// timestamp. Needs no more memory than one line's worth. False when there is no line behind the header.
-bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet);
+// timestamp, and `onLeftOut`, where it is given, with every other line behind the header that is not blank. Needs no more
+// memory than one line's worth. False when there is no line behind the header.
+bool readSetCSV(std::string_view text, Timestamp now, const std::function<void(SetData)>& onSet,
+                const std::function<void(LeftOutLine)>& onLeftOut = {});
 
 // All of them at once.
 struct SetsOfCSV {
     std::vector<SetData> sets;
     bool hasLines = false;
+    ImportReport leftOut;
 };
 [[nodiscard]] SetsOfCSV readSetCSV(std::string_view text, Timestamp now);
 

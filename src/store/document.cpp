@@ -94,6 +94,7 @@ Change Document::put(Change change, std::optional<Aspect> regardless, Changed& c
 void Document::perform(Change change, std::optional<Aspect> regardless) {
     keepRestorePoint(change);
     Changed changed;
+    changed.leftOut = std::exchange(change.leftOut, {});
     const auto before = m_library.active;
     const bool isStep = change.isStep();
     const bool shoots = change.touchesShoots() || change.logged || regardless == Aspect::Shoots;

@@ -36,6 +36,8 @@ struct Changed {
     // What a step is called, and whether the person is told of it; empty where it was none.
     std::string step;
     bool isTold = false;
+    // Of an import: the lines that brought nothing.
+    ImportReport leftOut;
     // In the order of the announcements; each once.
     std::vector<Aspect> aspects;
     // Whether shoots came or went.

@@ -91,8 +91,8 @@ int ProductCatalog::importCSV(std::string_view text, std::string_view defaultBra
     return addImported(readCatalogCSV(text, defaultBrand));
 }
 
-int ProductCatalog::addImported(std::vector<Product> read) {
-    auto import = importProducts(library(), std::move(read));
+int ProductCatalog::addImported(ProductsOfCSV read) {
+    auto import = importProducts(library(), std::move(read.products), read.lines, std::move(read.leftOut));
     m_document.perform(std::move(import.change), Aspect::Products);
     return import.count;
 }

@@ -9,6 +9,7 @@
 // - Belongs to the user-interface thread.
 #pragma once
 
+#include "formats/catalog_csv.h"
 #include "store/document.h"
 
 #include <optional>
@@ -53,7 +54,7 @@ public:
     // lines without a brand column get `defaultBrand`. Sorts and saves once. The result counts what was added.
     int importCSV(std::string_view text, std::string_view defaultBrand);
     // The same for what was read from such a text.
-    int addImported(std::vector<Product> read);
+    int addImported(ProductsOfCSV read);
     [[nodiscard]] std::string exportCSV() const;
 
     // Replaces the lists by those of the file; one that is missing or unreadable changes nothing.

@@ -71,7 +71,8 @@ int ShootManager::importCSV(std::string_view text, Uuid shootId) {
 int ShootManager::addImported(SetsOfCSV read, Uuid shootId) {
     const auto count = static_cast<int>(read.sets.size());
     if (read.hasLines)
-        m_document.perform(importSets(library(), shootId, std::move(read.sets)), Aspect::Shoots);
+        m_document.perform(importSets(library(), shootId, std::move(read.sets), std::move(read.leftOut)),
+                           Aspect::Shoots);
     return count;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/text_lookup.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantor {
@@ -9,6 +10,18 @@ namespace {
 
 const std::string kStepTopic = "step";
 const std::string kSavingTopic = "saving";
+
+std::string linesLeftOut(const ImportReport& leftOut) {
+    constexpr std::size_t kMostNamed = 5;
+    std::string numbers;
+    for (std::size_t i = 0; i < std::min(leftOut.size(), kMostNamed); ++i)
+        numbers += (i > 0 ? ", " : "") + std::to_string(leftOut[i].line);
+    if (leftOut.size() > kMostNamed)
+        numbers += ", …";
+    return leftOut.size() == 1
+               ? lookUp("1 regel overgeslagen: regel %1", {numbers})
+               : lookUp("%1 regels overgeslagen: regel %2", {std::to_string(leftOut.size()), numbers});
+}
 
 } // namespace
 
@@ -50,8 +63,14 @@ DocumentNotices::DocumentNotices(Document& document, StoreFolder* folder, Notice
 
 void DocumentNotices::tellStep(const Changed& changed) {
     using Cause = Changed::Cause;
-    if (changed.step.empty())
+    if (changed.step.empty()) {
+        if (!changed.leftOut.empty())
+            m_notices.show({Notice::Kind::Warning,
+                            lookUp("Niets geïmporteerd; %1", {linesLeftOut(changed.leftOut)}),
+                            {},
+                            kStepTopic});
         return;
+    }
     // What it offered to take back is not the newest step any more.
     m_notices.withdraw(kStepTopic);
     if (!changed.isTold)
@@ -61,6 +80,8 @@ void DocumentNotices::tellStep(const Changed& changed) {
         notice.text = lookUp("Ongedaan gemaakt: %1", {changed.step});
         notice.actions.push_back({lookUp("Opnieuw"), [this] { m_document.redo(); }});
     } else {
+        if (!changed.leftOut.empty())
+            notice.text = lookUp("%1; %2", {changed.step, linesLeftOut(changed.leftOut)});
         notice.actions.push_back({lookUp("Ongedaan maken"), [this] { m_document.undo(); }});
     }
     m_notices.show(std::move(notice));

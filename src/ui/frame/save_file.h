@@ -5,7 +5,6 @@
 
 #include "ui/frame/services.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -13,8 +12,5 @@ namespace vantor::ui {
 
 void saveFile(const QWidget* asking, const Services& services, const std::string& proposedName,
               const FileType& type, std::optional<std::string> bytes);
-
-// Tells that the file was written, with ways to it, or why it was not.
-void tellSaved(const Services& services, const std::filesystem::path& path, const FileResult& result);
 
 } // namespace vantor::ui

@@ -1,6 +1,8 @@
 #include "ui/generator/qr_generator_view.h"
 
+#include "ui/frame/notice_strip.h"
 #include "ui/frame/qr_actions.h"
+#include "ui/frame/quit_question.h"
 #include "ui/frame/theme.h"
 #include "ui/frame/window_place.h"
 #include "ui/sheets/item_editor.h"
@@ -10,6 +12,7 @@
 #include "ui/widgets/text.h"
 #include "ui/widgets/widgets.h"
 
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -44,8 +47,14 @@ QRGeneratorView::QRGeneratorView(const Services& services) : m_services(services
     static_assert(2 * kLeastPaneWidth > kLeastWidth);
     setMinimumHeight(kLeastHeight);
     m_setNumber->setFocus();
+    new NoticeStrip(this, m_services.notices);
     new WindowPlace(this, m_services.remembered, kDefaultSize);
     render();
+}
+
+void QRGeneratorView::closeEvent(QCloseEvent* event) {
+    event->accept();
+    askBeforeLosing(*this, m_services, *event);
 }
 
 QWidget* QRGeneratorView::makeForm() {

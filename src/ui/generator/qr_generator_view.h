@@ -29,6 +29,9 @@ public:
     [[nodiscard]] SetData buildSetData() const;
     void saveQR() const;
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     QWidget* makeForm();
     QWidget* makeEmptyPane();

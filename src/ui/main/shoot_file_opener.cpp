@@ -38,15 +38,18 @@ struct ShootFileOpener::Batch {
 };
 
 struct ShootFileOpener::Read {
-    bool isReadable;
+    std::filesystem::path path;
+    // Why there is nothing to read a shoot from.
+    std::optional<FileStore::ReadFailure> failure;
     std::optional<Shoot> shoot;
 };
 
 ShootFileOpener::ShootFileOpener(const FileStore& files, ShootManager& manager,
-                                 std::function<void()> onNoShoot)
+                                 std::function<void()> onNoShoot, OnUnreadable onUnreadable)
     : m_files(files),
       m_manager(manager),
-      m_onNoShoot(std::move(onNoShoot)) {}
+      m_onNoShoot(std::move(onNoShoot)),
+      m_onUnreadable(std::move(onUnreadable)) {}
 
 ShootFileOpener::~ShootFileOpener() {
     while (!m_batches.empty())
@@ -79,7 +82,9 @@ void ShootFileOpener::readNext(Batch& batch) {
         this,
         [&files = m_files, path = batch.handed.files[batch.next++]]() -> Read {
             const auto read = files.read(path, kMostBytes);
-            return {read.bytes.has_value(), read.bytes ? readShootFile(*read.bytes) : std::nullopt};
+            if (!read.bytes)
+                return {path, read.failure, std::nullopt};
+            return {path, std::nullopt, readShootFile(*read.bytes)};
         },
         [this, &batch](Read& read) { take(batch, read); });
 }
@@ -98,7 +103,9 @@ void ShootFileOpener::take(Batch& batch, Read& read) {
             batch.storedBefore.erase(stored);
         else
             m_manager.importShoot(std::move(*read.shoot));
-    } else if (read.isReadable || batch.tellsUnreadable) {
+    } else if (read.failure && !batch.tellsUnreadable) {
+        m_onUnreadable(read.path, *read.failure);
+    } else {
         m_onNoShoot();
     }
     readNext(batch);

@@ -21,12 +21,15 @@ namespace vantor::ui {
 
 class ShootFileOpener : public QObject {
 public:
-    // `onNoShoot` says that a file was none that can be opened.
-    ShootFileOpener(const FileStore& files, ShootManager& manager, std::function<void()> onNoShoot);
+    using OnUnreadable = std::function<void(const std::filesystem::path& file, FileStore::ReadFailure why)>;
+
+    // `onNoShoot` says that a file was none that can be opened, `onUnreadable` that one the user chose cannot be read.
+    ShootFileOpener(const FileStore& files, ShootManager& manager, std::function<void()> onNoShoot,
+                    OnUnreadable onUnreadable);
     ~ShootFileOpener() override;
 
     void open(HandedFiles handed);
-    // The same for a file that the user chose: when it cannot be read at all, nothing happens.
+    // The same for a file that the user chose.
     void openChosen(std::filesystem::path file);
 
 private:
@@ -41,6 +44,7 @@ private:
     const FileStore& m_files;
     ShootManager& m_manager;
     std::function<void()> m_onNoShoot;
+    OnUnreadable m_onUnreadable;
     std::vector<std::unique_ptr<Batch>> m_batches;
 };
 

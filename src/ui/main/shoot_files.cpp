@@ -1,6 +1,7 @@
 #include "ui/main/shoot_files.h"
 
 #include "ui/frame/confirmation.h"
+#include "ui/frame/file_notices.h"
 #include "ui/frame/save_file.h"
 #include "ui/widgets/text.h"
 #include "view/proposed_names.h"
@@ -15,7 +16,9 @@ ShootFiles::ShootFiles(QWidget& window, ShootManager& manager, const Services& s
       m_manager(manager),
       m_services(services),
       m_onClosed(std::move(onClosed)),
-      m_opener(services.files, m_manager, [this] { showImportError(); }) {}
+      m_opener(
+          services.files, m_manager, [this] { showImportError(); },
+          [this](const auto& file, auto why) { tellUnreadable(m_services, file, why); }) {}
 
 void ShootFiles::exportCSV() {
     if (const auto* const shoot = m_manager.activeShoot())

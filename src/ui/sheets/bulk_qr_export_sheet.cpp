@@ -2,6 +2,7 @@
 
 #include "output/bulk_qr_pdf_exporter.h"
 #include "ui/frame/beside_window.h"
+#include "ui/frame/file_notices.h"
 #include "ui/frame/theme.h"
 #include "ui/widgets/list_row.h"
 #include "ui/widgets/recycling_list.h"
@@ -204,23 +205,30 @@ void BulkQRExportSheet::runExport(const std::filesystem::path& path) {
     m_running = std::make_shared<Running>();
     render();
     auto* const progress = makeProgress(static_cast<int>(sets->size()));
-    besideWindow<bool>(
+    struct Exported {
+        FileResult result;
+        bool cancelled;
+    };
+    besideWindow<Exported>(
         this,
-        [&services = m_services, sets, running = m_running, path, density = m_selection.density] {
+        [&services = m_services, sets, running = m_running, path,
+         density = m_selection.density]() -> Exported {
             const BulkQRPDFExporter exporter(services.encoder, services.canvases, services.files);
-            exporter.exportTo(*sets, density, path, [&](std::size_t drawn) {
+            const auto result = exporter.exportTo(*sets, density, path, [&](std::size_t drawn) {
                 running->drawn = drawn;
                 return !running->cancelled;
             });
-            return running->cancelled.load();
+            return {result, running->cancelled.load()};
         },
-        [this, progress](bool cancelled) {
+        [this, progress, path](const Exported& exported) {
             progress->deleteLater();
             m_running.reset();
             render();
             // Whether a PDF was written or could not be, the sheet has done what it can.
-            if (!cancelled)
-                accept();
+            if (exported.cancelled)
+                return;
+            tellSaved(m_services, path, exported.result);
+            accept();
         });
 }
 

@@ -35,7 +35,7 @@ CatalogImportSheet::CatalogImportSheet(QWidget* over, ProductCatalog& catalog, s
 CsvImportSheet::Reader CatalogImportSheet::reader() {
     return [this, brand = m_defaultBrand](std::string_view text) -> Add {
         // Shared as a function can be copied, which what was read is not to be.
-        auto read = std::make_shared<std::vector<Product>>(readCatalogCSV(text, brand));
+        auto read = std::make_shared<ProductsOfCSV>(readCatalogCSV(text, brand));
         return [this, read]() -> Result { return {m_catalog.addImported(std::move(*read)), {}}; };
     };
 }

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "formats/list_limit.h"
 #include "ui/frame/beside_window.h"
+#include "ui/frame/file_notices.h"
 #include "ui/frame/theme.h"
 #include "ui/main/dropped_files.h"
 #include "ui/widgets/large_text_edit.h"
@@ -122,16 +123,29 @@ void CsvImportSheet::chooseFile() {
 }
 
 void CsvImportSheet::readFile(const std::filesystem::path& path) {
-    readBesideWindow<QString>(
+    struct Chosen {
+        // Absent when it cannot be read, with why, or is no text.
+        std::optional<QString> text;
+        std::optional<FileStore::ReadFailure> why;
+    };
+    readBesideWindow<Chosen>(
         this,
-        [&files = m_services.files, path] {
+        [&files = m_services.files, path]() -> Chosen {
             const auto read = files.read(path, kMostFileBytes);
-            const auto text = read.bytes ? textOfFile(*read.bytes) : std::nullopt;
-            return text ? qstring(*text) : QString();
+            if (!read.bytes)
+                return {{}, read.failure};
+            const auto text = textOfFile(*read.bytes);
+            return {text ? std::optional(qstring(*text)) : std::nullopt, {}};
         },
-        [this, chosen = ++m_chosen](const QString& text) {
-            if (!text.isNull() && chosen == m_chosen)
-                m_csvText->setText(text);
+        [this, path, chosen = ++m_chosen](const Chosen& read) {
+            if (chosen != m_chosen)
+                return;
+            if (read.text)
+                m_csvText->setText(*read.text);
+            else if (read.why)
+                tellUnreadable(m_services, path, *read.why);
+            else
+                tellNoUtf8(m_services, path);
         });
 }
 

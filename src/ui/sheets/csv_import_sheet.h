@@ -1,7 +1,7 @@
 // CsvImportSheet: what the two import sheets share: pasted or loaded text, an example, the result, and closing
 // after a moment once something was imported.
 //
-// - Files can be chosen or dropped; one that cannot be read changes nothing. They are read beside the window.
+// - Files can be chosen or dropped; one that cannot be read changes nothing, and is told. They are read beside the window.
 // - Texts are understood beside the window too, one after the other, each as it was when it was to be imported. What is not
 //   in the store when the sheet closes is not imported.
 // - A list that is too long, or for which there is not the memory, is refused in the line of the result.

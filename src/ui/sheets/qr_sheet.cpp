@@ -1,6 +1,7 @@
 #include "ui/sheets/qr_sheet.h"
 
 #include "output/qr_generator.h"
+#include "ui/frame/file_notices.h"
 #include "ui/frame/qr_actions.h"
 #include "ui/frame/theme.h"
 #include "ui/widgets/code_plate.h"
@@ -64,6 +65,8 @@ void QRSheet::copy() {
     if (const auto picture = QRGenerator(m_services.encoder).generate(m_set.toQRText(), kSavedCodeSize)) {
         m_services.clipboard.setPicture(*picture);
         m_copied->tell();
+    } else {
+        tellTooLongForCode(m_services);
     }
 }
 
