@@ -1,5 +1,6 @@
 #include "ui/generator/qr_generator_view.h"
 
+#include "ui/frame/file_notices.h"
 #include "ui/frame/notice_strip.h"
 #include "ui/frame/qr_actions.h"
 #include "ui/frame/quit_question.h"
@@ -149,7 +150,10 @@ void QRGeneratorView::saveQR() const {
 }
 
 void QRGeneratorView::generate() {
-    m_qrImage = QRGenerator(m_services.encoder).generate(buildSetData().toQRText(), kShownCodeSize);
+    const auto text = buildSetData().toQRText();
+    m_qrImage = QRGenerator(m_services.encoder).generate(text, kShownCodeSize);
+    if (!m_qrImage && !text.empty())
+        tellTooLongForCode(m_services);
     render();
 }
 
