@@ -30,6 +30,9 @@ std::vector<std::string> inOrder(const std::string& text, std::vector<std::strin
 
 class BulkExportTest : public SheetTest {
 protected:
+    // What is still held back ends with the test, however that ends.
+    ~BulkExportTest() override { m_mayDraw.release(1000); }
+
     // The sheet on real files, for a shoot of sets "Merk1" to "Merk<count>".
     QDialog& openOnDisk(unsigned count, PdfCanvasFactory canvases = CairoPdfCanvas::make) {
         if (m_main == nullptr)
@@ -284,6 +287,8 @@ TEST_F(BulkExportTest, ACancelledExportLeavesNoFileAndTheSheetAsItWas) {
     click(sheet, "exportButton");
     ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }));
     auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
+    // Its Escape is a shortcut, which only the active window has.
+    ASSERT_TRUE(runUntil([&] { return progress.isActiveWindow(); }));
     QTest::keyClick(&progress, Qt::Key_Escape);
     ASSERT_TRUE(runUntil([&] { return progress.wasCanceled(); }));
     m_mayDraw.release(60);
