@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "edit/activation_log.h"
+
 namespace vantor {
 namespace {
 
@@ -44,18 +46,6 @@ ListPatch<typename List::value_type> patchBetween(const List& before, List after
         }
     }
     return patchTo(before, std::move(wanted));
-}
-
-// All entries of both, oldest first.
-std::vector<SetActivation> mergedLog(std::vector<SetActivation> log,
-                                     const std::vector<SetActivation>& other) {
-    for (const auto& entry : other) {
-        if (std::ranges::find(log, entry) == log.end())
-            log.push_back(entry);
-    }
-    std::ranges::stable_sort(
-        log, {}, [](const SetActivation& entry) { return entry.activatedAt.secondsSinceReference; });
-    return log;
 }
 
 bool differsInMoreThanSets(const Shoot& now, const Shoot& then) {

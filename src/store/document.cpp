@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "edit/activation_log.h"
+
 namespace vantor {
 namespace {
 
@@ -88,7 +90,22 @@ Change Document::put(Change change, std::optional<Aspect> regardless, Changed& c
     auto inverse = apply(m_library, std::move(change));
     if (!inverse.isInverse)
         noteShoots(inverse);
+    keepLogs(inverse);
     return inverse;
+}
+
+void Document::keepLogs(const Change& inverse) {
+    for (const auto& put : inverse.shoots.put) {
+        if (put.from)
+            continue;
+        auto& kept = m_logsOfGone[put.element.id];
+        kept = mergedLog(std::move(kept), put.element.activationLog);
+    }
+    for (const auto place : inverse.shoots.take) {
+        auto& shoot = m_library.shoots[place];
+        if (const auto kept = m_logsOfGone.find(shoot.id); kept != m_logsOfGone.end())
+            shoot.activationLog = mergedLog(std::move(shoot.activationLog), kept->second);
+    }
 }
 
 void Document::perform(Change change, std::optional<Aspect> regardless) {
@@ -167,6 +184,7 @@ void Document::takeStep(std::deque<Step>& from, std::deque<Step>& to, bool isUnd
 void Document::forgetSteps() {
     m_done.clear();
     m_undone.clear();
+    m_logsOfGone.clear();
 }
 
 void Document::loadShoots() {

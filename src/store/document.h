@@ -5,6 +5,8 @@
 // - Undo and redo walk the steps of both stores in the order in which they happened, the last kMostSteps of them.
 //   Activating is no step. After undo and redo the shoot and set are active that were at that step, unless another
 //   was made active since; what no longer exists is not.
+// - What the scanner logged is never lost: a shoot that comes back, or comes in another's place, has every entry that it
+//   ever had.
 // - Nothing reports errors: what is in memory holds, and unsaved() tells what could not be written yet, and why.
 // - Belongs to the user-interface thread.
 #pragma once
@@ -20,6 +22,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "edit/change.h"
@@ -108,6 +111,8 @@ private:
     void makeActiveSet(std::optional<Uuid> id, Changed& changed);
     void announce(Aspect aspect, Changed& changed);
     void takeStep(std::deque<Step>& from, std::deque<Step>& to, bool isUndo);
+    // What was logged for the shoots that went with a change, for those that came.
+    void keepLogs(const Change& inverse);
     void forgetSteps();
     void saveWhat(bool shoots, bool catalog);
 
@@ -122,6 +127,7 @@ private:
     std::deque<Step> m_done;
     std::deque<Step> m_undone;
     std::uint64_t m_stepsMade = 0;
+    std::unordered_map<Uuid, std::vector<SetActivation>> m_logsOfGone;
     Signal<Aspect> m_willChange;
     Signal<const Changed&> m_didChange;
 };

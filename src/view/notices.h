@@ -1,7 +1,7 @@
 // Notices: what the notice strip says: one line at a time, with what can be done about it.
 //
-// - An error stays until it is mended or dismissed, and nothing else takes its place. Whatever came meanwhile is shown
-//   after it, if its time is not over by then.
+// - An error stays until it is mended or dismissed. Nothing but a newer error takes its place, and that one only until it is
+//   dismissed. Whatever else came meanwhile is shown after them, if its time is not over by then.
 // - Everything else goes after kShown; a newer one takes its place at once.
 // - Notices of one topic are one: a later one takes the place of the earlier, and withdraw() takes it away.
 #pragma once

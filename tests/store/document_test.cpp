@@ -95,8 +95,8 @@ public:
     [[nodiscard]] bool everyEntryIsThere() const {
         return std::ranges::all_of(document.library().shoots, [&](const Shoot& shoot) {
             const auto logged = logs.find(shoot.id);
-            return shoot.activationLog ==
-                   (logged != logs.end() ? logged->second : std::vector<SetActivation>());
+            return std::ranges::is_permutation(
+                shoot.activationLog, logged != logs.end() ? logged->second : std::vector<SetActivation>());
         });
     }
 
@@ -112,14 +112,10 @@ public:
     std::vector<Library> kept;
 
 private:
-    // A shoot that is gone would come back with the log of the version, which is made to hold none.
     void restore(unsigned which) {
         if (kept.empty())
             return;
         auto version = kept[which % kept.size()];
-        std::erase_if(version.shoots, [&](const Shoot& shoot) { return shoots.shoot(shoot.id) == nullptr; });
-        for (auto& shoot : version.shoots)
-            shoot.activationLog.clear();
         if (which % 2 == 0)
             document.perform(restoreAll(document.library(), {version.shoots, version.catalog}, "toen"));
         else if (!version.shoots.empty())
