@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/file_address.h"
+#include "ui/widgets/text.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -16,6 +17,14 @@ namespace vantor::ui {
     // As they were sent: the toolkit's addresses lose names that are not valid UTF-8.
     const auto list = data.data(QStringLiteral("text/uri-list"));
     return filesOfAddressList(std::string_view(list.constData(), static_cast<std::size_t>(list.size())));
+}
+
+[[nodiscard]] inline std::vector<std::filesystem::path> droppedShootFiles(const QMimeData& data) {
+    auto files = droppedFiles(data);
+    std::erase_if(files, [](const std::filesystem::path& file) {
+        return !qstring(file.filename().string()).endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
+    });
+    return files;
 }
 
 // Takes what is dropped as a copy: behind a move, a file manager would delete the file. What can only be moved is refused.

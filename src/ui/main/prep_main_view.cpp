@@ -32,20 +32,9 @@
 namespace vantor::ui {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int kLeastWidth = 700;
 constexpr int kLeastHeight = 500;
 constexpr QSize kDefaultSize{1180, 760};
-
-// The shoot files among what is dragged or dropped.
-std::vector<fs::path> shootFilesOf(const QMimeData& data) {
-    auto files = droppedFiles(data);
-    std::erase_if(files, [](const fs::path& file) {
-        return !qstring(file.filename().string()).endsWith(QLatin1String(".vantor"), Qt::CaseInsensitive);
-    });
-    return files;
-}
 
 } // namespace
 
@@ -223,14 +212,14 @@ void PrepMainView::closeEvent(QCloseEvent* event) {
 }
 
 void PrepMainView::dragEnterEvent(QDragEnterEvent* event) {
-    if (!shootFilesOf(*event->mimeData()).empty())
+    if (!droppedShootFiles(*event->mimeData()).empty())
         acceptAsCopy(*event);
 }
 
 void PrepMainView::dropEvent(QDropEvent* event) {
     acceptAsCopy(*event);
     if (event->isAccepted())
-        openShootFiles({shootFilesOf(*event->mimeData()), {}, {}, {}});
+        openShootFiles({droppedShootFiles(*event->mimeData()), {}, {}, {}});
 }
 
 bool PrepMainView::eventFilter(QObject* watched, QEvent* event) {
