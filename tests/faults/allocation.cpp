@@ -10,12 +10,12 @@
 #include "store/store_folder.h"
 #include "tests/faults/counted_stores.h"
 #include "tests/support/manual_timer.h"
+#include "tests/support/wrapped_allocation.h"
 
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -45,38 +45,15 @@ bool fails() {
 
 } // namespace
 
-// operator new of the program and of the libraries, and the C functions as the project's own objects call them (the
-// linker redirects those).
-extern "C" {
-void* __real_malloc(std::size_t size);
-void* __real_calloc(std::size_t count, std::size_t size);
-void* __real_realloc(void* block, std::size_t size);
-void __real_free(void* block);
-void* __wrap_malloc(std::size_t size) {
-    return fails() ? nullptr : __real_malloc(size);
-}
-void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return fails() ? nullptr : __real_calloc(count, size);
-}
-void* __wrap_realloc(void* block, std::size_t size) {
-    return fails() ? nullptr : __real_realloc(block, size);
-}
-void __wrap_free(void* block) {
-    __real_free(block);
-}
-}
+namespace vantor::testing {
 
-void* operator new(std::size_t size) {
-    if (auto* const block = fails() ? nullptr : __real_malloc(std::max<std::size_t>(size, 1)))
-        return block;
-    throw std::bad_alloc();
+bool isGranted() {
+    return !fails();
 }
-void operator delete(void* block) noexcept {
-    __real_free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    __real_free(block);
-}
+void obtained(std::size_t) {}
+void returned(std::size_t) {}
+
+} // namespace vantor::testing
 
 namespace vantor::faults {
 namespace {

@@ -77,9 +77,11 @@ TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
 
 TEST_F(InTheNetherlands, CatalogueIsSavedAndLoadedAsAnywhere) {
     testing::LoneCatalog catalog(&m_file);
-    m_files.files[m_path] = data("catalog.json");
-    catalog.load();
-    EXPECT_EQ(differences(catalog.products(), testing::storedCatalog().products), "");
+    for (const auto* name : {"catalog.json", "catalog_other_writer.json"}) {
+        m_files.files[m_path] = data(name);
+        catalog.load();
+        EXPECT_EQ(differences(catalog.document.library().catalog, testing::storedCatalog()), "") << name;
+    }
     catalog.save();
     EXPECT_EQ(saved(), data("catalog.json"));
 }

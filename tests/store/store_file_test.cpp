@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -63,11 +64,83 @@ TEST_F(StoreFileTest, MissingFileHasNoBytesAndIsMadeWithItsFolderByTheFirstSave)
     EXPECT_THAT(m_files.renames, IsEmpty());
 }
 
-TEST_F(StoreFileTest, ReadableFileIsReplaced) {
-    m_files.files[kPath] = "old";
-    EXPECT_EQ(load(), "old");
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
+TEST_F(StoreFileTest, SetsAsideWhatItNeitherReadNorWrote) {
+    struct Case {
+        const char* what;
+        std::function<void()> before;
+        // What is set aside by the next save.
+        std::string aside;
+    };
+    const std::vector<Case> cases{
+        {"read well", [this] { load(); }, ""},
+        {"read well, in a folder that could not be made",
+         [this] {
+             load();
+             m_files.failsToCreateFolders = true;
+         },
+         ""},
+        {"made no sense, and is gone",
+         [this] {
+             load(false);
+             m_files.files.clear();
+         },
+         ""},
+        {"made no sense, and does now",
+         [this] {
+             load(false);
+             load();
+         },
+         ""},
+        {"read well, and is gone",
+         [this] {
+             load();
+             m_files.files.clear();
+         },
+         ""},
+        {"could not be read",
+         [this] {
+             m_files.unreadable = {kPath};
+             EXPECT_EQ(load(), "(nothing)");
+         },
+         "old"},
+        {"never asked for", [] {}, "old"},
+        {"replaced by others",
+         [this] {
+             load();
+             m_files.files[kPath] = "others'";
+         },
+         "others'"},
+        {"saved, and replaced by others",
+         [this] {
+             load();
+             m_file.save("mine");
+             m_files.files[kPath] = "others'";
+         },
+         "others'"},
+        {"saved as far as one can tell, and replaced by others",
+         [this] {
+             load();
+             m_files.failsToSync = true;
+             m_file.save("mine");
+             m_files.failsToSync = false;
+             m_files.files[kPath] = "others'";
+         },
+         "others'"},
+    };
+    for (const auto& [what, before, aside] : cases) {
+        SCOPED_TRACE(what);
+        m_files.files = {{kPath, "old"}};
+        m_files.unreadable.clear();
+        m_files.failsToCreateFolders = false;
+        before();
+        m_files.renames.clear();
+        m_file.save("new");
+        EXPECT_EQ(m_files.files.at(kPath), "new");
+        EXPECT_EQ(m_files.renames.size(), aside.empty() ? 0U : 1U);
+        if (!aside.empty()) {
+            EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new"), Pair(kAside, aside)));
+        }
+    }
 }
 
 TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) {
@@ -82,14 +155,6 @@ TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) 
     EXPECT_THAT(m_files.renames, ElementsAre(Pair(kPath, kAside)));
 }
 
-TEST_F(StoreFileTest, FileThatCannotBeReadIsSetAside) {
-    m_files.files[kPath] = "secret";
-    m_files.unreadable = {kPath};
-    EXPECT_EQ(load(), "(nothing)");
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new"), Pair(kAside, "secret")));
-}
-
 TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
     m_files.files[kPath] = "garbage";
     load(false);
@@ -100,69 +165,6 @@ TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
     m_files.failsToRename = false;
     m_file.save("newer");
     EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
-}
-
-TEST_F(StoreFileTest, UnreadableFileThatIsGoneByNowIsNoHindrance) {
-    m_files.files[kPath] = "garbage";
-    load(false);
-    m_files.files.clear();
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
-}
-
-TEST_F(StoreFileTest, FileSetAsideEarlierInTheSameSecondIsKept) {
-    m_files.files[kAside] = "earlier garbage";
-    m_files.files[kPath] = "garbage";
-    load(false);
-    m_file.save("new");
-    EXPECT_EQ(m_files.files.at(kAside), "earlier garbage");
-    EXPECT_EQ(m_files.files.at(kPath), "new");
-    EXPECT_EQ(stored().size(), 3U);
-    ASSERT_EQ(m_files.renames.size(), 1U);
-    EXPECT_TRUE(m_files.renames[0].second.string().starts_with(kAside.string())) << m_files.renames[0].second;
-}
-
-TEST_F(StoreFileTest, LoadingAgainForgetsThatTheFileWasUnreadable) {
-    m_files.files[kPath] = "garbage";
-    load(false);
-    load();
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
-}
-
-TEST_F(StoreFileTest, FileThatOthersPutInPlaceIsSetAside) {
-    const std::vector<std::function<void()>> waysToKnowAFile{
-        // Never asked for it.
-        [] {},
-        [this] { load(); },
-        [this] {
-            load();
-            m_file.save("mine");
-        },
-        [this] {
-            m_files.failsToSync = true;
-            m_file.save("mine");
-            m_files.failsToSync = false;
-        },
-    };
-    for (const auto& know : waysToKnowAFile) {
-        m_files.files = {{kPath, "old"}};
-        know();
-        m_files.files[kPath] = "others'";
-        m_files.renames.clear();
-        m_file.save("new");
-        EXPECT_EQ(m_files.files.at(kPath), "new");
-        ASSERT_EQ(m_files.renames.size(), 1U);
-        EXPECT_EQ(m_files.files.at(m_files.renames[0].second), "others'");
-    }
-}
-
-TEST_F(StoreFileTest, FileThatOthersTookAwayIsMadeAnew) {
-    m_files.files[kPath] = "old";
-    load();
-    m_files.files.clear();
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new")));
 }
 
 TEST_F(StoreFileTest, KnowsSinceWhenAndWhyItIsNotSaved) {
@@ -221,9 +223,11 @@ TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {
 }
 
 TEST_F(StoreFileTest, WhatStartsManyTimesInOneSecondLosesTheOldestFilesSetAside) {
-    for (int start = 0; start < 7; ++start)
+    for (int start = 0; start < 7; ++start) {
         setAside("garbage " + std::to_string(start));
-    EXPECT_EQ(stored().size(), 6U);
+        EXPECT_EQ(stored().size(), static_cast<std::size_t>(std::min(start + 2, 6)))
+            << "none takes the place of another";
+    }
     EXPECT_THAT(stored(), Contains(Pair(::testing::_, "garbage 6")));
     EXPECT_THAT(stored(), Not(Contains(Pair(::testing::_, "garbage 0"))));
 }
@@ -299,16 +303,6 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
         EXPECT_EQ(next.loaded(), each.loaded) << each.what;
         m_files.files.clear();
     }
-}
-
-TEST_F(StoreFileTest, FailuresAreSilent) {
-    m_files.files[kPath] = "old";
-    m_files.failsToCreateFolders = true;
-    m_file.save("new");
-    EXPECT_EQ(m_files.files.at(kPath), "new") << "a folder that cannot be made may be there";
-    m_files.failsToReplace = true;
-    m_file.save("newer");
-    EXPECT_EQ(m_files.files.at(kPath), "new");
 }
 
 } // namespace
