@@ -8,7 +8,6 @@
 #include <fstream>
 #include <limits>
 #include <string>
-#include <vector>
 
 namespace vantor {
 namespace {
@@ -30,27 +29,12 @@ TEST_F(QtKeyValueStoreTest, IsEmptyAtFirst) {
 }
 
 TEST_F(QtKeyValueStoreTest, KeepsTextsOverARestart) {
-    const std::vector<std::string> texts{"",
-                                         "2.0",
-                                         "https://vantor.example/a?b=1&c=d;e#f",
-                                         "a, b",
-                                         "a; b = c",
-                                         " spaties ",
-                                         "\"x\"",
-                                         "@Date",
-                                         "@Variant(1)",
-                                         "regel\nregel\r\n\t",
-                                         "caf\xC3\xA9 \xF0\x9F\x93\xB7",
-                                         "\\x41 % %41",
-                                         "1.5",
-                                         "true",
-                                         std::string("a\0b", 3)};
-    for (const auto& text : texts) {
-        {
-            QtKeyValueStore store(file);
-            store.setText(kKey, text);
-            EXPECT_EQ(store.text(kKey), text);
-        }
+    for (const auto& text :
+         {std::string(), std::string("2.0"), std::string("https://vantor.example/a?b=1&c=d;e#f"),
+          std::string(" a, b; c = \"d\" "), std::string("@Date"), std::string("@Variant(1)"),
+          std::string("regel\nregel\r\n\t"), std::string("caf\xC3\xA9 \xF0\x9F\x93\xB7"),
+          std::string("\\x41 % %41"), std::string("1.5"), std::string("true"), std::string("a\0b", 3)}) {
+        QtKeyValueStore(file).setText(kKey, text);
         const QtKeyValueStore restarted(file);
         EXPECT_EQ(restarted.text(kKey), text);
         EXPECT_FALSE(restarted.date(kKey)) << text;
@@ -58,23 +42,12 @@ TEST_F(QtKeyValueStoreTest, KeepsTextsOverARestart) {
 }
 
 TEST_F(QtKeyValueStoreTest, KeepsDatesToTheLastBitOverARestart) {
-    const std::vector<double> seconds{0.0,
-                                      -0.25,
-                                      800'000'000.123'456'7,
-                                      std::nextafter(800'000'000.0, 1e9),
-                                      -978'307'200.0,
-                                      1e-300,
-                                      std::numeric_limits<double>::max()};
-    for (const double each : seconds) {
-        {
-            QtKeyValueStore store(file);
-            store.setDate(kKey, {each});
-            ASSERT_TRUE(store.date(kKey));
-            EXPECT_EQ(store.date(kKey)->secondsSinceReference, each);
-        }
+    for (const double seconds : {0.0, -0.25, 800'000'000.123'456'7, std::nextafter(800'000'000.0, 1e9),
+                                 -978'307'200.0, 1e-300, std::numeric_limits<double>::max()}) {
+        QtKeyValueStore(file).setDate(kKey, {seconds});
         const QtKeyValueStore restarted(file);
         ASSERT_TRUE(restarted.date(kKey));
-        EXPECT_EQ(restarted.date(kKey)->secondsSinceReference, each);
+        EXPECT_EQ(restarted.date(kKey)->secondsSinceReference, seconds);
         EXPECT_EQ(restarted.text(kKey), std::nullopt);
     }
 }
@@ -91,17 +64,12 @@ TEST_F(QtKeyValueStoreTest, ReplacesOneKindByTheOther) {
 }
 
 TEST_F(QtKeyValueStoreTest, RemovesForGood) {
-    {
-        QtKeyValueStore store(file);
-        store.setText("a", "1");
-        store.setText("b", "2");
-    }
-    {
-        QtKeyValueStore store(file);
-        store.remove("a");
-        store.remove("nooit gezien");
-        EXPECT_EQ(store.text("a"), std::nullopt);
-    }
+    QtKeyValueStore store(file);
+    store.setText("a", "1");
+    store.setText("b", "2");
+    store.remove("a");
+    store.remove("nooit gezien");
+    EXPECT_EQ(store.text("a"), std::nullopt);
     const QtKeyValueStore restarted(file);
     EXPECT_EQ(restarted.text("a"), std::nullopt);
     EXPECT_EQ(restarted.text("b"), "2");

@@ -6,6 +6,8 @@
 
 #include <QDesktopServices>
 #include <QUrl>
+#include <string>
+#include <vector>
 
 namespace vantor {
 namespace {
@@ -14,17 +16,17 @@ using testing::RecordingDesktop;
 
 TEST(QtUrlOpenerTest, OpensWebAddresses) {
     RecordingDesktop desktop;
-    QtUrlOpener opener;
-    opener.open("https://vantor.example/handleiding");
-    opener.open("http://vantor.example/a%20b?v=2.0&os=x#deel");
-    EXPECT_THAT(desktop.opened, ::testing::ElementsAre("https://vantor.example/handleiding",
-                                                       "http://vantor.example/a%20b?v=2.0&os=x#deel"));
+    const std::vector<std::string> addresses{
+        "https://vantor.example/handleiding", "http://vantor.example/a%20b?v=2.0&os=x#deel",
+        "https://vantor.example:8443/", "http://[2001:db8::1]/x", "https://xn--vantr-kua.example/"};
+    for (const auto& address : addresses)
+        QtUrlOpener().open(address);
+    EXPECT_EQ(desktop.opened, addresses);
 }
 
 TEST(QtUrlOpenerTest, OpensPagesOfThisComputer) {
     RecordingDesktop desktop;
-    QtUrlOpener opener;
-    opener.openPage("/usr/share/doc/een map/100%#1.html");
+    QtUrlOpener().openPage("/usr/share/doc/een map/100%#1.html");
     EXPECT_THAT(desktop.opened, ::testing::ElementsAre("file:///usr/share/doc/een%20map/100%25%231.html"));
 }
 
@@ -35,12 +37,12 @@ TEST(QtUrlOpenerTest, IgnoresEverythingElse) {
     ASSERT_THAT(desktop.opened, ::testing::ElementsAre("file:///tmp"));
     desktop.opened.clear();
 
-    QtUrlOpener opener;
-    for (const auto* const address : {"", "vantor.example", "/etc/passwd", "file:///etc/passwd",
-                                      "ftp://vantor.example/", "mailto:a@b.example", "javascript:alert(1)",
-                                      "https://", "https:///x", "http://a b", " https://vantor.example"}) {
-        opener.open(address);
-    }
+    for (const auto* const address :
+         {"", "vantor.example", "//vantor.example/", "/etc/passwd", "file:///etc/passwd",
+          "ftp://vantor.example/", "mailto:a@b.example", "data:text/html,x", "javascript:alert(1)",
+          "https:vantor.example", "https://", "https:///x", "http://a b", " https://vantor.example",
+          "https://vant\xC3\xB8r.example/"})
+        QtUrlOpener().open(address);
     EXPECT_THAT(desktop.opened, ::testing::IsEmpty());
 }
 
