@@ -68,7 +68,7 @@ std::string textOf(Store store, const std::optional<GoodVersion>& good, Timestam
 
 void tellUnreadable(Document& document, StoreFolder& folder, Notices& notices, UrlOpener& urls, Store store,
                     std::optional<GoodVersion> found) {
-    const std::string topic = store == Store::Shoots ? "unreadable shoots" : "unreadable catalog";
+    const std::string topic = store == Store::Shoots ? "unreadableShoots" : "unreadableCatalog";
     Notice notice{Notice::Kind::Error, textOf(store, found, document.now()), {}, topic};
     if (found) {
         // An action is copied about; what it puts back is not.
@@ -89,7 +89,7 @@ void tellChanged(bool shoots, bool catalog, Notices& notices) {
     const auto text = !catalog  ? lookUp("shoots.json is buiten Vantor Prep om veranderd")
                       : !shoots ? lookUp("catalog.json is buiten Vantor Prep om veranderd")
                                 : lookUp("shoots.json en catalog.json zijn buiten Vantor Prep om veranderd");
-    notices.show({Notice::Kind::Warning, text, {}, "changed files"});
+    notices.show({Notice::Kind::Warning, text, {}, "changedFiles"});
 }
 
 } // namespace
