@@ -1,7 +1,9 @@
 #include "model/product_json.h"
 
+#include "model/product_fields.h"
 #include "model/record_json.h"
 
+#include <tuple>
 #include <utility>
 
 namespace vantor {
@@ -9,47 +11,27 @@ namespace {
 
 // Earlier versions kept products per client; such a product's client is its brand. Where a product has a brand of its
 // own, the old key is one like any other that is not known.
-struct StoredProduct {
-    Product product;
+struct StoredProduct : Product {
     UnreadJson client;
 
     std::optional<Product> record() && {
-        if (product.brand.empty() && !client.json.empty() && !JsonReader(client.json).readText(product.brand))
+        if (brand.empty() && !client.json.empty() && !JsonReader(client.json).readText(brand))
             return std::nullopt;
+        Product& product = *this;
         return std::move(product);
     }
 };
 
-template <typename Visit>
-void visitMembers(Visit& visit, StoredProduct& stored) {
-    visit.required("id", stored.product.id);
-    visit.required("name", stored.product.name);
-    visit.required("colors", stored.product.colors);
-    visit.optional("brand", stored.product.brand);
-    visit.optional("client", stored.client);
-}
-
 } // namespace
+
+template <>
+inline constexpr auto kFields<StoredProduct> =
+    std::tuple_cat(kFields<Product>, std::tuple{optionalField("client", &StoredProduct::client)});
 
 template <>
 struct StoredForm<Product> {
     using Type = StoredProduct;
 };
-
-template <typename Visit>
-void visitMembers(Visit& visit, const Product& product) {
-    visit.required("id", product.id);
-    visit.required("name", product.name);
-    visit.required("colors", product.colors);
-    visit.required("brand", product.brand);
-}
-
-template <typename Visit, MaybeConst<CatalogData> Catalog>
-void visitMembers(Visit& visit, Catalog& catalog) {
-    visit.required("products", catalog.products);
-    visit.required("clients", catalog.clients);
-    visit.optional("brands", catalog.brands);
-}
 
 void writeCatalog(JsonWriter& out, const CatalogData& catalog) {
     RecordWriter(out, DateForm::SecondsSinceReference).write(catalog);

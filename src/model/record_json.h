@@ -1,9 +1,6 @@
-// How a record's members become JSON members, said once for both directions.
+// The JSON form of records, written and read by the table of their fields (model/record_fields.h).
 //
-// A record type takes part through a function visitMembers(visit, record) in its namespace, which names each
-// member with visit.required(key, member) or visit.optional(key, member); the record is const when it is written.
-// The order of these calls is the order in the file.
-//
+// Writing: a field a member, in the order of the table; an absent std::optional is left out.
 // Reading: members may come in any order, unknown ones are ignored whatever they hold, of equal ones the last holds. A required
 // member that is missing, null or of another type fails the whole text; an optional one that is missing or
 // null keeps the value that the record is made with.
@@ -12,13 +9,14 @@
 #include "base/json.h"
 #include "base/timestamp.h"
 #include "base/uuid.h"
+#include "model/record_fields.h"
 
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -30,17 +28,6 @@ enum class DateForm {
     // A text: ISO 8601 in UTC.
     Iso8601,
 };
-
-// A list of records or of values, but not a text.
-template <typename T>
-concept JsonList = requires(T list) {
-    list.emplace_back();
-}
-&&!std::same_as<T, std::string>;
-
-// For visitMembers(): T is Record or const Record.
-template <typename T, typename Record>
-concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
 
 // A value whose type is judged later, if at all: as it stands in the text that is read, empty where there is none.
 struct UnreadJson {
@@ -56,10 +43,10 @@ class RecordWriter {
 public:
     RecordWriter(JsonWriter& out, DateForm dates) : m_out(out), m_dates(dates) {}
 
-    template <typename Record>
+    template <HasFields Record>
     void write(const Record& record) {
         m_out.startObject();
-        visitMembers(*this, record);
+        forEachField<Record>([&](const auto& field) { writeMember(field.key, record.*field.member); });
         m_out.endObject();
     }
     void write(const std::string& value) { m_out.text(value); }
@@ -74,7 +61,7 @@ public:
         else
             m_out.number(value.secondsSinceReference);
     }
-    template <JsonList List>
+    template <ValueList List>
     void write(const List& list) {
         m_out.startArray();
         for (const auto& element : list)
@@ -82,22 +69,18 @@ public:
         m_out.endArray();
     }
 
+private:
     template <typename Value>
-    void required(std::string_view key, const Value& value) {
+    void writeMember(std::string_view key, const Value& value) {
         m_out.key(key);
         write(value);
     }
     template <typename Value>
-    void optional(std::string_view key, const Value& value) {
-        required(key, value);
-    }
-    template <typename Value>
-    void optional(std::string_view key, const std::optional<Value>& value) {
+    void writeMember(std::string_view key, const std::optional<Value>& value) {
         if (value)
-            required(key, *value);
+            writeMember(key, *value);
     }
 
-private:
     JsonWriter& m_out;
     DateForm m_dates;
 };
@@ -107,7 +90,7 @@ public:
     RecordReader(JsonReader& in, DateForm dates) : m_in(in), m_dates(dates) {}
 
     // False, and the reader failed, when what comes next is not such a value.
-    template <typename Record>
+    template <HasFields Record>
     bool read(Record& record) {
         if constexpr (requires { typename StoredForm<Record>::Type; }) {
             typename StoredForm<Record>::Type stored;
@@ -128,13 +111,17 @@ public:
         value.json = m_in.skip();
         return !m_in.failed();
     }
+    template <typename Value>
+    bool read(std::optional<Value>& value) {
+        return read(value.emplace());
+    }
     bool read(Uuid& value) { return readParsed(value, Uuid::parse); }
     bool read(Timestamp& value) {
         if (m_dates == DateForm::Iso8601)
             return readParsed(value, Timestamp::parseIso8601);
         return m_in.readNumber(value.secondsSinceReference);
     }
-    template <JsonList List>
+    template <ValueList List>
     bool read(List& list) {
         list.clear();
         return m_in.readArray([&] {
@@ -149,14 +136,42 @@ private:
     bool readMembers(Record& record) {
         std::uint32_t seen = 0;
         m_in.readObject([&](std::string_view key) {
-            MemberReader member{*this, key, seen};
-            visitMembers(member, record);
-            if (!member.found)
+            std::uint32_t bit = 1;
+            bool isKnown = false;
+            forEachField<Record>([&](const auto& field) {
+                if (!isKnown && field.key == key) {
+                    isKnown = true;
+                    seen |= bit;
+                    readMember(record.*field.member, field.isRequired);
+                }
+                bit <<= 1U;
+            });
+            if (!isKnown)
                 m_in.skip();
         });
-        RequiredMembers members;
-        visitMembers(members, record);
-        return (seen & members.mask) == members.mask ? !m_in.failed() : m_in.fail();
+        static constexpr auto kRequired = requiredBits<Record>();
+        return (seen & kRequired) == kRequired ? !m_in.failed() : m_in.fail();
+    }
+
+    // The first field's bit is the lowest.
+    template <typename Record>
+    static consteval std::uint32_t requiredBits() {
+        static_assert(std::tuple_size_v<std::remove_const_t<decltype(kFields<Record>)>> <= 32);
+        std::uint32_t bits = 0;
+        std::uint32_t bit = 1;
+        forEachField<Record>([&](const auto& field) {
+            bits |= field.isRequired ? bit : 0;
+            bit <<= 1U;
+        });
+        return bits;
+    }
+
+    template <typename Value>
+    void readMember(Value& value, bool isRequired) {
+        if (!isRequired && m_in.takeNull())
+            value = Value();
+        else
+            read(value);
     }
 
     // Doubling a long list of small records in a hostile file would take many times the file's size for a moment.
@@ -168,55 +183,6 @@ private:
                 list.reserve(list.size() + list.size() / 6);
         }
     }
-
-    // Reads the one member that has this key.
-    struct MemberReader {
-        RecordReader& reader;
-        std::string_view key;
-        std::uint32_t& seen;
-        bool found = false;
-        std::uint32_t bit = 1;
-
-        template <typename Value>
-        void required(std::string_view name, Value& value) {
-            if (!found && name == key) {
-                found = true;
-                seen |= bit;
-                reader.read(value);
-            }
-            bit <<= 1U;
-        }
-        template <typename Value>
-        void optional(std::string_view name, Value& value) {
-            if (!found && name == key) {
-                found = true;
-                if (reader.m_in.takeNull())
-                    value = Value();
-                else
-                    reader.read(value);
-            }
-        }
-        template <typename Value>
-        void optional(std::string_view name, std::optional<Value>& value) {
-            if (!found && name == key) {
-                found = true;
-                value.reset();
-                if (!reader.m_in.takeNull())
-                    reader.read(value.emplace());
-            }
-        }
-    };
-
-    struct RequiredMembers {
-        std::uint32_t mask = 0;
-
-        template <typename Value>
-        void required(std::string_view, Value&) {
-            mask = (mask << 1U) | 1U;
-        }
-        template <typename Value>
-        void optional(std::string_view, Value&) {}
-    };
 
     template <typename Value, typename Parse>
     bool readParsed(Value& value, Parse parse) {

@@ -161,7 +161,7 @@ rc::Gen<Product> writableProduct() {
         }
         return product;
     };
-    return rc::gen::apply(pick, testing::product(testing::plainText(";")),
+    return rc::gen::apply(pick, testing::generated<Product>({.texts = testing::plainText(";")}),
                           testing::fewOf<std::vector<std::string>>(testing::plainText(";,")));
 }
 

@@ -112,14 +112,14 @@ TEST(SetObject, IsWrittenInTheFormItHasInAShootFile) {
 }
 
 RC_GTEST_PROP(ShootFileProperty, ReadsBackToTheSecond, ()) {
-    const auto shoot = *testing::shoot(testing::wholeSecond());
+    const auto shoot = *testing::generated<Shoot>({.moments = testing::wholeSecond()});
     const auto back = readShootFile(writeShootFile(shoot));
     RC_ASSERT(back.has_value());
     RC_ASSERT(differences(*back, shoot) == "");
 }
 
 RC_GTEST_PROP(ShootFileProperty, AnyMomentIsWrittenSoThatItReads, ()) {
-    const auto shoot = *testing::shoot(testing::moment());
+    const auto shoot = *testing::generated<Shoot>();
     const auto text = writeShootFile(shoot);
     const auto back = readShootFile(text);
     RC_ASSERT(back.has_value());

@@ -151,7 +151,7 @@ TEST(ProductsJson, IsNothingButAList) {
 }
 
 RC_GTEST_PROP(CatalogJsonProperty, ReadsBackWhatItWrites, ()) {
-    const auto catalog = *testing::catalogData();
+    const auto catalog = *testing::generated<CatalogData>();
     const auto back = readCatalog(written(catalog));
     RC_ASSERT(back.has_value());
     RC_ASSERT(differences(*back, catalog) == "");

@@ -34,7 +34,7 @@ TEST(Product, IsEqualInAllFieldsOrNotEqual) {
 }
 
 RC_GTEST_PROP(ProductProperty, EqualProductsHashAlikeAndOthersMostlyDoNot, ()) {
-    const auto a = *testing::product();
+    const auto a = *testing::generated<Product>();
     auto b = a;
     RC_ASSERT(std::hash<Product>{}(a) == std::hash<Product>{}(b));
     b.brand += "x";

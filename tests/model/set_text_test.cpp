@@ -197,7 +197,7 @@ RC_GTEST_PROP(QrTextProperty, ReadsBackWhatItWrites, ()) {
 }
 
 RC_GTEST_PROP(QrTextProperty, HasALineForEveryFieldAndItemWhateverTheyHold, ()) {
-    const auto set = *testing::setData(testing::moment());
+    const auto set = *testing::generated<SetData>();
     std::size_t expected = set.items.size();
     for (const auto* field : {&set.setNumber, &set.brand, &set.model, &set.location, &set.email})
         expected += field->empty() ? 0U : 1U;

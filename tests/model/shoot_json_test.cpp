@@ -341,7 +341,7 @@ TEST(ShootJson, IsNeitherAListNorAnythingElse) {
 }
 
 RC_GTEST_PROP(ShootJsonProperty, ReadsBackToTheLastBitWithNumberDates, ()) {
-    const auto shoots = *testing::fewOf<std::vector<Shoot>>(testing::shoot(testing::moment()));
+    const auto shoots = *testing::generated<std::vector<Shoot>>();
     JsonWriter out(JsonWriter::Layout::Compact);
     writeShoots(out, shoots, DateForm::SecondsSinceReference);
     const auto back = readShoots(out.written(), DateForm::SecondsSinceReference);
@@ -350,7 +350,7 @@ RC_GTEST_PROP(ShootJsonProperty, ReadsBackToTheLastBitWithNumberDates, ()) {
 }
 
 RC_GTEST_PROP(ShootJsonProperty, ReadsBackToTheSecondWithTextDates, ()) {
-    const auto shoot = *testing::shoot(testing::wholeSecond());
+    const auto shoot = *testing::generated<Shoot>({.moments = testing::wholeSecond()});
     JsonWriter out(JsonWriter::Layout::Indented);
     writeShoot(out, shoot, DateForm::Iso8601);
     const auto back = readShoot(out.written(), DateForm::Iso8601);

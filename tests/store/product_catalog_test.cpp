@@ -291,7 +291,7 @@ RC_GTEST_PROP(ProductCatalogProperty, ImportingTwiceAddsNothingTheSecondTime, ()
 }
 
 RC_GTEST_PROP(ProductCatalogProperty, LoadsWhatItSaved, ()) {
-    const auto made = *testing::catalogData();
+    const auto made = *testing::generated<CatalogData>();
     const testing::MemoryFileStore files;
     StoreFile file(files, "/x/catalog.json");
     testing::LoneCatalog catalog(&file);

@@ -2,19 +2,20 @@
 #pragma once
 
 #include "base/text.h"
-#include "model/product.h"
-#include "model/shoot.h"
+#include "model/product_fields.h"
+#include "model/shoot_fields.h"
 
 #include <rapidcheck.h>
 
-#include <array>
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -182,14 +183,39 @@ inline rc::Gen<Timestamp> wholeSecond() {
                         [](std::int64_t seconds) { return Timestamp{static_cast<double>(seconds)}; });
 }
 
-inline rc::Gen<SetItem> setItem(const rc::Gen<std::string>& texts = text()) {
-    return rc::gen::construct<SetItem>(uuid(), texts, texts);
-}
+// What the fields of a record are made of.
+struct FieldValues {
+    rc::Gen<std::string> texts = text();
+    rc::Gen<Timestamp> moments = moment();
+};
 
-inline rc::Gen<SetData> setData(const rc::Gen<Timestamp>& moments,
-                                const rc::Gen<std::string>& texts = text()) {
-    return rc::gen::construct<SetData>(uuid(), texts, texts, fewOf<std::vector<SetItem>>(setItem(texts)),
-                                       texts, texts, moments, rc::gen::arbitrary<std::int64_t>(), texts);
+// A value of a field, or a whole record, field by field.
+template <typename Value>
+rc::Gen<Value> generated(const FieldValues& of = {}) {
+    if constexpr (std::same_as<Value, std::string>) {
+        return of.texts;
+    } else if constexpr (std::same_as<Value, Timestamp>) {
+        return of.moments;
+    } else if constexpr (std::same_as<Value, Uuid>) {
+        return uuid();
+    } else if constexpr (std::integral<Value>) {
+        return rc::gen::arbitrary<Value>();
+    } else if constexpr (ValueList<Value>) {
+        return fewOf<Value>(generated<typename Value::value_type>(of));
+    } else if constexpr (HasFields<Value>) {
+        return rc::gen::exec([of] {
+            Value record;
+            forEachField<Value>([&](const auto& field) {
+                auto& member = record.*field.member;
+                member = *generated<std::remove_reference_t<decltype(member)>>(of);
+            });
+            return record;
+        });
+    } else {
+        using Present = typename Value::value_type;
+        return rc::gen::map(rc::gen::maybe(generated<Present>(of)),
+                            [](const rc::Maybe<Present>& value) { return value ? Value(*value) : Value(); });
+    }
 }
 
 // A set of plain texts with a number and named items, whose texts are without `barred`.
@@ -205,26 +231,8 @@ inline rc::Gen<SetData> plainSet(std::string_view barred) {
             set.items = std::move(items);
             return set;
         },
-        setData(moment(), plainText("")), fewOf<std::vector<SetItem>>(setItem(plainText(barred))));
-}
-
-inline rc::Gen<Shoot> shoot(const rc::Gen<Timestamp>& moments) {
-    const auto path = rc::gen::map(rc::gen::maybe(text()), [](const rc::Maybe<std::string>& made) {
-        return made ? std::optional(*made) : std::nullopt;
-    });
-    const auto activation = rc::gen::construct<SetActivation>(uuid(), moments);
-    return rc::gen::construct<Shoot>(uuid(), text(), text(), text(), moments,
-                                     fewOf<SetList>(setData(moments)), path,
-                                     fewOf<std::vector<SetActivation>>(activation));
-}
-
-inline rc::Gen<Product> product(const rc::Gen<std::string>& texts = text()) {
-    return rc::gen::construct<Product>(uuid(), texts, fewOf<std::vector<std::string>>(texts), texts);
-}
-
-inline rc::Gen<CatalogData> catalogData() {
-    const auto names = fewOf<std::vector<std::string>>(text());
-    return rc::gen::construct<CatalogData>(fewOf<std::vector<Product>>(product()), names, names);
+        generated<SetData>({.texts = plainText("")}),
+        generated<std::vector<SetItem>>({.texts = plainText(barred)}));
 }
 
 } // namespace vantor::testing
@@ -232,20 +240,13 @@ inline rc::Gen<CatalogData> catalogData() {
 namespace vantor {
 
 // For the report of a property that does not hold.
-inline void showValue(const SetData& set, std::ostream& out) {
-    rc::show(std::tie(set.setNumber, set.brand, set.model, set.location, set.email), out);
-    for (const auto& item : set.items)
-        rc::show(std::tie(item.name, item.color), out << ' ');
+inline void showValue(const SetList& sets, std::ostream& out) {
+    rc::show(std::vector<SetData>(sets.begin(), sets.end()), out);
 }
 
-inline void showValue(const Shoot& shoot, std::ostream& out) {
-    rc::show(std::tie(shoot.name, shoot.location, shoot.client), out);
-    for (const auto& set : shoot.sets)
-        showValue(set, out << "\n  ");
-}
-
-inline void showValue(const Product& product, std::ostream& out) {
-    rc::show(std::tie(product.name, product.colors, product.brand), out);
+template <HasFields Record>
+void showValue(const Record& record, std::ostream& out) {
+    forEachField<Record>([&](const auto& field) { rc::show(record.*field.member, out << field.key << ' '); });
 }
 
 } // namespace vantor
