@@ -1,5 +1,7 @@
 #include "tests/cli/program.h"
 
+#include "formats/shoot_file.h"
+
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -134,8 +136,19 @@ Outcome Program::run(const std::vector<std::string>& arguments, const Streams& s
     return run;
 }
 
-bool Program::exists(const fs::path& name) const {
-    return fs::exists(fs::symlink_status(at(name)));
+std::string Program::done(const std::vector<std::string>& arguments, const Streams& streams) const {
+    auto run = this->run(arguments, streams);
+    EXPECT_EQ(run.status, kDone) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(run.errors, "") << ::testing::PrintToString(arguments);
+    return run.output;
+}
+
+void Program::expectFailure(const std::vector<std::string>& arguments, const std::string& complaint,
+                            const Streams& streams) const {
+    const auto run = this->run(arguments, streams);
+    EXPECT_EQ(run.status, kFailed) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(run.output, "") << ::testing::PrintToString(arguments);
+    EXPECT_EQ(run.errors, "vantor-prep-cli: " + complaint + "\n");
 }
 
 void Program::write(const fs::path& name, std::string_view bytes) const {
@@ -145,6 +158,20 @@ void Program::write(const fs::path& name, std::string_view bytes) const {
 std::string Program::read(const fs::path& name) const {
     EXPECT_TRUE(fs::is_regular_file(at(name))) << name << " is not there";
     return bytesOf(at(name));
+}
+
+void Program::writeShoot(const fs::path& name, SetList sets) const {
+    auto shoot = Shoot::make("Proef", "", "", Timestamp{0});
+    shoot.sets = std::move(sets);
+    write(name, writeShootFile(shoot));
+}
+
+SetData setOf(std::string number, std::string brand, std::vector<SetItem> items) {
+    auto set = SetData::make(Timestamp{0});
+    set.setNumber = std::move(number);
+    set.brand = std::move(brand);
+    set.items = std::move(items);
+    return set;
 }
 
 std::string example(const std::string& name) {
