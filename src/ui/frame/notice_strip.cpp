@@ -15,6 +15,8 @@
 namespace vantor::ui {
 namespace {
 
+constexpr const char* kName = "noticeStrip";
+
 // A notification whose name is what it says.
 class AccessibleStrip final : public QAccessibleWidget {
 public:
@@ -45,7 +47,7 @@ NoticeStrip::NoticeStrip(QWidget* over, Notices& notices)
       m_notices(notices) {
     static const bool kInstalled = (QAccessible::installFactory(makeAccessible), true);
     static_cast<void>(kInstalled);
-    setObjectName(QStringLiteral("noticeStrip"));
+    setObjectName(QLatin1String(kName));
     m_text = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary, this), "noticeText");
     m_dismiss = new SymbolButton(QStringLiteral("clear"), shown("Sluit melding"), this);
     m_dismiss->setObjectName(QStringLiteral("dismissNotice"));
@@ -66,9 +68,16 @@ NoticeStrip::NoticeStrip(QWidget* over, Notices& notices)
     render();
 }
 
+std::vector<NoticeStrip*> NoticeStrip::allWithin(const QWidget& window) {
+    // By their name: the toolkit would take any widget for one.
+    std::vector<NoticeStrip*> strips;
+    for (auto* const strip : window.findChildren<QWidget*>(QLatin1String(kName)))
+        strips.push_back(static_cast<NoticeStrip*>(strip));
+    return strips;
+}
+
 bool NoticeStrip::isCovered() const {
-    const auto strips = window()->findChildren<NoticeStrip*>();
-    return std::ranges::any_of(strips, [this](const NoticeStrip* strip) {
+    return std::ranges::any_of(allWithin(*window()), [this](const NoticeStrip* strip) {
         return strip != this && strip->window() != window() && strip->window()->isVisible();
     });
 }

@@ -25,6 +25,9 @@ public:
     // Lies over the lower edge of `over`, which belongs to the window it is made for. The notices outlive it.
     NoticeStrip(QWidget* over, Notices& notices);
 
+    // Those of a window and of all windows that were opened over it.
+    [[nodiscard]] static std::vector<NoticeStrip*> allWithin(const QWidget& window);
+
     [[nodiscard]] const QString& text() const { return m_shownText; }
     [[nodiscard]] Notices& notices() const { return m_notices; }
 

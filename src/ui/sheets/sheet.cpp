@@ -45,8 +45,9 @@ void Sheet::setVisible(bool visible) {
 // What happens while a sheet is open is told in it.
 void Sheet::showNotices() {
     for (auto* over = parentWidget(); over != nullptr; over = over->parentWidget()) {
-        if (const auto* const strip = over->window()->findChild<NoticeStrip*>()) {
-            new NoticeStrip(m_pane, strip->notices());
+        const auto strips = NoticeStrip::allWithin(*over->window());
+        if (!strips.empty()) {
+            new NoticeStrip(m_pane, strips.front()->notices());
             return;
         }
     }
