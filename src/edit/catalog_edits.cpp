@@ -71,7 +71,7 @@ std::optional<Change> addClient(const Library& library, std::string_view name) {
     auto patch = nameAdded(library.catalog.clients, trimmed(name));
     if (!patch)
         return std::nullopt;
-    auto change = changeNamed(lookUp("Klant %1 toegevoegd", {trimmed(name)}));
+    auto change = changeNamed(lookUp("Klant %1 toegevoegd", {inName(trimmed(name))}));
     change.clients = *std::move(patch);
     return change;
 }
@@ -80,20 +80,20 @@ std::optional<Change> addBrand(const Library& library, std::string_view name) {
     auto patch = nameAdded(library.catalog.brands, trimmed(name));
     if (!patch)
         return std::nullopt;
-    auto change = changeNamed(lookUp("Merk %1 toegevoegd", {trimmed(name)}));
+    auto change = changeNamed(lookUp("Merk %1 toegevoegd", {inName(trimmed(name))}));
     change.brands = *std::move(patch);
     return change;
 }
 
 Change deleteClient(const Library& library, std::string_view name) {
-    auto change = changeNamed(lookUp("Klant %1 verwijderd", {name}));
+    auto change = changeNamed(lookUp("Klant %1 verwijderd", {inName(name)}));
     change.clients = nameRemoved(library.catalog.clients, name);
     change.isTold = true;
     return change;
 }
 
 Change deleteBrand(const Library& library, std::string_view name) {
-    auto change = changeNamed(lookUp("Merk %1 verwijderd", {name}));
+    auto change = changeNamed(lookUp("Merk %1 verwijderd", {inName(name)}));
     change.brands = nameRemoved(library.catalog.brands, name);
     change.isTold = true;
     return change;
@@ -107,7 +107,7 @@ std::optional<Change> addProduct(const Library& library, std::string_view name,
     const auto& products = library.catalog.products;
     auto all = allOf(products);
     all.emplace_back(Product::make(std::string(wanted), std::move(colors), std::move(brand)));
-    return productsChange(lookUp("%1 toegevoegd", {wanted}), sortedPatch(products, std::move(all)));
+    return productsChange(lookUp("%1 toegevoegd", {inName(wanted)}), sortedPatch(products, std::move(all)));
 }
 
 std::optional<Change> updateProduct(const Library& library, const Uuid& id, std::string_view name,
@@ -120,14 +120,15 @@ std::optional<Change> updateProduct(const Library& library, const Uuid& id, std:
     auto all = allOf(products);
     if (*found != updated)
         all[static_cast<std::size_t>(found - products.begin())] = std::move(updated);
-    return productsChange(lookUp("%1 gewijzigd", {found->name}), sortedPatch(products, std::move(all)));
+    return productsChange(lookUp("%1 gewijzigd", {inName(found->name)}),
+                          sortedPatch(products, std::move(all)));
 }
 
 Change deleteProduct(const Library& library, const Uuid& id) {
     const auto& products = library.catalog.products;
     auto patch = removal(products, [&](const Product& product) { return product.id == id; });
-    auto name =
-        patch.isEmpty() ? std::string() : lookUp("%1 verwijderd", {products[patch.take.front()].name});
+    auto name = patch.isEmpty() ? std::string()
+                                : lookUp("%1 verwijderd", {inName(products[patch.take.front()].name)});
     auto change = productsChange(std::move(name), std::move(patch));
     change.isTold = true;
     return change;

@@ -1,5 +1,8 @@
 #include "edit/change.h"
 
+#include "base/shown_text.h"
+#include "base/text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -20,6 +23,13 @@ bool Change::touchesShoots() const {
 
 bool Change::touchesCatalog() const {
     return !products.isEmpty() || !clients.isEmpty() || !brands.isEmpty();
+}
+
+std::string inName(std::string_view text) {
+    constexpr std::size_t kMostBytes = 60;
+    if (text.size() <= kMostBytes)
+        return shownText(text);
+    return shownText(std::string(firstCharacters(text, kMostBytes)) + "…");
 }
 
 Change changeNamed(std::string name) {

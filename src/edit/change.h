@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "edit/list_patch.h"
@@ -61,6 +62,9 @@ struct Change {
     // Whether there is anything that could be taken back; activating a set, for one, is not.
     [[nodiscard]] bool isStep() const { return touchesShoots() || touchesCatalog(); }
 };
+
+// A piece of data as it stands in a change's name: fit for a line, and cut off where it is long, as menus show it.
+[[nodiscard]] std::string inName(std::string_view text);
 
 // A change that changes nothing yet.
 [[nodiscard]] Change changeNamed(std::string name);

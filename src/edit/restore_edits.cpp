@@ -99,7 +99,7 @@ Change restoreAll(const Library& library, LibraryVersion version, const std::str
 }
 
 Change restoreShoot(const Library& library, Shoot shoot) {
-    auto change = changeNamed(lookUp("Shoot \"%1\" teruggezet", {shoot.name}));
+    auto change = changeNamed(lookUp("Shoot \"%1\" teruggezet", {inName(shoot.name)}));
     change.activeShoot = shoot.id;
     change.isTold = true;
     change.needsRestorePoint = true;

@@ -17,12 +17,15 @@ std::optional<std::size_t> placeOf(const Records& records, const Uuid& id) {
 }
 
 std::string nameOf(const SetData& set) {
-    auto name = set.headline();
+    SetData named;
+    named.setNumber = inName(set.setNumber);
+    named.brand = inName(set.brand);
+    auto name = named.headline();
     return name.empty() ? lookUp("Set zonder nummer en merk") : name;
 }
 
 std::string nameOf(const Shoot& shoot) {
-    return lookUp("Shoot \"%1\"", {shoot.name});
+    return lookUp("Shoot \"%1\"", {inName(shoot.name)});
 }
 
 // What is active, and what is logged, once a set of this shoot is activated.

@@ -1,5 +1,6 @@
 #include "ui/frame/file_notices.h"
 
+#include "base/shown_text.h"
 #include "view/document_notices.h"
 
 #include <utility>
@@ -11,6 +12,10 @@ namespace {
 void tell(const Services& services, Notice::Kind kind, std::string text,
           std::vector<NoticeAction> actions = {}) {
     services.notices.show({kind, std::move(text), std::move(actions), "file"});
+}
+
+std::string nameOf(const std::filesystem::path& path) {
+    return shownText(path.filename().string());
 }
 
 std::string reason(FileStore::ReadFailure why) {
@@ -30,24 +35,24 @@ std::string reason(FileStore::ReadFailure why) {
 void tellSaved(const Services& services, const std::filesystem::path& path, const FileResult& result) {
     if (!result) {
         tell(services, Notice::Kind::Error,
-             lookUp("%1 is niet bewaard: %2", {path.filename().string(), reasonInWords(*result.failure)}));
+             lookUp("%1 is niet bewaard: %2", {nameOf(path), reasonInWords(*result.failure)}));
         return;
     }
     const auto opens = [&urls = services.urls](const std::filesystem::path& what) {
         return [&urls, what] { urls.openPage(what); };
     };
-    tell(services, Notice::Kind::Done, lookUp("Bewaard in %1", {path.string()}),
+    tell(services, Notice::Kind::Done, lookUp("Bewaard in %1", {shownText(path.string())}),
          {{lookUp("Openen"), opens(path)}, {lookUp("Map openen"), opens(path.parent_path())}});
 }
 
 void tellUnreadable(const Services& services, const std::filesystem::path& path, FileStore::ReadFailure why) {
     tell(services, Notice::Kind::Error,
-         lookUp("%1 kan niet gelezen worden: %2", {path.filename().string(), reason(why)}));
+         lookUp("%1 kan niet gelezen worden: %2", {nameOf(path), reason(why)}));
 }
 
 void tellNoUtf8(const Services& services, const std::filesystem::path& path) {
     tell(services, Notice::Kind::Error,
-         lookUp("%1 kan niet gelezen worden: het is geen tekst in UTF-8", {path.filename().string()}));
+         lookUp("%1 kan niet gelezen worden: het is geen tekst in UTF-8", {nameOf(path)}));
 }
 
 void tellTooLongForCode(const Services& services) {
