@@ -113,6 +113,9 @@ const std::array kTable{
 };
 // clang-format on
 
+constexpr std::array kMenus{Menu{File, toLookUp("Bestand"), 'B'}, Menu{Edit, toLookUp("Bewerken"), 'e'},
+                            Menu{View, toLookUp("Beeld"), 'l'}, Menu{Help, toLookUp("Help"), 'H'}};
+
 } // namespace
 
 std::span<const Command> commandTable() {
@@ -123,18 +126,8 @@ const Command& command(CommandId id) {
     return *std::ranges::find(kTable, id, &Command::id);
 }
 
-std::string_view titleOf(MenuId menu) {
-    switch (menu) {
-    case File:
-        return toLookUp("Bestand");
-    case Edit:
-        return toLookUp("Bewerken");
-    case View:
-        return toLookUp("Beeld");
-    case Help:
-        break;
-    }
-    return toLookUp("Help");
+std::span<const Menu> menuTable() {
+    return kMenus;
 }
 
 } // namespace vantor::ui

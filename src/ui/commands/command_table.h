@@ -77,7 +77,15 @@ struct Command {
 [[nodiscard]] std::span<const Command> commandTable();
 [[nodiscard]] const Command& command(CommandId id);
 
-// The title of a menu, in Dutch, as it is looked up.
-[[nodiscard]] std::string_view titleOf(MenuId menu);
+struct Menu {
+    MenuId id;
+    // In Dutch, as it is looked up.
+    std::string_view title;
+    // Which of its letters opens it, with Alt.
+    char letter;
+};
+
+// In the order of the menu bar.
+[[nodiscard]] std::span<const Menu> menuTable();
 
 } // namespace vantor::ui

@@ -9,8 +9,10 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 namespace vantor::ui {
@@ -19,6 +21,12 @@ namespace {
 // An ampersand would underline what follows it.
 QString plainText(QString text) {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// The letter underlined, or the first one where a title in another language has no such letter.
+QString withMnemonic(QString title, char letter) {
+    const auto place = title.indexOf(QLatin1Char(letter));
+    return title.insert(std::max<qsizetype>(place, 0), QLatin1Char('&'));
 }
 
 QString withName(const QString& command, const QString& name) {
@@ -99,13 +107,17 @@ void Commands::nameSteps(const QString& undo, const QString& redo) {
     action(CommandId::Redo).setText(withName(shown(command(CommandId::Redo).text), redo));
 }
 
-void Commands::fill(QMenu& menu, MenuId id) const {
-    for (const auto& each : commandTable()) {
-        if (each.menu != id)
-            continue;
-        if (each.beginsGroup)
-            menu.addSeparator();
-        menu.addAction(&action(each.id));
+void Commands::fill(QMenuBar& bar, const std::function<void()>& beforeOpening) const {
+    for (const auto& [id, title, letter] : menuTable()) {
+        auto* const menu = bar.addMenu(withMnemonic(shown(title), letter));
+        for (const auto& each : commandTable()) {
+            if (each.menu != id)
+                continue;
+            if (each.beginsGroup)
+                menu->addSeparator();
+            menu->addAction(&action(each.id));
+        }
+        QObject::connect(menu, &QMenu::aboutToShow, this, beforeOpening);
     }
 }
 

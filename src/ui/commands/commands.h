@@ -11,7 +11,7 @@
 
 class QAbstractButton;
 class QAction;
-class QMenu;
+class QMenuBar;
 class QPushButton;
 class QWidget;
 
@@ -39,8 +39,8 @@ public:
     // What undo and redo would take back and do again; empty for nothing.
     void nameSteps(const QString& undo, const QString& redo);
 
-    // The menus of the menu bar, in order.
-    void fill(QMenu& menu, MenuId id) const;
+    // Adds the menus, with their commands. `beforeOpening` is called before any of them is shown.
+    void fill(QMenuBar& bar, const std::function<void()>& beforeOpening) const;
 };
 
 } // namespace vantor::ui

@@ -22,7 +22,6 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMenuBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -86,11 +85,7 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
 
 void PrepMainView::makeMenuBar(QLayout& layout) {
     auto* const bar = named(new QMenuBar, "menuBar", shown("Menubalk"));
-    for (const auto id : {MenuId::File, MenuId::Edit, MenuId::View, MenuId::Help}) {
-        auto* const menu = bar->addMenu(shown(titleOf(id)));
-        m_commands.fill(*menu, id);
-        QObject::connect(menu, &QMenu::aboutToShow, this, [this] { updateCommands(); });
-    }
+    m_commands.fill(*bar, [this] { updateCommands(); });
     layout.setMenuBar(bar);
 }
 

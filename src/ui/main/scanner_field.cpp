@@ -37,6 +37,12 @@ bool isModifierAlone(const QKeyEvent& event) {
     }
 }
 
+// Together with Ctrl, Alt stands for the key that types a keyboard's third characters.
+bool isCommand(const QKeyEvent& event) {
+    const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return held != 0 && (held & Qt::ControlModifier) == 0;
+}
+
 // Makes the toolkit judge anew whether a modal window blocks this one. Setting what is set already does.
 void judgeBlocking(QWindow* window) {
     window->setTransientParent(window->transientParent());
@@ -89,6 +95,10 @@ ScannerBurst::Time ScannerField::timeOf(const QKeyEvent& event) const {
 void ScannerField::takeKey(QKeyEvent* event) {
     if (isModifierAlone(*event))
         return;
+    if (isCommand(*event)) {
+        event->ignore();
+        return;
+    }
     m_beforeStray.reset();
     if (isReturn(*event)) {
         // There is nothing that a Return in an empty field could end.

@@ -25,7 +25,7 @@ public:
     explicit ScannerField(std::function<void()> onSubmit);
     ~ScannerField() override;
 
-    // Types a key that was pressed elsewhere.
+    // Types a key that was pressed elsewhere. With Alt or Meta it is a command, and types nothing.
     void takeKey(QKeyEvent* event);
 
 protected:
