@@ -39,7 +39,7 @@ void ScannerLine::submit() {
     if (text.empty())
         return;
     m_onScan(text);
-    m_field->clear();
+    emptyTaken(*m_field);
 }
 
 } // namespace vantor::ui

@@ -257,15 +257,15 @@ void CatalogSheet::addBrand() {
         return;
     m_catalog.addBrand(name);
     m_filter = BrandFilter::brand(name);
-    m_newBrandName->clear();
+    emptyTaken(*m_newBrandName);
     render();
 }
 
 void CatalogSheet::addProduct() {
     m_catalog.addProduct(typed(m_newName->text()), splitAtCommas(typed(m_newColors->text())),
                          m_filter.brandForNew());
-    m_newName->clear();
-    m_newColors->clear();
+    emptyTaken(*m_newName);
+    emptyTaken(*m_newColors);
     m_newName->setFocus();
 }
 

@@ -130,7 +130,7 @@ void ClientsSheet::addClient() {
     if (trimmed(name).empty())
         return;
     m_catalog.addClient(name);
-    m_newClientName->clear();
+    emptyTaken(*m_newClientName);
 }
 
 } // namespace vantor::ui

@@ -203,6 +203,11 @@ void CheckBox::paintEvent(QPaintEvent*) {
                                     box.topLeft() + QPointF(edge * 0.76, edge * 0.32)}));
 }
 
+void emptyTaken(QLineEdit& field) {
+    // clear() could be taken back.
+    field.setText(QString());
+}
+
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
     // As the wheel would otherwise give it the focus.
     setFocusPolicy(Qt::StrongFocus);

@@ -106,6 +106,9 @@ protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
 };
 
+// Empties a field whose text was taken, so that there is nothing left in it to take back: the next undo is the program's.
+void emptyTaken(QLineEdit& field);
+
 // A box of choices that the mouse wheel does not change unseen: it scrolls what is around it instead.
 class ComboBox : public QComboBox {
 public:
