@@ -12,12 +12,11 @@ namespace vantor::ui {
 namespace {
 
 constexpr int kWidth = 520;
-constexpr int kHeight = 480;
 
 } // namespace
 
 ShortcutsSheet::ShortcutsSheet(QWidget* over) : Sheet(over, "shortcutsSheet", shown("Sneltoetsen")) {
-    setFirstSize(kWidth, kHeight);
+    setFirstSize(kWidth);
     addTitle(shown("Sneltoetsen"));
     auto* const grid = new QGridLayout;
     grid->setHorizontalSpacing(theme::kSheetMargin);
@@ -35,7 +34,6 @@ ShortcutsSheet::ShortcutsSheet(QWidget* over) : Sheet(over, "shortcutsSheet", sh
         ++row;
     }
     column()->addLayout(grid);
-    column()->addStretch();
     addCloseButton();
 }
 

@@ -7,8 +7,10 @@
 #include "ui/widgets/text.h"
 
 #include <QHBoxLayout>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace vantor::ui {
@@ -42,7 +44,9 @@ public:
         row->addWidget(atRight);
     }
 
-    [[nodiscard]] QSize sizeHint() const override { return {200, kListRowHeight}; }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {200, std::max(kListRowHeight, layout()->minimumSize().height())};
+    }
 };
 
 class VersionRow : public TwoLineRow {
@@ -78,6 +82,15 @@ QStackedWidget* stackOf(RecyclingList* list, TextLabel* instead) {
     stack->addWidget(instead);
     instead->setAlignment(Qt::AlignCenter);
     return stack;
+}
+
+// Gives the list room for all of such a row, of which only its headline and caption may be cut off.
+void makeRoomFor(TwoLineRow& row, RecyclingList& list) {
+    row.ensurePolished();
+    for (auto* const cutOff : {row.headline, row.caption})
+        cutOff->setText(QString(20, QLatin1Char('m')));
+    list.setMinimumWidth(row.layout()->minimumSize().width() + 2 * list.frameWidth() +
+                         list.verticalScrollBar()->sizeHint().width());
 }
 
 RecyclingList::Told toldOf(const QString& name, const QStringList& more) {
@@ -132,7 +145,11 @@ RecyclingList* VersionsSheet::makeVersionList() {
         return toldOf(qstring(line.when), {qstring(line.what), qstring(line.counts)});
     };
     rows.choose = [this](int place) { choose(place); };
-    return named(new RecyclingList(std::move(rows)), "versionList", shown("Eerdere versies"));
+    auto* const list = named(new RecyclingList(std::move(rows)), "versionList", shown("Eerdere versies"));
+    VersionRow widest;
+    widest.counts->setText(qstring(countsInWords({999, 9999})));
+    makeRoomFor(widest, *list);
+    return list;
 }
 
 RecyclingList* VersionsSheet::makeShootList() {
@@ -163,7 +180,10 @@ RecyclingList* VersionsSheet::makeShootList() {
         return toldOf(qstring(line.name), {qstring(line.about)});
     };
     rows.activate = [this](int place) { restoreShootAt(place); };
-    return named(new RecyclingList(std::move(rows)), "versionShootList", shown("In deze versie"));
+    auto* const list = named(new RecyclingList(std::move(rows)), "versionShootList", shown("In deze versie"));
+    VersionShootRow any;
+    makeRoomFor(any, *list);
+    return list;
 }
 
 QWidget* VersionsSheet::makeContentPanel() {
@@ -208,6 +228,8 @@ void VersionsSheet::showVersions(std::vector<Version> versions) {
     m_versions.show(std::move(versions));
     m_versionStack->setCurrentIndex(count == 0 ? 1 : 0);
     m_versionList->setRowCount(count);
+    if (count == 0)
+        findChild<QPushButton*>(QStringLiteral("closeButton"))->setFocus();
     if (!m_versionList->currentRow() && count > 0)
         m_versionList->setCurrentRow(0);
     else
