@@ -13,7 +13,7 @@ namespace vantor::ui {
 inline constexpr int kSavedCodeSize = 600;
 inline constexpr int kShownCodeSize = 300;
 
-// Asks where to, and writes the code as a PNG of 600 × 600 pixels. Every failure is silent.
+// Asks where to, and writes the code as a PNG of 600 × 600 pixels; the notice strip tells what became of it.
 void saveQRAsPng(const QWidget* asking, const SetData& set, const Services& services);
 
 // CopiedNote: says for a moment that a code was copied. Keeps its place while it says nothing.

@@ -5,6 +5,8 @@
 #include "view/shown_set.h"
 
 #include <QHBoxLayout>
+#include <QPushButton>
+#include <utility>
 
 namespace vantor::ui {
 
@@ -18,8 +20,13 @@ ShootLine::ShootLine(Commands& commands) {
     row->setSpacing(theme::kStep);
     row->addWidget(commands.makeButton(CommandId::NewSet, "newSetButton"));
     row->addWidget(divider);
-    row->addWidget(commands.makeButton(CommandId::Open, "openButton"));
-    row->addWidget(commands.makeButton(CommandId::Save, "saveButton"));
+    for (const auto& [id, name] :
+         {std::pair(CommandId::Open, "openButton"), std::pair(CommandId::Save, "saveButton")}) {
+        auto* const button = commands.makeButton(id, name);
+        // Long enough as it is: the shortcut stands in the menu.
+        button->setToolTip(commands.action(id).toolTip());
+        row->addWidget(button);
+    }
     row->addStretch();
     row->addWidget(m_marker);
     row->addWidget(m_text);
