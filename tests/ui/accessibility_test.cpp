@@ -1,6 +1,7 @@
 #include "tests/ui/ui_fixture.h"
 
 #include <QAccessible>
+#include <QMenu>
 #include <QWheelEvent>
 #include <set>
 
@@ -126,6 +127,36 @@ TEST_F(Accessibility, EveryControlOfTheMainWindowHasAName) {
           "clearSearchButton", "setList", "qrButton", "editButton", "deleteButton", "activateButton",
           "scannerField", "activateScanButton"})
         EXPECT_THAT(objects, ::testing::Contains(name));
+}
+
+TEST_F(Accessibility, TheMenuBarAndItsCommandsHaveNames) {
+    openMain();
+    const auto bar = controlsOf(find(main(), "menuBar"));
+    EXPECT_EQ(bar.front().role, QAccessible::MenuBar);
+    EXPECT_EQ(bar.front().name, "Menubalk");
+    std::vector<std::string> titles;
+    for (const auto& control : bar) {
+        if (control.role == QAccessible::MenuItem)
+            titles.push_back(control.name);
+    }
+    EXPECT_THAT(titles, ::testing::ElementsAre("Bestand", "Bewerken", "Beeld", "Help"));
+    for (auto* const menu : find(main(), "menuBar").findChildren<QMenu*>())
+        EXPECT_THAT(nameless(*menu), IsEmpty());
+}
+
+TEST_F(Accessibility, TheNoticeStripTellsItsTextAndTabReachesItsButtons) {
+    openFullMain();
+    m_notices.show({Notice::Kind::Done, "Klaar", {{"Ongedaan maken", [] {}}}, ""});
+    settle();
+    auto* const strip = QAccessible::queryAccessibleInterface(&find(main(), "noticeStrip"));
+    EXPECT_EQ(strip->role(), QAccessible::Notification);
+    EXPECT_EQ(strip->text(QAccessible::Name), "Klaar");
+    EXPECT_EQ(nameOf(find(main(), "noticeAction")), "Ongedaan maken");
+    EXPECT_EQ(nameOf(find(main(), "dismissNotice")), "Sluit melding");
+    EXPECT_EQ(QApplication::focusWidget(), &find(main(), "searchField")) << "it takes no focus";
+    const auto reached = tabWalk(Qt::Key_Tab);
+    EXPECT_TRUE(reached.contains(&find(main(), "noticeAction")));
+    EXPECT_TRUE(reached.contains(&find(main(), "dismissNotice")));
 }
 
 TEST_F(Accessibility, EveryControlOfTheGeneratorHasAName) {

@@ -9,6 +9,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTabBar>
 #include <QTextDocument>
 
@@ -78,7 +80,10 @@ std::vector<Seen> everythingSeen(QWidget& window) {
         } else {
             add("text", textOf(*widget));
         }
-        for (const auto* const action : widget->actions())
+        // Elsewhere they are only shortcuts.
+        const bool isMenu =
+            qobject_cast<const QMenu*>(widget) != nullptr || qobject_cast<const QMenuBar*>(widget) != nullptr;
+        for (const auto* const action : isMenu ? widget->actions() : QList<QAction*>())
             add("action", withoutMnemonics(action->text()));
         if (auto* const told = QAccessible::queryAccessibleInterface(widget)) {
             add("name", told->text(QAccessible::Name));

@@ -1,7 +1,6 @@
 // What reading a user's files may do to the window: nothing but add what was read, whatever the files are.
 
 #include "formats/shoot_file.h"
-#include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/posix/posix_file_store.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/ui_fixture.h"
@@ -86,25 +85,6 @@ protected:
     ~FileReading() override {
         m_slowDisk.letOn(100);
         ui::readingThreads().waitForDone();
-    }
-
-    // The windows' services with the users' files in other hands; the stores stay in memory.
-    ui::Services servicesOn(const FileStore& files) {
-        return {files,
-                m_dialogs,
-                m_clipboard,
-                m_urls,
-                m_remembered,
-                m_encoder,
-                m_pngs,
-                CairoPdfCanvas::make,
-                m_updates,
-                m_clock.clock(),
-                m_document,
-                &m_stores,
-                m_notices,
-                "",
-                ""};
     }
 
     static ui::PrepMainView& openWindow(ui::Shell& shell) {

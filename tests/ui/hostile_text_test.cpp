@@ -238,6 +238,8 @@ constexpr auto kWindows = std::to_array<HostileWindow>({
     {"editProductSheet", true},
     {"catalogImportSheet", false},
     {"qrSheet", true},
+    {"versionsSheet", true},
+    {"shortcutsSheet", false},
 });
 
 class HostileWindows : public HostileText {
@@ -250,8 +252,12 @@ protected:
         catalog().addClient(kHostile);
         catalog().addBrand(kHostile);
         addProduct(kHostile, {kHostile, kHostile}, kHostile);
+        // One more is deleted, and stands in a version.
+        manager().deleteShoot(addShoot(kHostile));
+        manager().setActiveShootId(manager().shoots()[1].id);
         announceVersion("9", "https://vantor.example/9");
     }
+    ~HostileWindows() override { settleReads(); }
 };
 
 class EveryWindow : public HostileWindows, public ::testing::WithParamInterface<HostileWindow> {};
@@ -280,8 +286,8 @@ TEST(HostileTextOf, EverySheetOfTheProgramIsLookedAt) {
     std::set<std::string> missed;
     std::size_t found = 0;
     const std::regex sheetName("\"([A-Za-z]+Sheet)\"");
-    for (const auto& file :
-         std::filesystem::directory_iterator(std::filesystem::path(VANTOR_EXAMPLES) / "../src/ui")) {
+    for (const auto& file : std::filesystem::recursive_directory_iterator(
+             std::filesystem::path(VANTOR_EXAMPLES) / "../src/ui")) {
         if (file.path().extension() != ".cpp")
             continue;
         const auto source = readFile(file.path());

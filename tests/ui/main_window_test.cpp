@@ -89,35 +89,43 @@ TEST_F(MainWindow, SaysTheseTextsWithAShoot) {
                     "[Zoek op naam, model of item...]", "[Scan QR of typ setdata...]", "Activeer"));
 }
 
-TEST_F(MainWindow, TellsTheseHelpTexts) {
+TEST_F(MainWindow, TellsTheseHelpTextsAndShortcuts) {
+    struct Help {
+        const char* name;
+        const char* text;
+        const char* key;
+        // Whether the tool tip is the text alone.
+        bool isWhole = false;
+    };
     openMain();
     addShoot("Ibiza");
     announceVersion("2.0", "https://vantor.example/2.0");
-    const auto helpOf = [&](const char* name) { return find(main(), name).toolTip(); };
-    EXPECT_EQ(helpOf("clientsButton"),
-              "Klanten beheren, kiesbaar bij een nieuwe shoot en in de productcatalogus");
-    EXPECT_EQ(helpOf("manualButton"), "Opent de handleiding op vantor.example in je browser");
-    EXPECT_EQ(helpOf("deleteShootButton"), "Shoot verwijderen (inclusief alle sets erin)");
-    EXPECT_EQ(helpOf("openButton"), "Open een .vantor-bestand, bijv. een shoot geëxporteerd uit Vantor");
-    EXPECT_EQ(helpOf("saveButton"),
-              "Bewaar de volledige shoot als .vantor-bestand, te openen in Vantor of Vantor Prep");
-    const std::map<const char*, const char*> others{
-        {"importButton", "Voegt de sets uit een CSV-bestand toe aan een shoot"},
-        {"exportCsvButton", "Bewaart de sets van deze shoot als CSV-bestand, te openen als spreadsheet"},
-        {"exportJsonButton", "Bewaart deze shoot met al haar sets als JSON-bestand"},
-        {"generatorButton", "Opent een venster voor losse QR-codes, buiten een shoot om (Ctrl+G)"},
-        {"bulkExportButton", "Maakt een PDF met de QR-kaarten van de sets die je kiest, om te printen"},
-        {"catalogButton", "Producten en merken beheren, kiesbaar bij het aanmaken van een set"},
-        {"newShootButton", "Maakt een shoot aan, die meteen de actieve is (Ctrl+N)"},
-        {"newSetButton", "Maakt een set aan in deze shoot (Ctrl+T)"}};
-    for (const auto& [name, help] : others) {
-        EXPECT_EQ(helpOf(name), help);
-        const auto spoken = QString(help).replace(" (", ". Sneltoets ").remove(')');
-        EXPECT_EQ(find(main(), name).accessibleDescription(), spoken);
+    for (const auto& [name, text, key, isWhole] : {
+             Help{"clientsButton", "Klanten beheren, kiesbaar bij een nieuwe shoot en in de productcatalogus",
+                  ""},
+             Help{"manualButton", "Opent de handleiding op vantor.example in je browser", ""},
+             Help{"deleteShootButton", "Shoot verwijderen (inclusief alle sets erin)", ""},
+             Help{"openButton", "Open een .vantor-bestand, bijv. een shoot geëxporteerd uit Vantor", "Ctrl+O",
+                  true},
+             Help{"saveButton",
+                  "Bewaar de volledige shoot als .vantor-bestand, te openen in Vantor of Vantor Prep",
+                  "Ctrl+S", true},
+             Help{"importButton", "Voegt de sets uit een CSV-bestand toe aan een shoot", "Ctrl+I"},
+             Help{"generatorButton", "Opent een venster voor losse QR-codes, buiten een shoot om", "Ctrl+G"},
+             Help{"bulkExportButton",
+                  "Maakt een PDF met de QR-kaarten van de sets die je kiest, om te printen", "Ctrl+P"},
+             Help{"newShootButton", "Maakt een shoot aan, die meteen de actieve is", "Ctrl+N"},
+             Help{"newSetButton", "Maakt een set aan in deze shoot", "Ctrl+T"},
+         }) {
+        const QString help = text;
+        const QString shortcut = key;
+        const auto& button = find(main(), name);
+        EXPECT_EQ(button.toolTip(),
+                  shortcut.isEmpty() || isWhole ? help : QStringLiteral("%1 (%2)").arg(help, shortcut));
+        EXPECT_EQ(button.accessibleDescription(),
+                  shortcut.isEmpty() ? help : QStringLiteral("%1. Sneltoets %2").arg(help, shortcut));
     }
-    EXPECT_EQ(find(main(), "saveButton").accessibleDescription(),
-              helpOf("saveButton") + ". Sneltoets Ctrl+S");
-    EXPECT_EQ(helpOf("updateButton"),
+    EXPECT_EQ(find(main(), "updateButton").toolTip(),
               "Nieuwe versie van Vantor Prep beschikbaar — klik om de downloadpagina te openen. "
               "Update gebeurt niet automatisch.");
 }
@@ -275,20 +283,16 @@ TEST_F(MainWindow, PicksAShootByName) {
 }
 
 TEST_F(MainWindow, LoadsItsStoresWhenItIsFirstShown) {
-    openMainWithSets(1);
-    addSet("2", "Nike");
-    addProduct("broek", {"bruin"}, "Nike");
-    m_main.reset();
-    m_files.reads.clear();
+    m_files.files["/data/Vantor/shoots.json"] = storeOf({ibiza()});
+    m_files.files["/data/Vantor/catalog.json"] = R"({"products":[],"clients":["Anna"],"brands":[]})";
     openMain();
-    EXPECT_EQ(textOf(main(), "shootName"), "Ibiza Zomer 2026");
-    EXPECT_THAT(shownHeadlines(), ElementsAre("Set 2 — Nike", "Set 1 — Marvis"));
-    EXPECT_THAT(catalog().products(), SizeIs(1));
-    EXPECT_THAT(m_files.reads, ElementsAre(std::filesystem::path("/data/Vantor/shoots.json"),
-                                           std::filesystem::path("/data/Vantor/catalog.json")));
+    EXPECT_EQ(textOf(main(), "shootName"), QString::fromStdString(ibiza().name));
+    EXPECT_THAT(rows(), SizeIs(ibiza().sets.size()));
+    EXPECT_THAT(catalog().clients(), ElementsAre("Anna"));
+    m_files.reads.clear();
     main().hide();
     main().show();
-    EXPECT_THAT(m_files.reads, SizeIs(2));
+    EXPECT_THAT(m_files.reads, IsEmpty());
 }
 
 // --- searching
@@ -475,14 +479,27 @@ TEST_F(MainWindow, WritesNothingWhenAnExportIsCancelled) {
     EXPECT_EQ(m_files.files, before);
 }
 
-TEST_F(MainWindow, SaysNothingWhenAnExportCannotBeWritten) {
+TEST_F(MainWindow, TellsWhatBecameOfAnExportInItsStrip) {
     openMainWithSets(2);
     m_dialogs.whereToSave = "/out/a";
-    m_files.failsToReplace = true;
-    for (const auto* const name : {"exportCsvButton", "exportJsonButton", "saveButton"})
+    for (const auto* const name : {"exportCsvButton", "exportJsonButton", "saveButton"}) {
+        m_files.failsToReplace = true;
         click(main(), name);
-    EXPECT_FALSE(isOpen("alert"));
-    EXPECT_FALSE(m_files.files.contains("/out/a"));
+        EXPECT_FALSE(isOpen("alert"));
+        EXPECT_FALSE(m_files.files.contains("/out/a"));
+        EXPECT_EQ(textOf(main(), "noticeText"), "a is niet bewaard: het lukte niet");
+        EXPECT_THAT(allVisible(main(), "noticeAction"), IsEmpty());
+        m_files.failsToReplace = false;
+        click(main(), name);
+        EXPECT_EQ(textOf(main(), "noticeText"), "Bewaard in /out/a");
+        m_urls.addresses.clear();
+        for (auto* const action : allVisible<QAbstractButton>(main(), "noticeAction"))
+            click(*action);
+        EXPECT_THAT(m_urls.addresses, ElementsAre("file:///out/a", "file:///out"));
+        m_files.files.erase("/out/a");
+    }
+    click(main(), "dismissNotice");
+    EXPECT_FALSE(isShown(main(), "noticeStrip"));
 }
 
 TEST_F(MainWindow, OpensAShootFile) {

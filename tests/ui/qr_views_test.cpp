@@ -221,15 +221,18 @@ TEST_F(QrSheet, SavesALargePicture) {
     EXPECT_EQ(readByZxing(grayOf(image)), m_set.toQRText());
 }
 
-TEST_F(QrSheet, IsSilentWhenNothingIsSaved) {
+TEST_F(QrSheet, TellsInItsOwnStripWhenNothingIsSaved) {
     auto& opened = openSheetFor(noorderlicht());
     const auto before = m_files.files;
     click(opened, "saveButton");
+    EXPECT_FALSE(isShown(opened, "noticeStrip"));
     m_dialogs.whereToSave = "/out/code.png";
     m_files.failsToReplace = true;
     click(opened, "saveButton");
     EXPECT_EQ(m_files.files, before);
     EXPECT_FALSE(isOpen("alert"));
+    EXPECT_EQ(textOf(opened, "noticeText"), "code.png is niet bewaard: het lukte niet");
+    EXPECT_THAT(allVisible(main(), "noticeStrip"), SizeIs(1));
 }
 
 TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {
@@ -246,6 +249,7 @@ TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {
     m_dialogs.whereToSave = "/out/code.png";
     click(opened, "saveButton");
     EXPECT_FALSE(m_files.files.contains("/out/code.png"));
+    EXPECT_EQ(textOf(opened, "noticeText"), "Niet bewaard: de tekst past niet in een QR-code");
     EXPECT_TRUE(opened.screen()->availableSize().height() >= opened.height()) << opened.height();
 }
 

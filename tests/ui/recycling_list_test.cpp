@@ -47,27 +47,7 @@ public:
 
 class List : public ::testing::Test {
 protected:
-    List()
-        : m_list({[this] {
-                      ++m_made;
-                      auto* const made = new NumberRow;
-                      QObject::connect(made->first, &QPushButton::clicked,
-                                       [this, made] { m_pressed.push_back(key(made->number())); });
-                      return made;
-                  },
-                  [this](QWidget& row, int place, bool isCurrent) {
-                      ++m_filled;
-                      static_cast<NumberRow&>(row).show(place, isCurrent);
-                  },
-                  [this](int place) { return std::string_view(key(place)); },
-                  [this](int place) {
-                      ++m_told;
-                      return ui::RecyclingList::Told{QString::fromStdString(key(place)), {}};
-                  },
-                  [this](int place) { m_activated.push_back(place); },
-                  [this](int place) { m_toggled.push_back(place); },
-                  [this](int place) { m_removed.push_back(place); },
-                  [this](int place, const QPoint&) { m_menus.push_back(place); }}) {
+    List() : m_list(rows()) {
         for (int i = 0; i < 10'000; ++i)
             m_keys.push_back(std::to_string(i));
         auto* const column = new QVBoxLayout(&m_window);
@@ -86,6 +66,31 @@ protected:
         for (auto* const widget : {static_cast<QWidget*>(&m_before), static_cast<QWidget*>(&m_list),
                                    static_cast<QWidget*>(&m_after)})
             widget->setParent(nullptr);
+    }
+
+    ui::RecyclingList::Rows rows() {
+        ui::RecyclingList::Rows rows;
+        rows.make = [this] {
+            ++m_made;
+            auto* const made = new NumberRow;
+            QObject::connect(made->first, &QPushButton::clicked,
+                             [this, made] { m_pressed.push_back(key(made->number())); });
+            return made;
+        };
+        rows.fill = [this](QWidget& row, int place, bool isCurrent) {
+            ++m_filled;
+            static_cast<NumberRow&>(row).show(place, isCurrent);
+        };
+        rows.key = [this](int place) { return std::string_view(key(place)); };
+        rows.tell = [this](int place) {
+            ++m_told;
+            return ui::RecyclingList::Told{QString::fromStdString(key(place)), {}};
+        };
+        rows.activate = [this](int place) { m_activated.push_back(place); };
+        rows.toggle = [this](int place) { m_toggled.push_back(place); };
+        rows.remove = [this](int place) { m_removed.push_back(place); };
+        rows.showMenu = [this](int place, const QPoint&) { m_menus.push_back(place); };
+        return rows;
     }
 
     [[nodiscard]] NumberRow* row(int place) const { return static_cast<NumberRow*>(m_list.rowWidget(place)); }

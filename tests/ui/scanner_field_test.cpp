@@ -2,6 +2,7 @@
 #include "tests/ui/ui_fixture.h"
 
 #include <QClipboard>
+#include <QMenu>
 #include <QThread>
 #include <ostream>
 
@@ -509,6 +510,36 @@ TEST_F(ScannerInWindow, LeavesSpaceAndCommandsWhereTheFocusIs) {
     pressAt(main(), 7000, Qt::Key_Down);
     EXPECT_NE(QApplication::focusWidget(), &field());
     EXPECT_EQ(field().text(), "");
+}
+
+TEST_F(ScannerInWindow, LeavesAltToTheMenusAndHasTheKeysAgainAfterThem) {
+    openMainWithSets(2);
+    for (const auto& [letter, menu] : {std::pair('b', "Bestand"), std::pair('e', "Bewerken"),
+                                       std::pair('l', "Beeld"), std::pair('h', "Help"), std::pair('x', "")}) {
+        SCOPED_TRACE(letter);
+        const QChar key = QLatin1Char(letter);
+        pressAt(main(), m_at += 5000, key.toUpper().unicode(), key, Qt::AltModifier);
+        const auto* const opened = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        EXPECT_EQ(opened != nullptr ? opened->title().remove('&') : QString(), menu);
+        pressAt(main(), m_at += 5000, Qt::Key_Escape);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        pressAt(main(), m_at += 5000, Qt::Key_X, "x", Qt::MetaModifier);
+        EXPECT_EQ(field().text(), "");
+        m_at = burst(m_at, "SET:1");
+        EXPECT_EQ(field().text(), "SET:1");
+        field().clear();
+    }
+}
+
+TEST_F(ScannerInWindow, UndoAfterACardIsTheProgramsAndLeavesTheFieldEmpty) {
+    openMainWithSets(2);
+    manager().deleteSet(shoot().sets[0].id);
+    burst(1000, "SET:2\nBRAND:Marvis\n");
+    silence();
+    pressAt(main(), 9000, Qt::Key_Z, QStringLiteral("\x1a"), Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(field().text(), "");
+    EXPECT_THAT(shoot().sets, SizeIs(2));
 }
 
 TEST_F(ScannerInWindow, LeavesWhatIsTypedInAnotherField) {

@@ -1,10 +1,14 @@
 // Walks through all windows in another language.
 
+#include "base/checksum.h"
 #include "tests/support/extracted_texts.h"
 #include "tests/support/pseudo_translation.h"
 #include "tests/ui/everything_seen.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/sheets/catalog_picker_menu.h"
+#include "view/document_notices.h"
+#include "view/start_notices.h"
+#include "view/version_list.h"
 
 #include <QMenu>
 #include <QThreadPool>
@@ -69,7 +73,8 @@ protected:
 
     void lookIntoEmptyWindows() {
         look(openMain());
-        for (const auto* const name : {"newShootSheet", "clientsSheet", "catalogSheet"})
+        for (const auto* const name :
+             {"newShootSheet", "clientsSheet", "catalogSheet", "versionsSheet", "shortcutsSheet"})
             lookAndClose(dynamic_cast<QDialog&>(openWindow(name)));
         addShoot("γάμμα");
         look(main());
@@ -132,7 +137,7 @@ protected:
     }
 
     void lookIntoExport() {
-        m_dialogs.whereToSave = "/out/cards.pdf";
+        m_dialogs.whereToSave = "/ω/ω";
         auto& sheet = openWindow("bulkExportSheet");
         look(sheet);
         click(sheet, "selectAllButton");
@@ -174,6 +179,121 @@ protected:
             EXPECT_FALSE(PseudoTranslation::isUntranslated(name)) << name;
     }
 
+    void lookIntoVersions() {
+        auto& versions = openWindow("versionsSheet");
+        look(versions);
+        for (int restored = 0; restored < 2; ++restored) {
+            click(versions, "restoreAllButton");
+            settleReads();
+        }
+        lookAndClose(dynamic_cast<QDialog&>(versions));
+    }
+
+    void expectTranslated(const std::string& text) {
+        EXPECT_FALSE(PseudoTranslation::isUntranslated(text)) << text;
+    }
+
+    // Versions of every kind and time, whatever there is of them.
+    void lookAtVersions() {
+        const auto now = Timestamp::parseIso8601("2026-12-20T12:00:00Z").value();
+        for (const auto kind :
+             {Version::Kind::RestorePoint, Version::Kind::DailyCopy, Version::Kind::SetAside}) {
+            for (const auto isReadable : {false, true}) {
+                for (const auto* const before : {"", "α"})
+                    expectTranslated(lineOf({kind, now, before, {{1, 1}}, {}, {}, {}, isReadable}, now).what);
+            }
+        }
+        for (int day = 0; day < 400; day += day < 2 ? 1 : 28) {
+            const Timestamp at{now.secondsSinceReference - 86400.0 * day};
+            for (const auto beginning : {Beginning::Small, Beginning::Capital})
+                expectTranslated(whenInWords({{}, at, {}, {}, {}, {}, {}, true}, now, beginning));
+        }
+        expectTranslated(countsInWords({1, 1}) + countsInWords({2, 2}));
+        VersionList list;
+        int read = 0;
+        for (const auto& content : {std::optional<LibraryVersion>(), std::optional(LibraryVersion{}),
+                                    std::optional(LibraryVersion{std::vector<Shoot>(), {}})}) {
+            list.show({{{}, now, {}, {}, "/α" + std::to_string(++read), {}, {}, true}});
+            list.choose(0);
+            ASSERT_TRUE(list.beginReading());
+            list.finishReading(content);
+            expectTranslated(list.reasonForNoShoots());
+        }
+    }
+
+    // What is told of a start on these files.
+    void lookAtStart(const std::map<std::filesystem::path, std::string>& files) {
+        MemoryFileStore disk;
+        disk.files = files;
+        ManualTimer timer;
+        StoreFolder folder(
+            disk, "/α", m_clock.clock(), [](const auto& work) { work(); }, timer);
+        Document document(&folder.shoots(), &folder.catalog(), m_clock.clock(), &folder.points());
+        document.loadOnce();
+        Notices notices([] { return std::chrono::milliseconds(0); });
+        tellHowItLoaded(document, folder, notices, m_urls, [&](Store store, const auto& onFound) {
+            onFound(newestGoodVersion(disk, "/α", store));
+        });
+        for (; notices.current() != nullptr; notices.dismiss()) {
+            expectTranslated(notices.current()->text);
+            for (const auto& action : notices.current()->actions)
+                expectTranslated(action.text);
+        }
+    }
+
+    void lookAtStarts() {
+        const std::string shoots = storeOf({Shoot::make("α", "", "", m_clock.now())});
+        const std::string catalog = R"({"products":[],"clients":["α"],"brands":[]})";
+        for (const auto* const changed : {"shoots", "catalog", ""}) {
+            std::map<std::filesystem::path, std::string> files{{"/α/shoots.json", shoots},
+                                                               {"/α/catalog.json", catalog}};
+            for (const std::string store : {"shoots", "catalog"}) {
+                if (*changed == '\0' || store == changed)
+                    files["/α/" + store + ".json.checksum"] = checksumOf("other") + '\n';
+            }
+            lookAtStart(files);
+        }
+        lookAtStart({{"/α/shoots.json", "x"}, {"/α/catalog.json", "x"}});
+        lookAtStart({{"/α/shoots.json", "x"},
+                     {"/α/catalog.json", "x"},
+                     {"/α/backups/shoots-2026-03-14.json", shoots},
+                     {"/α/backups/catalog-2026-03-14.json", catalog}});
+    }
+
+    void lookAtFailures() {
+        using enum FileFailure::Reason;
+        for (const auto reason : {NoSpace, NotPermitted, ReadOnly, Missing, NameTooLong, NameTaken, NotAFile,
+                                  Abandoned, NotDurable, Other})
+            expectTranslated(reasonInWords({reason}));
+        // The question before the end is for the last window.
+        m_generator.reset();
+        m_files.failsToReplace = true;
+        addShoot("άλφα");
+        look(main());
+        m_dialogs.whereToSave = "/ω/ω";
+        addSet("1");
+        click(main(), "saveButton");
+        look(main());
+        main().close();
+        settle();
+        lookAndClose(sheet("quitQuestion"));
+        m_files.failsToReplace = false;
+        m_stores.saveAgain();
+        look(main());
+        click(main(), "saveButton");
+        look(main());
+        give("undo");
+        look(main());
+        give("redo");
+        auto set = shoot().sets[0];
+        set.brand = std::string(3000, '1');
+        manager().updateSet(set.id, set);
+        settle();
+        auto& code = openWindow("qrSheet");
+        click(code, "saveButton");
+        look(code);
+    }
+
     void lookIntoAlert() {
         m_files.files["/in/broken.vantor"] = "no shoot";
         m_dialogs.whatToOpen = "/in/broken.vantor";
@@ -208,7 +328,8 @@ protected:
         importInto(openWindow("importSheet"), "1;ζήτα");
         m_services.clock = m_clock.clock();
         auto& product = openWindow("editProductSheet");
-        catalog().setProducts({});
+        while (!catalog().products().empty())
+            catalog().deleteProduct(catalog().products().front().id);
         click(product, "confirmButton");
         lookAndClose(dynamic_cast<QDialog&>(product));
         sheet("catalogSheet").close();
@@ -217,6 +338,7 @@ protected:
     }
 
     PseudoTranslation m_translation;
+    const DocumentNotices m_documentNotices{m_document, &m_stores, m_notices};
     std::vector<std::string> m_untranslated;
     int m_looked = 0;
 };
@@ -231,6 +353,12 @@ TEST_F(Translation, LeavesNoTextOfAnyWindowInDutch) {
     lookIntoAlert();
     lookAtFiles();
     lookIntoProblems();
+    lookIntoVersions();
+    give("about");
+    lookAndClose(sheet("alert"));
+    lookAtVersions();
+    lookAtStarts();
+    lookAtFailures();
     EXPECT_THAT(m_untranslated, IsEmpty());
     EXPECT_GE(m_looked, 30);
 

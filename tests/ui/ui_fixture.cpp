@@ -1,12 +1,14 @@
 #include "tests/ui/ui_fixture.h"
 
-#include "platform/cairo/cairo_pdf_canvas.h"
+#include "base/json.h"
+#include "model/shoot_json.h"
 #include "ui/frame/beside_window.h"
 
 #include <QLabel>
 #include <QMouseEvent>
 #include <QToolButton>
 #include <algorithm>
+#include <utility>
 
 namespace vantor::testing {
 
@@ -141,6 +143,12 @@ std::vector<std::string> helpTexts(const QWidget& within) {
     return texts;
 }
 
+std::string storeOf(const std::vector<Shoot>& shoots) {
+    JsonWriter out(JsonWriter::Layout::Compact);
+    writeShoots(out, shoots, DateForm::SecondsSinceReference);
+    return std::string(out.written());
+}
+
 void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text, Qt::KeyboardModifiers modifiers) {
     QWidget* receiver = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &on;
     if (QWidget* const popup = QApplication::activePopupWidget())
@@ -158,21 +166,14 @@ void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text, Qt::Ke
 UiTest::UiTest()
     : m_updates("https://vantor.example/version", "check", "1.2.3", m_http, m_defaults, m_timer,
                 m_clock.clock()),
-      m_services{m_files,
-                 m_dialogs,
-                 m_clipboard,
-                 m_urls,
-                 m_remembered,
-                 m_encoder,
-                 m_pngs,
-                 CairoPdfCanvas::make,
-                 m_updates,
-                 m_clock.clock(),
-                 m_document,
-                 &m_stores,
-                 m_notices,
-                 "vantor.example",
-                 "https://vantor.example/handleiding"} {}
+      m_services(servicesOn(m_files)) {}
+
+ui::Services UiTest::servicesOn(const FileStore& files, PdfCanvasFactory canvases) {
+    return {
+        files,      m_dialogs, m_clipboard,         m_urls,           m_remembered,
+        m_encoder,  m_pngs,    std::move(canvases), m_updates,        m_clock.clock(),
+        m_document, &m_stores, m_notices,           "vantor.example", "https://vantor.example/handleiding"};
+}
 
 UiTest::~UiTest() {
     settle();
@@ -267,6 +268,13 @@ void UiTest::addProduct(const std::string& name, std::vector<std::string> colors
     settle();
 }
 
+void UiTest::give(const char* command) {
+    auto& action = find<QAction>(main(), command);
+    ASSERT_TRUE(action.isEnabled()) << command;
+    action.trigger();
+    settle();
+}
+
 std::vector<ui::SetRow*> UiTest::rows() {
     std::vector<ui::SetRow*> found;
     for (auto* const row : allVisible<QWidget>(*m_main, "setRow"))
@@ -281,18 +289,19 @@ void UiTest::announceVersion(const std::string& version, const std::string& url)
 }
 
 QWidget& UiTest::openWindow(const std::string& name) {
-    static const std::map<std::string, const char*> kButtons = {
-        {"newShootSheet", "newShootButton"},   {"newSetSheet", "newSetButton"},
-        {"importSheet", "importButton"},       {"bulkExportSheet", "bulkExportButton"},
-        {"clientsSheet", "clientsButton"},     {"catalogSheet", "catalogButton"},
-        {"editProductSheet", "catalogButton"}, {"catalogImportSheet", "catalogButton"},
+    static const std::map<std::string, const char*> kCommands = {
+        {"newShootSheet", "newShoot"},   {"newSetSheet", "newSet"},         {"importSheet", "importCsv"},
+        {"versionsSheet", "versions"},   {"bulkExportSheet", "bulkExport"}, {"clientsSheet", "clients"},
+        {"catalogSheet", "catalog"},     {"editProductSheet", "catalog"},   {"catalogImportSheet", "catalog"},
+        {"shortcutsSheet", "shortcuts"},
     };
     if (name == "main")
         return main();
     if (name == "editSetSheet" || name == "qrSheet")
         click(*rows().front(), name == "qrSheet" ? "qrButton" : "editButton");
     else
-        click(main(), kButtons.at(name));
+        give(kCommands.at(name));
+    settleReads();
     if (name == "editProductSheet")
         click(*allVisible<QAbstractButton>(sheet("catalogSheet"), "editProductButton").at(0));
     if (name == "catalogImportSheet")

@@ -1,6 +1,7 @@
 // UiTest: the windows on fakes of everything outside the program, driven as a user would.
 #pragma once
 
+#include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/libpng/libpng_writer.h"
 #include "platform/qrencode/qrencode_encoder.h"
 #include "tests/support/event_loop.h"
@@ -23,6 +24,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -100,6 +102,9 @@ void choose(QComboBox& box, const QString& text);
 // The help texts of the buttons that are shown.
 [[nodiscard]] std::vector<std::string> helpTexts(const QWidget& within);
 
+// A store's file of these shoots.
+[[nodiscard]] std::string storeOf(const std::vector<Shoot>& shoots);
+
 // Presses a key at a time of its own (milliseconds from any origin but 0), as the window system hands it over:
 // to whatever has the focus, shortcuts first.
 void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text = {},
@@ -128,6 +133,12 @@ protected:
     void returnToMain();
     // Opens a sheet with the button that does.
     QDialog& open(const char* button, const char* sheetName);
+
+    // Gives a command of the main window by its name in the table, as its menu does.
+    void give(const char* command);
+
+    // What the windows work with, on other files than those in memory or with another canvas; the stores stay in memory.
+    ui::Services servicesOn(const FileStore& files, PdfCanvasFactory canvases = CairoPdfCanvas::make);
 
     // "main" or the name of a sheet, opened from the main window as a user would: with a set there, and a product.
     QWidget& openWindow(const std::string& name);

@@ -1,4 +1,3 @@
-#include "platform/cairo/cairo_pdf_canvas.h"
 #include "platform/posix/posix_file_store.h"
 #include "tests/support/command.h"
 #include "tests/support/temporary_folder.h"
@@ -44,8 +43,7 @@ protected:
             set.brand = "Merk" + std::to_string(i);
             sets.push_back(std::move(set));
         }
-        m_onDisk.emplace(ui::Services{m_disk, m_dialogs, m_clipboard, m_urls, m_remembered, m_encoder, m_pngs,
-                                      std::move(canvases), m_updates, m_clock.clock(), nullptr, "", ""});
+        m_onDisk.emplace(servicesOn(m_disk, std::move(canvases)));
         m_dialogs.whereToSave = m_folder / "kaarten.pdf";
         (new ui::BulkQRExportSheet(m_main.get(), std::move(sets), "Texel", *m_onDisk))->open();
         return awaitSheet("bulkExportSheet");

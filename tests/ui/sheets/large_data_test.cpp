@@ -26,7 +26,7 @@ protected:
                                         {"rood", "blauw", "groen", "zwart"},
                                         "Merk " + std::to_string(i % brands)));
         }
-        catalog().setProducts(std::move(all));
+        catalog().addImported(std::move(all));
         settle();
     }
 

@@ -50,6 +50,7 @@ TEST_F(VersionsSheetTest, SaysWhatItDoesAndThatThereAreNoVersions) {
     EXPECT_THAT(linesOf(sheet), Contains("Nog geen eerdere versies."));
     EXPECT_THAT(linesOf(sheet), Contains("Sluiten / Alles terugzetten"));
     EXPECT_FALSE(find(sheet, "restoreAllButton").isEnabled());
+    EXPECT_EQ(focused().objectName(), "closeButton");
 }
 
 TEST_F(VersionsSheetTest, ShowsWhatIsInTheChosenVersion) {
