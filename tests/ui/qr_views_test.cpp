@@ -249,7 +249,7 @@ TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {
     m_dialogs.whereToSave = "/out/code.png";
     click(opened, "saveButton");
     EXPECT_FALSE(m_files.files.contains("/out/code.png"));
-    EXPECT_EQ(textOf(opened, "noticeText"), "Niet bewaard: de tekst past niet in een QR-code");
+    EXPECT_EQ(textOf(opened, "noticeText"), "De tekst past niet in een QR-code");
     EXPECT_TRUE(opened.screen()->availableSize().height() >= opened.height()) << opened.height();
 }
 
