@@ -2,12 +2,11 @@
 #include "tests/support/differences.h"
 #include "tests/support/examples.h"
 #include "tests/support/generators.h"
+#include "tests/support/table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-
-#include <ostream>
 
 namespace vantor {
 namespace {
@@ -55,40 +54,32 @@ TEST(CatalogJson, ReadsEveryField) {
     EXPECT_EQ(differences(*read, example()), "");
 }
 
-struct Legacy {
-    std::string behaviour;
-    std::string members;
-    std::string brand;
-};
-
-void PrintTo(const Legacy& each, std::ostream* out) {
-    *out << ::testing::PrintToString(each.members);
+TEST(LegacyProduct, TakesItsBrandFromItsClientOnlyWhenItHasNone) {
+    struct Legacy {
+        std::string behaviour;
+        std::string members;
+        std::string brand;
+    };
+    for (const auto& [behaviour, members, brand] : testing::tableOf(
+             Legacy{"NeitherKey", "", ""}, Legacy{"ClientAlone", R"(,"client":"Nike")", "Nike"},
+             Legacy{"EmptyBrand", R"(,"brand":"","client":"Nike")", "Nike"},
+             Legacy{"EmptyBrandBehindClient", R"(,"client":"Nike","brand":"")", "Nike"},
+             Legacy{"NullBrand", R"(,"brand":null,"client":"Nike")", "Nike"},
+             Legacy{"Brand", R"(,"brand":"Puma","client":"Nike")", "Puma"},
+             Legacy{"BrandBehindClient", R"(,"client":"Nike","brand":"Puma")", "Puma"},
+             Legacy{"NullClient", R"(,"client":null)", ""},
+             Legacy{"BrandAndNullClient", R"(,"brand":"Puma","client":null)", "Puma"},
+             Legacy{"EmptyClient", R"(,"client":"")", ""},
+             Legacy{"BrandBehindAClientThatIsNone", R"(,"client":[1e309],"brand":"Puma")", "Puma"},
+             Legacy{"BrandAndAClientThatIsNoText", R"(,"brand":"Puma","client":"\udc00")", "Puma"},
+             Legacy{"LastClientHolds", R"(,"client":1,"client":"Nike")", "Nike"})) {
+        SCOPED_TRACE(behaviour);
+        const auto read = readCatalog(catalog(product(members)));
+        ASSERT_TRUE(read);
+        EXPECT_EQ(read->products[0].brand, brand);
+        EXPECT_EQ(readProducts("[" + product(members) + "]")->at(0).brand, brand);
+    }
 }
-
-class LegacyProduct : public ::testing::TestWithParam<Legacy> {};
-
-TEST_P(LegacyProduct, TakesItsBrandFromItsClientOnlyWhenItHasNone) {
-    const auto read = readCatalog(catalog(product(GetParam().members)));
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->products[0].brand, GetParam().brand);
-    EXPECT_EQ(readProducts("[" + product(GetParam().members) + "]")->at(0).brand, GetParam().brand);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Products, LegacyProduct,
-    ::testing::Values(Legacy{"NeitherKey", "", ""}, Legacy{"ClientAlone", R"(,"client":"Nike")", "Nike"},
-                      Legacy{"EmptyBrand", R"(,"brand":"","client":"Nike")", "Nike"},
-                      Legacy{"EmptyBrandBehindClient", R"(,"client":"Nike","brand":"")", "Nike"},
-                      Legacy{"NullBrand", R"(,"brand":null,"client":"Nike")", "Nike"},
-                      Legacy{"Brand", R"(,"brand":"Puma","client":"Nike")", "Puma"},
-                      Legacy{"BrandBehindClient", R"(,"client":"Nike","brand":"Puma")", "Puma"},
-                      Legacy{"NullClient", R"(,"client":null)", ""},
-                      Legacy{"BrandAndNullClient", R"(,"brand":"Puma","client":null)", "Puma"},
-                      Legacy{"EmptyClient", R"(,"client":"")", ""},
-                      Legacy{"BrandBehindAClientThatIsNone", R"(,"client":[1e309],"brand":"Puma")", "Puma"},
-                      Legacy{"BrandAndAClientThatIsNoText", R"(,"brand":"Puma","client":"\udc00")", "Puma"},
-                      Legacy{"LastClientHolds", R"(,"client":1,"client":"Nike")", "Nike"}),
-    [](const auto& each) { return each.param.behaviour; });
 
 TEST(CatalogJson, WithoutBrandsHasNone) {
     const auto read = readCatalog(R"({"products":[],"clients":["Nike"]})");
@@ -98,35 +89,34 @@ TEST(CatalogJson, WithoutBrandsHasNone) {
     EXPECT_TRUE(readCatalog(R"({"products":[],"clients":[],"brands":null})"));
 }
 
-class UnreadableCatalog : public ::testing::TestWithParam<std::string> {};
-
-TEST_P(UnreadableCatalog, IsAbsentInBothForms) {
-    EXPECT_FALSE(readCatalog(GetParam())) << GetParam().substr(0, 80);
-    EXPECT_FALSE(readProducts(GetParam())) << GetParam().substr(0, 80);
+TEST(UnreadableCatalog, IsAbsentInBothForms) {
+    for (const auto& json : testing::tableOf<std::string>(
+             "", "null", "{}", "7", R"({"products":[]})", R"({"clients":[]})",
+             R"({"products":null,"clients":[]})", R"({"products":[],"clients":null})",
+             R"({"products":{},"clients":[]})", R"({"products":[],"clients":"x"})",
+             R"({"products":[],"clients":[1]})", R"({"products":[],"clients":[null]})",
+             R"({"products":[],"clients":[["x"]]})", R"({"products":[],"clients":[],"brands":{}})",
+             R"({"products":[],"clients":[],"brands":[],})", R"({"products":[],"clients":[]} x)",
+             catalog("{}"), catalog("null"), catalog("\"jeans\""), catalog(product(R"(,"brand":1)")),
+             catalog(product(R"(,"client":1)")), catalog(product(R"(,"client":"\udc00")")),
+             catalog(product(R"(,"brand":"","client":[])")), catalog(product(R"(,"brand":["x"])")),
+             catalog(R"({"name":"jeans","colors":[]})"),
+             catalog(R"({"id":"00000000-0000-4000-8000-000000000021","colors":[]})"),
+             catalog(R"({"id":"00000000-0000-4000-8000-000000000021","name":"jeans"})"),
+             catalog(R"({"id":null,"name":"jeans","colors":[]})"),
+             catalog(R"({"id":"1","name":"jeans","colors":[]})"), catalog(product(R"(,"name":null)")),
+             catalog(product(R"(,"colors":null)")), catalog(product(R"(,"colors":"red")")),
+             catalog(product(R"(,"colors":[1])")), catalog(product(R"(,"colors":[null])")),
+             catalog(product(",\"brand\":\"\xFF\"")), catalog(product(R"(,"brand":"\udc00")")), "[{}]",
+             "[null]", "[1]", "[[]]", "[,]", std::string(1'000'000, '['),
+             R"({"products":)" + std::string(1'000'000, '['), R"({"x":)" + std::string(1'000'000, '['),
+             R"({"products":[],"clients":)" + std::string(1'000'000, '[') + std::string(1'000'000, ']') +
+                 "}")) {
+        SCOPED_TRACE(::testing::PrintToString(json));
+        EXPECT_FALSE(readCatalog(json)) << json.substr(0, 80);
+        EXPECT_FALSE(readProducts(json)) << json.substr(0, 80);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Documents, UnreadableCatalog,
-    ::testing::Values(
-        "", "null", "{}", "7", R"({"products":[]})", R"({"clients":[]})", R"({"products":null,"clients":[]})",
-        R"({"products":[],"clients":null})", R"({"products":{},"clients":[]})",
-        R"({"products":[],"clients":"x"})", R"({"products":[],"clients":[1]})",
-        R"({"products":[],"clients":[null]})", R"({"products":[],"clients":[["x"]]})",
-        R"({"products":[],"clients":[],"brands":{}})", R"({"products":[],"clients":[],"brands":[],})",
-        R"({"products":[],"clients":[]} x)", catalog("{}"), catalog("null"), catalog("\"jeans\""),
-        catalog(product(R"(,"brand":1)")), catalog(product(R"(,"client":1)")),
-        catalog(product(R"(,"client":"\udc00")")), catalog(product(R"(,"brand":"","client":[])")),
-        catalog(product(R"(,"brand":["x"])")), catalog(R"({"name":"jeans","colors":[]})"),
-        catalog(R"({"id":"00000000-0000-4000-8000-000000000021","colors":[]})"),
-        catalog(R"({"id":"00000000-0000-4000-8000-000000000021","name":"jeans"})"),
-        catalog(R"({"id":null,"name":"jeans","colors":[]})"),
-        catalog(R"({"id":"1","name":"jeans","colors":[]})"), catalog(product(R"(,"name":null)")),
-        catalog(product(R"(,"colors":null)")), catalog(product(R"(,"colors":"red")")),
-        catalog(product(R"(,"colors":[1])")), catalog(product(R"(,"colors":[null])")),
-        catalog(product(",\"brand\":\"\xFF\"")), catalog(product(R"(,"brand":"\udc00")")), "[{}]", "[null]",
-        "[1]", "[[]]", "[,]", std::string(1'000'000, '['), R"({"products":)" + std::string(1'000'000, '['),
-        R"({"x":)" + std::string(1'000'000, '['),
-        R"({"products":[],"clients":)" + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}"));
 
 TEST(CatalogJson, IsUnreadableWhereverItIsCutOff) {
     const std::string_view json = kExample;

@@ -16,23 +16,6 @@ TEST(Product, IsMadeWithAFreshIdAndItsTextsAsGiven) {
     EXPECT_NE(product.id, Product::make(" jeans ", {"black", "", "black"}, " Nike").id);
 }
 
-TEST(Product, IsEqualInAllFieldsOrNotEqual) {
-    const auto product = Product::make("jeans", {"black", "blue"}, "Nike");
-    auto other = product;
-    EXPECT_EQ(other, product);
-    other.id = Uuid::random();
-    EXPECT_NE(other, product);
-    other = product;
-    other.name = "Jeans";
-    EXPECT_NE(other, product);
-    other = product;
-    other.colors = {"blue", "black"};
-    EXPECT_NE(other, product);
-    other = product;
-    other.brand = "";
-    EXPECT_NE(other, product);
-}
-
 RC_GTEST_PROP(ProductProperty, EqualProductsHashAlikeAndOthersMostlyDoNot, ()) {
     const auto a = *testing::generated<Product>();
     auto b = a;

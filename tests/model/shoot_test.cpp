@@ -1,9 +1,8 @@
 #include "model/shoot.h"
 #include "tests/support/examples.h"
+#include "tests/support/table.h"
 
 #include <gtest/gtest.h>
-
-#include <ostream>
 
 namespace vantor {
 namespace {
@@ -48,33 +47,25 @@ TEST(SlashedItem, HasASlashOnlyInFrontOfAColour) {
     EXPECT_EQ(slashed({{}, "", ""}), "");
 }
 
-struct Slashed {
-    std::string text;
-    std::string name;
-    std::string color;
-};
-
-void PrintTo(const Slashed& each, std::ostream* out) {
-    *out << ::testing::PrintToString(each.text);
+TEST(ParseSlashedItem, SplitsAtTheFirstSlash) {
+    struct Slashed {
+        std::string text;
+        std::string name;
+        std::string color;
+    };
+    for (const auto& [text, name, color] : testing::tableOf(
+             Slashed{"jeans", "jeans", ""}, Slashed{"tee/white", "tee", "white"},
+             Slashed{" tee / off white ", "tee", "off white"}, Slashed{"a/b/c", "a", "b/c"},
+             Slashed{"/blue", "blue", ""}, Slashed{"//blue", "blue", ""}, Slashed{"a//b", "a", "/b"},
+             Slashed{"a/", "a", ""}, Slashed{"a/\u0301b", "a/\u0301b", ""})) {
+        SCOPED_TRACE(::testing::PrintToString(text));
+        const auto item = parseSlashedItem(text);
+        ASSERT_TRUE(item);
+        EXPECT_EQ(item->name, name);
+        EXPECT_EQ(item->color, color);
+        EXPECT_NE(item->id, Uuid());
+    }
 }
-
-class ParseSlashedItem : public ::testing::TestWithParam<Slashed> {};
-
-TEST_P(ParseSlashedItem, SplitsAtTheFirstSlash) {
-    const auto item = parseSlashedItem(GetParam().text);
-    ASSERT_TRUE(item);
-    EXPECT_EQ(item->name, GetParam().name);
-    EXPECT_EQ(item->color, GetParam().color);
-    EXPECT_NE(item->id, Uuid());
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, ParseSlashedItem,
-                         ::testing::Values(Slashed{"jeans", "jeans", ""},
-                                           Slashed{"tee/white", "tee", "white"},
-                                           Slashed{" tee / off white ", "tee", "off white"},
-                                           Slashed{"a/b/c", "a", "b/c"}, Slashed{"/blue", "blue", ""},
-                                           Slashed{"//blue", "blue", ""}, Slashed{"a//b", "a", "/b"},
-                                           Slashed{"a/", "a", ""}, Slashed{"a/\u0301b", "a/\u0301b", ""}));
 
 TEST(ParseSlashedItem, HasNothingToMakeOfSlashesAndBlanks) {
     for (const auto* text : {"", " ", "/", "//", " \t\u00A0"})
