@@ -1,12 +1,11 @@
 #include "base/text.h"
 #include "formats/csv_row.h"
 #include "tests/support/generators.h"
+#include "tests/support/table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-
-#include <ostream>
 
 namespace vantor {
 namespace {
@@ -15,58 +14,40 @@ using ::testing::ElementsAre;
 
 using Cells = std::vector<std::string>;
 
-struct Row {
-    std::string behaviour;
-    std::string line;
-    Cells cells;
-};
-
-void PrintTo(const Row& row, std::ostream* out) {
-    *out << ::testing::PrintToString(row.line);
+TEST(ParseCsvRow, GivesTheCells) {
+    struct Row {
+        std::string behaviour;
+        std::string line;
+        Cells cells;
+    };
+    for (const auto& [behaviour, line, cells] : testing::tableOf(
+             Row{"OneEmptyForAnEmptyLine", "", {""}},
+             Row{"AsDocumented",
+                 "1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A",
+                 {"1", "Marvis", "coated pants/brown, sweater/blue navy", "Anna", "Studio A"}},
+             Row{"EmptyOnesToo", "a;;b;", {"a", "", "b", ""}}, Row{"Trimmed", " a ; b ", {"a", "b"}},
+             Row{"SemicolonInsideQuotes", "\"x;y\";z", {"x;y", "z"}},
+             Row{"WithoutDoubledQuotes", "\"a\"\"b\"", {"ab"}},
+             Row{"QuotesWithinACell", "x\"y;z\"w", {"xy;zw"}},
+             Row{"QuoteThatIsNeverClosed", "\"a;b", {"a;b"}}, Row{"TwoEmptyAroundASemicolon", ";", {"", ""}},
+             Row{"EmptyForAQuote", "\"", {""}}, Row{"EmptyForTwoQuotes", "\"\"", {""}},
+             Row{"SemicolonAlone", "\";\"", {";"}},
+             Row{"CommasAndTabsAsTheyStand", "a,b\tc;d", {"a,b\tc", "d"}},
+             Row{"TrimmedOfAnyBlanks", "\t\u00A0a\u3000;\u2003", {"a", ""}},
+             Row{"TrimmedInsideQuotes", "\" a \";b", {"a", "b"}},
+             Row{"SemicolonWithAnAccent", "a;\u0301b;c", {"a;\u0301b", "c"}},
+             Row{"SemicolonBehindAPrefix", "a\u0600;b;c", {"a\u0600;b", "c"}},
+             Row{"SemicolonWithAJoiner", "a;\u200Db", {"a;\u200Db"}},
+             Row{"QuoteWithAnAccent", "\"\u0301a;b\"", {"\"\u0301a", "b"}},
+             Row{"QuoteBehindAPrefix", "\u0600\"a;b", {"\u0600\"a", "b"}},
+             Row{"QuoteWithAJoiner", "\"a;b\"\u200D;c", {"a;b\"\u200D;c"}}, Row{"Accents", "é;ë", {"é", "ë"}},
+             Row{"Emoji", "\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}},
+             Row{"NoUtf8", "\xFF;\xC3", {"\xFF", "\xC3"}},
+             Row{"Zeros", std::string("a\0;\0b", 5), {std::string("a\0", 2), std::string("\0b", 2)}})) {
+        SCOPED_TRACE(behaviour);
+        EXPECT_EQ(parseCSVRow(line), cells);
+    }
 }
-
-class ParseCsvRow : public ::testing::TestWithParam<Row> {};
-
-TEST_P(ParseCsvRow, GivesTheCells) {
-    EXPECT_EQ(parseCSVRow(GetParam().line), GetParam().cells);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ParseCsvRow,
-    ::testing::Values(Row{"OneEmptyForAnEmptyLine", "", {""}},
-                      Row{"AsDocumented",
-                          "1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A",
-                          {"1", "Marvis", "coated pants/brown, sweater/blue navy", "Anna", "Studio A"}},
-                      Row{"EmptyOnesToo", "a;;b;", {"a", "", "b", ""}}, Row{"Trimmed", " a ; b ", {"a", "b"}},
-                      Row{"SemicolonInsideQuotes", "\"x;y\";z", {"x;y", "z"}},
-                      Row{"WithoutDoubledQuotes", "\"a\"\"b\"", {"ab"}},
-                      Row{"QuotesWithinACell", "x\"y;z\"w", {"xy;zw"}},
-                      Row{"QuoteThatIsNeverClosed", "\"a;b", {"a;b"}},
-                      Row{"TwoEmptyAroundASemicolon", ";", {"", ""}}, Row{"EmptyForAQuote", "\"", {""}},
-                      Row{"EmptyForTwoQuotes", "\"\"", {""}}, Row{"SemicolonAlone", "\";\"", {";"}},
-                      Row{"CommasAndTabsAsTheyStand", "a,b\tc;d", {"a,b\tc", "d"}},
-                      Row{"TrimmedOfAnyBlanks", "\t\u00A0a\u3000;\u2003", {"a", ""}},
-                      Row{"TrimmedInsideQuotes", "\" a \";b", {"a", "b"}}),
-    [](const auto& each) { return each.param.behaviour; });
-
-INSTANTIATE_TEST_SUITE_P(
-    CharactersOfMoreThanOnePart, ParseCsvRow,
-    ::testing::Values(Row{"SemicolonWithAnAccent", "a;\u0301b;c", {"a;\u0301b", "c"}},
-                      Row{"SemicolonBehindAPrefix", "a\u0600;b;c", {"a\u0600;b", "c"}},
-                      Row{"SemicolonWithAJoiner", "a;\u200Db", {"a;\u200Db"}},
-                      Row{"QuoteWithAnAccent", "\"\u0301a;b\"", {"\"\u0301a", "b"}},
-                      Row{"QuoteBehindAPrefix", "\u0600\"a;b", {"\u0600\"a", "b"}},
-                      Row{"QuoteWithAJoiner", "\"a;b\"\u200D;c", {"a;b\"\u200D;c"}},
-                      Row{"Accents", "é;ë", {"é", "ë"}},
-                      Row{"Emoji", "\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}}),
-    [](const auto& each) { return each.param.behaviour; });
-
-INSTANTIATE_TEST_SUITE_P(BytesThatAreNoText, ParseCsvRow,
-                         ::testing::Values(Row{"NoUtf8", "\xFF;\xC3", {"\xFF", "\xC3"}},
-                                           Row{"Zeros",
-                                               std::string("a\0;\0b", 5),
-                                               {std::string("a\0", 2), std::string("\0b", 2)}}),
-                         [](const auto& each) { return each.param.behaviour; });
 
 TEST(ParseCsvRow, TakesAVeryLongLine) {
     const std::string cell(100'000'000, 'x');
@@ -81,33 +62,25 @@ TEST(ParseCsvRow, TakesALineOfNothingButSeparators) {
     EXPECT_EQ(parseCSVRow(std::string(1'000'000, '"')).size(), 1U);
 }
 
-struct Quoted {
-    std::string behaviour;
-    std::string cell;
-    std::string written;
-};
-
-void PrintTo(const Quoted& each, std::ostream* out) {
-    *out << ::testing::PrintToString(each.cell);
+TEST(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {
+    struct Quoted {
+        std::string behaviour;
+        std::string cell;
+        std::string written;
+    };
+    for (const auto& [behaviour, cell, written] : testing::tableOf(
+             Quoted{"Empty", "", ""}, Quoted{"Word", "Nike", "Nike"},
+             Quoted{"BlanksAndCommas", " a, b\t", " a, b\t"}, Quoted{"Semicolon", "a;b", "\"a;b\""},
+             Quoted{"Quote", "a\"b", "\"a\"\"b\""}, Quoted{"QuoteAlone", "\"", "\"\"\"\""},
+             Quoted{"LineFeed", "a\nb", "\"a\nb\""}, Quoted{"CarriageReturn", "a\rb", "a\rb"},
+             Quoted{"LineSeparator", "a\u2028b", "a\u2028b"},
+             Quoted{"SemicolonWithAnAccent", "a;\u0301b", "a;\u0301b"},
+             Quoted{"QuoteWithAnAccent", "a\"\u0301b", "a\"\u0301b"},
+             Quoted{"QuoteBehindOneWithAnAccent", "a\"\u0301\"b", "\"a\"\u0301\"\"b\""})) {
+        SCOPED_TRACE(behaviour);
+        EXPECT_EQ(quotedCell(cell), written);
+    }
 }
-
-class QuotedCell : public ::testing::TestWithParam<Quoted> {};
-
-TEST_P(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {
-    EXPECT_EQ(quotedCell(GetParam().cell), GetParam().written);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cells, QuotedCell,
-    ::testing::Values(Quoted{"Empty", "", ""}, Quoted{"Word", "Nike", "Nike"},
-                      Quoted{"BlanksAndCommas", " a, b\t", " a, b\t"}, Quoted{"Semicolon", "a;b", "\"a;b\""},
-                      Quoted{"Quote", "a\"b", "\"a\"\"b\""}, Quoted{"QuoteAlone", "\"", "\"\"\"\""},
-                      Quoted{"LineFeed", "a\nb", "\"a\nb\""}, Quoted{"CarriageReturn", "a\rb", "a\rb"},
-                      Quoted{"LineSeparator", "a\u2028b", "a\u2028b"},
-                      Quoted{"SemicolonWithAnAccent", "a;\u0301b", "a;\u0301b"},
-                      Quoted{"QuoteWithAnAccent", "a\"\u0301b", "a\"\u0301b"},
-                      Quoted{"QuoteBehindOneWithAnAccent", "a\"\u0301\"b", "\"a\"\u0301\"\"b\""}),
-    [](const auto& each) { return each.param.behaviour; });
 
 TEST(SplitAtCommas, DropsEmptyPiecesAndTrimsTheOthers) {
     EXPECT_THAT(splitAtCommas("red,, blue ,"), ElementsAre("red", "blue"));

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <array>
 #include <filesystem>
 
 namespace vantor {
@@ -23,30 +22,13 @@ TEST(ShootFile, IsWrittenAsEver) {
     EXPECT_EQ(writeShootFile(testing::ibiza()), data("ibiza.vantor"));
 }
 
+// Also from another writer, with other order, escapes, spaces and case.
 TEST(ShootFile, IsReadAsEver) {
-    const auto shoot = readShootFile(data("ibiza.vantor"));
-    ASSERT_TRUE(shoot);
-    EXPECT_EQ(differences(*shoot, testing::ibiza()), "");
-}
-
-TEST(ShootFile, IsReadFromAnotherWriterWithOtherOrderEscapesSpacesAndCase) {
-    const auto shoot = readShootFile(data("ibiza_other_writer.vantor"));
-    ASSERT_TRUE(shoot);
-    EXPECT_EQ(differences(*shoot, testing::ibiza()), "");
-}
-
-TEST(ShootFile, HasItsKeysSorted) {
-    const auto text = writeShootFile(testing::ibiza());
-    const std::array keys{"brand", "email",     "id",          "items",    "location",
-                          "model", "setNumber", "taggedCount", "timestamp"};
-    auto at = text.find("\"sets\"");
-    for (const auto* key : keys) {
-        const auto next = text.find("\n      \"" + std::string(key) + "\":", at);
-        ASSERT_NE(next, std::string::npos) << key;
-        EXPECT_GT(next, at) << key;
-        at = next;
+    for (const auto* name : {"ibiza.vantor", "ibiza_other_writer.vantor"}) {
+        const auto shoot = readShootFile(data(name));
+        ASSERT_TRUE(shoot) << name;
+        EXPECT_EQ(differences(*shoot, testing::ibiza()), "") << name;
     }
-    EXPECT_LT(at, text.find("Søster"));
 }
 
 TEST(ShootFile, RoundsPartsOfASecondDown) {
@@ -77,20 +59,15 @@ TEST(ShootFile, IsNeitherAListNorWrittenWithNumberDates) {
     EXPECT_FALSE(readShootFile(numbers));
 }
 
-TEST(ShootFile, IsUnreadableWhereverItIsCutOff) {
-    const auto text = data("ibiza.vantor");
-    for (std::size_t length = 0; length < text.size(); ++length)
-        EXPECT_FALSE(readShootFile(std::string_view(text).substr(0, length))) << length;
-    EXPECT_TRUE(readShootFile(text + "\n"));
-}
-
-TEST(ShootFile, IsUnreadableWithAnyOneByteThatIsNoUtf8) {
+TEST(ShootFile, IsUnreadableWhereverItIsCutOffOrAByteIsNoUtf8) {
     const auto text = data("ibiza.vantor");
     for (std::size_t at = 0; at < text.size(); ++at) {
+        EXPECT_FALSE(readShootFile(std::string_view(text).substr(0, at))) << at;
         auto damaged = text;
         damaged[at] = '\xFF';
         EXPECT_FALSE(readShootFile(damaged)) << at;
     }
+    EXPECT_TRUE(readShootFile(text + "\n"));
 }
 
 TEST(ShootFile, TellsWhereItIsUnreadable) {
