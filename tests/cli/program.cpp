@@ -2,24 +2,16 @@
 
 #include "formats/shoot_file.h"
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
-#include <thread>
 
 namespace vantor::testing {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
-
-constexpr auto kPatience = 2min;
 
 std::string bytesOf(const fs::path& path) {
     const std::ifstream in(path, std::ios::binary);
@@ -34,60 +26,11 @@ void writeBytes(const fs::path& path, std::string_view bytes) {
     ASSERT_TRUE(out.flush().good()) << "cannot write " << path;
 }
 
-// This process's environment with the user's folders elsewhere.
-std::vector<std::string> environmentIn(const fs::path& home) {
-    std::vector<std::string> all;
-    for (char** each = environ; *each != nullptr; ++each) {
-        const std::string_view entry(*each);
-        if (!entry.starts_with("HOME=") && !entry.starts_with("XDG_"))
-            all.emplace_back(entry);
-    }
-    all.push_back("HOME=" + home.string());
-    all.push_back("XDG_DATA_HOME=" + (home / "data").string());
-    all.push_back("XDG_CONFIG_HOME=" + (home / "config").string());
-    return all;
-}
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (auto& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-class FileActions {
-public:
-    FileActions() { ::posix_spawn_file_actions_init(&m_actions); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-    ~FileActions() { ::posix_spawn_file_actions_destroy(&m_actions); }
-
-    void open(int descriptor, const fs::path& path, int flags) {
-        ::posix_spawn_file_actions_addopen(&m_actions, descriptor, path.c_str(), flags, 0600);
-    }
-    void close(int descriptor) { ::posix_spawn_file_actions_addclose(&m_actions, descriptor); }
-    void enter(const fs::path& folder) { ::posix_spawn_file_actions_addchdir_np(&m_actions, folder.c_str()); }
-
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &m_actions; }
-
-private:
-    posix_spawn_file_actions_t m_actions{};
-};
-
-std::optional<int> statusOf(pid_t process) {
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    int status = 0;
-    pid_t ended = 0;
-    while ((ended = ::waitpid(process, &status, WNOHANG)) == 0) {
-        if (std::chrono::steady_clock::now() > end) {
-            ::kill(process, SIGKILL);
-            ::waitpid(process, &status, 0);
-            return std::nullopt;
-        }
-        std::this_thread::sleep_for(500us);
-    }
-    return ended == process && WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
+// As one word for a shell.
+std::string quoted(std::string word) {
+    for (auto at = word.find('\''); at != std::string::npos; at = word.find('\'', at + 4))
+        word.replace(at, 1, "'\\''");
+    return "'" + word + "'";
 }
 
 } // namespace
@@ -109,27 +52,19 @@ Outcome Program::run(const std::vector<std::string>& arguments, const Streams& s
     if (streams.inputFile.empty())
         writeBytes(input, streams.input);
 
-    FileActions actions;
-    actions.open(STDIN_FILENO, input, O_RDONLY);
-    if (streams.outputClosed)
-        actions.close(STDOUT_FILENO);
-    else
-        actions.open(STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_TRUNC);
-    actions.open(STDERR_FILENO, errors, O_WRONLY | O_CREAT | O_TRUNC);
-    actions.enter(m_folder.path());
-
-    std::vector<std::string> words{VANTOR_CLI};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    auto environment = environmentIn(m_home.path());
+    std::string line = "cd " + quoted(m_folder.path()) + " && HOME=" + quoted(m_home.path()) +
+                       " XDG_DATA_HOME=" + quoted(m_home / "data") +
+                       " XDG_CONFIG_HOME=" + quoted(m_home / "config") +
+                       " exec timeout --signal=KILL 120 " VANTOR_CLI;
+    for (const auto& argument : arguments)
+        line += " " + quoted(argument);
+    line +=
+        " <" + quoted(input) + " >" + (streams.outputClosed ? "&-" : quoted(output)) + " 2>" + quoted(errors);
 
     Outcome run;
-    pid_t process = 0;
-    const int error = ::posix_spawn(&process, VANTOR_CLI, actions.get(), nullptr, pointersTo(words).data(),
-                                    pointersTo(environment).data());
-    EXPECT_EQ(error, 0) << "cannot start " VANTOR_CLI;
-    if (error != 0)
-        return run;
-    run.status = statusOf(process);
+    const int status = std::system(line.c_str());
+    if (WIFEXITED(status))
+        run.status = WEXITSTATUS(status);
     if (!streams.outputClosed && streams.outputFile.empty())
         run.output = bytesOf(output);
     run.errors = bytesOf(errors);

@@ -1,7 +1,7 @@
 // Program: runs the built command-line program in a folder of its own, as a user's shell would.
 //
 // - What it is given and what it prints goes through files, so that it can neither wait for the test nor be
-//   waited for; one that has not ended after two minutes is killed and its status is absent.
+//   waited for; one that has not ended after two minutes is killed.
 // - The user's folders are empty ones; a test that left something in them fails at its end.
 #pragma once
 
@@ -24,7 +24,7 @@ inline constexpr int kFailed = 1;
 inline constexpr int kMisused = 2;
 
 struct Outcome {
-    // Absent when the program was killed or never ran.
+    // As a shell tells it; absent when the program never ran.
     std::optional<int> status;
     std::string output;
     std::string errors;
