@@ -126,42 +126,26 @@ Word wordIn(const Document& document, const std::string& word) {
     return {std::stod(match[1]), std::stod(match[2]), std::stod(match[3]), std::stod(match[4])};
 }
 
-TEST(CairoPdfCanvas, MakesPagesOfExactlyTheGivenSize) {
-    const Document document({textAt("een", kRegular, {50, 50}), textAt("twee", kRegular, {50, 50})});
-    const auto source = document.source();
-    const std::string box = "/MediaBox [ 0 0 595.28 841.89 ]";
-    const auto first = source.find(box);
-    ASSERT_NE(first, std::string::npos);
-    EXPECT_NE(source.find(box, first + 1), std::string::npos);
-    EXPECT_EQ(source.find("/MediaBox", source.rfind(box) + 1), std::string::npos);
-    EXPECT_THAT(document.seenBy("pdfinfo"), HasSubstr("595.28 x 841.89 pts (A4)"));
-    EXPECT_THAT(document.seenBy("pdfinfo"), ::testing::ContainsRegex("Pages: +2\n"));
-}
-
-TEST(CairoPdfCanvas, NamesNeitherTitleNorAuthor) {
-    const Document document({textAt("een", kRegular, {50, 50})});
-    EXPECT_THAT(document.source(),
-                Not(::testing::ContainsRegex("/(Title|Author|Subject|Keywords|Creator) ")));
-    EXPECT_THAT(document.seenBy("pdfinfo"), Not(HasSubstr("Title")));
-    EXPECT_THAT(document.seenBy("pdfinfo"), Not(HasSubstr("Author")));
-}
-
-TEST(CairoPdfCanvas, WritesSoundFiles) {
+TEST(CairoPdfCanvas, MakesSoundPagesOfExactlyTheGivenSizeWithoutTitleOrAuthor) {
     const Document document({textAt("een", kRegular, {50, 50}),
                              [](PdfCanvas& canvas) {
                                  canvas.strokeLines(std::vector<PdfLine>{{{10, 10}, {20, 20}}}, {});
                                  canvas.drawBitmap(chessboard(9), kSquare);
                              },
                              [](PdfCanvas&) {}});
+    const auto source = document.source();
+    const std::regex boxes(R"(/MediaBox \[ 0 0 595\.28 841\.89 \])");
+    EXPECT_EQ(std::distance(std::sregex_iterator(source.begin(), source.end(), boxes), {}), 3);
+    EXPECT_THAT(source, Not(::testing::ContainsRegex("/(Title|Author|Subject|Keywords|Creator) ")));
+    const auto told = document.seenBy("pdfinfo");
+    EXPECT_THAT(told, HasSubstr("595.28 x 841.89 pts (A4)"));
+    EXPECT_THAT(told, ::testing::ContainsRegex("Pages: +3\n"));
     EXPECT_THAT(document.seenBy("qpdf --check"), HasSubstr("No syntax or stream encoding errors found"));
-    EXPECT_THAT(document.seenBy("pdfinfo"), ::testing::ContainsRegex("Pages: +3\n"));
 }
 
 TEST(CairoPdfCanvas, EmbedsItsFontsAsSubsets) {
-    const Document document({[](PdfCanvas& canvas) {
-        canvas.drawText("Set 12", kBold, {50, 500}, 1);
-        canvas.drawText("coltrui (crème)", kRegular, {50, 400}, 1);
-    }});
+    const Document document(
+        {textAt("Set 12", kBold, {50, 500}), textAt("coltrui (crème)", kRegular, {50, 400})});
     const auto fonts = document.seenBy("pdffonts");
     const std::regex line("[A-Z]{6}\\+(\\S+) +.* +(yes|no) +(yes|no) +(yes|no) +[0-9]+ +[0-9]+\n");
     std::vector<std::string> names;
@@ -238,35 +222,25 @@ TEST(CairoPdfCanvas, StrokesDashedLinesWhereTheyAre) {
         return page.at(static_cast<int>(x), static_cast<int>(kHeight - y)) < 128;
     };
     // Each line begins with a whole dash.
-    EXPECT_TRUE(isBlack(100, 695));
-    EXPECT_FALSE(isBlack(100, 687.5));
-    EXPECT_TRUE(isBlack(100, 680));
-    EXPECT_TRUE(isBlack(205, 650));
-    EXPECT_FALSE(isBlack(212.5, 650));
-    EXPECT_TRUE(isBlack(220, 650));
-    EXPECT_FALSE(isBlack(100, 710));
-    EXPECT_FALSE(isBlack(100, 590));
-    EXPECT_FALSE(isBlack(195, 650));
-    EXPECT_FALSE(isBlack(205, 655));
+    for (const auto& [x, y] : {std::pair(100.0, 695.0), {100, 680}, {205, 650}, {220, 650}})
+        EXPECT_TRUE(isBlack(x, y)) << x << ", " << y;
+    for (const auto& [x, y] :
+         {std::pair(100.0, 687.5), {212.5, 650}, {100, 710}, {100, 590}, {195, 650}, {205, 655}})
+        EXPECT_FALSE(isBlack(x, y)) << x << ", " << y;
 }
 
-TEST(CairoPdfCanvas, StrokesSolidLinesWithoutDashes) {
+TEST(CairoPdfCanvas, StrokesWithTheGivenGreyAndOpacityAndSolidWithoutDashes) {
     const Document document({[](PdfCanvas& canvas) {
         canvas.strokeLines(std::vector<PdfLine>{{{100, 700}, {200, 700}}}, {.width = 10});
+        // 0.4 of grey 0.5 over white is 0.8.
+        canvas.strokeLines(std::vector<PdfLine>{{{100, 600}, {200, 600}}},
+                           {.gray = 0.5, .alpha = 0.4, .width = 20, .dash = 100, .gap = 1});
     }});
     const auto page = document.printed(72);
     for (int x = 101; x < 199; ++x)
         EXPECT_EQ(page.at(x, static_cast<int>(kHeight - 700)), 0) << x;
-}
-
-TEST(CairoPdfCanvas, StrokesWithTheGivenGreyAndOpacity) {
-    const Document document({[](PdfCanvas& canvas) {
-        canvas.strokeLines(std::vector<PdfLine>{{{100, 700}, {200, 700}}},
-                           {.gray = 0.5, .alpha = 0.4, .width = 20, .dash = 100, .gap = 1});
-    }});
-    // 0.4 of grey 0.5 over white is 0.8.
-    EXPECT_NEAR(document.printed(72).at(150, static_cast<int>(kHeight - 700)), 204, 2);
-    EXPECT_EQ(document.printed(72).at(150, static_cast<int>(kHeight - 720)), 255);
+    EXPECT_NEAR(page.at(150, static_cast<int>(kHeight - 600)), 204, 2);
+    EXPECT_EQ(page.at(150, static_cast<int>(kHeight - 620)), 255);
 }
 
 TEST(CairoPdfCanvas, KeepsEveryPixelOfAPicture) {

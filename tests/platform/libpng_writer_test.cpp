@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -52,26 +53,18 @@ TEST(LibpngWriter, KeepsEveryPixel) {
     }
 }
 
-TEST(LibpngWriter, WritesOneBitGreyNotInterlaced) {
+TEST(LibpngWriter, WritesOneBitGreyNotInterlacedAndNothingBesideThePicture) {
     const auto bytes = LibpngWriter().encode(noise(600, 400));
     ASSERT_TRUE(bytes);
     EXPECT_EQ(bytes->substr(0, 8), "\x89PNG\r\n\x1A\n");
-    EXPECT_EQ(bytes->substr(12, 4), "IHDR");
     EXPECT_EQ(numberAt(*bytes, 16), 600U);
     EXPECT_EQ(numberAt(*bytes, 20), 400U);
     // Bits a sample, colour type, compression, filter, interlacing.
     EXPECT_EQ(bytes->substr(24, 5), std::string({1, 0, 0, 0, 0}));
-}
-
-TEST(LibpngWriter, WritesNothingBesideThePicture) {
-    const auto bytes = LibpngWriter().encode(noise(600, 600));
-    ASSERT_TRUE(bytes);
     auto names = chunkNames(*bytes);
-    ASSERT_GE(names.size(), 3U);
     EXPECT_EQ(names.front(), "IHDR");
     EXPECT_EQ(names.back(), "IEND");
-    for (std::size_t i = 1; i + 1 < names.size(); ++i)
-        EXPECT_EQ(names[i], "IDAT");
+    EXPECT_EQ(std::ranges::count(names, "IDAT"), static_cast<std::ptrdiff_t>(names.size()) - 2);
 }
 
 TEST(LibpngWriter, MakesEqualFilesOfEqualPictures) {
@@ -79,9 +72,8 @@ TEST(LibpngWriter, MakesEqualFilesOfEqualPictures) {
 }
 
 TEST(LibpngWriter, RefusesPicturesWithoutPixels) {
-    EXPECT_FALSE(LibpngWriter().encode(Bitmap(0, 0)));
-    EXPECT_FALSE(LibpngWriter().encode(Bitmap(0, 5)));
-    EXPECT_FALSE(LibpngWriter().encode(Bitmap(5, 0)));
+    for (const auto& [width, height] : {std::pair(0, 0), {0, 5}, {5, 0}})
+        EXPECT_FALSE(LibpngWriter().encode(Bitmap(width, height)));
 }
 
 } // namespace

@@ -84,21 +84,13 @@ protected:
     const FileStore& store = posix;
 };
 
-TEST_F(PosixFileStoreTest, ReadsEveryByte) {
-    const std::string bytes("a\0b\r\n\xFF", 6);
-    makeFile(folder / "file", bytes);
-    EXPECT_EQ(store.read(folder / "file").bytes, bytes);
-}
-
-TEST_F(PosixFileStoreTest, ReadsEmptyFile) {
-    makeFile(folder / "file", "");
-    EXPECT_EQ(store.read(folder / "file").bytes, "");
-}
-
-TEST_F(PosixFileStoreTest, ReadsThroughLinks) {
-    makeFile(folder / "file", "bytes");
+TEST_F(PosixFileStoreTest, ReadsEveryByteAlsoThroughLinks) {
     fs::create_symlink("file", folder / "link");
-    EXPECT_EQ(store.read(folder / "link").bytes, "bytes");
+    for (const auto& bytes : {std::string(), std::string("a\0b\r\n\xFF", 6)}) {
+        makeFile(folder / "file", bytes);
+        EXPECT_EQ(store.read(folder / "file").bytes, bytes);
+        EXPECT_EQ(store.read(folder / "link").bytes, bytes);
+    }
 }
 
 TEST_F(PosixFileStoreTest, ReadsAsManyBytesAsAllowedAndNoMore) {
@@ -155,21 +147,14 @@ TEST_F(PosixFileStoreTest, RefusesToReadWhatIsNotAllowed) {
     EXPECT_EQ(store.read(folder / "file").failure, ReadFailure::Unreadable);
 }
 
-TEST_F(PosixFileStoreTest, MakesNewFile) {
-    EXPECT_TRUE(store.replace(folder / "file", "bytes"));
-    EXPECT_EQ(readFile(folder / "file"), "bytes");
-    EXPECT_EQ(folder.names(), Names{"file"});
-}
-
-TEST_F(PosixFileStoreTest, MakesEmptyFile) {
-    EXPECT_TRUE(store.replace(folder / "file", ""));
-    EXPECT_TRUE(fs::is_empty(folder / "file"));
-}
-
-TEST_F(PosixFileStoreTest, NewFileHasThePermissionsThatTheUserWants) {
+TEST_F(PosixFileStoreTest, MakesNewFileWithThePermissionsThatTheUserWants) {
     const auto before = ::umask(027);
     EXPECT_TRUE(store.replace(folder / "file", "bytes"));
+    EXPECT_TRUE(store.replace(folder / "empty", ""));
     ::umask(before);
+    EXPECT_EQ(readFile(folder / "file"), "bytes");
+    EXPECT_TRUE(fs::is_empty(folder / "empty"));
+    EXPECT_EQ(folder.names(), (Names{"empty", "file"}));
     EXPECT_EQ(modeOf(folder / "file"), 0640);
 }
 
@@ -301,14 +286,10 @@ TEST_F(PosixFileStoreTest, OldFileStaysWhenTheWriterGivesUp) {
             return false;
         });
         EXPECT_TRUE(result.failedFor(Reason::Abandoned));
+        EXPECT_FALSE(store.replace(folder / "new", [](ByteSink& sink) { return sink.write("n") && false; }));
         EXPECT_EQ(readFile(folder / "file"), "old");
         EXPECT_EQ(folder.names(), Names{"file"});
     }
-}
-
-TEST_F(PosixFileStoreTest, NoFileAppearsWhenTheWriterGivesUp) {
-    EXPECT_FALSE(store.replace(folder / "file", [](ByteSink& sink) { return sink.write("new") && false; }));
-    EXPECT_EQ(folder.names(), Names{});
 }
 
 TEST_F(PosixFileStoreTest, OldFileStaysWhenTheDiskIsFull) {
@@ -332,25 +313,19 @@ TEST_F(PosixFileStoreTest, OldFileStaysWhenTheDiskIsFull) {
     EXPECT_TRUE(store.replace(folder / "file", std::string(100'000, 'n')));
 }
 
-TEST_F(PosixFileStoreTest, RefusesFileThatMayNotBeWritten) {
+TEST_F(PosixFileStoreTest, RefusesFilesAndFoldersThatMayNotBeWritten) {
     makeFile(folder / "file", "old");
-    fs::permissions(folder.path(), fs::perms::all);
-    ASSERT_EQ(::chmod((folder / "file").c_str(), 0444), 0);
-    const AsOrdinaryUser user;
-    EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
-    EXPECT_EQ(readFile(folder / "file"), "old");
-    EXPECT_EQ(folder.names(), Names{"file"});
-}
-
-TEST_F(PosixFileStoreTest, RefusesFolderThatMayNotBeWritten) {
-    makeFile(folder / "file", "old");
-    ASSERT_EQ(::chmod((folder / "file").c_str(), 0666), 0);
-    ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
-    const AsOrdinaryUser user;
-    EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
-    EXPECT_TRUE(store.replace(folder / "other", "new").failedFor(Reason::NotPermitted));
-    EXPECT_EQ(readFile(folder / "file"), "old");
-    EXPECT_EQ(folder.names(), Names{"file"});
+    for (const auto& [fileMode, folderMode] : {std::pair(0444U, 0777U), {0666U, 0555U}}) {
+        ASSERT_EQ(::chmod((folder / "file").c_str(), fileMode), 0);
+        ASSERT_EQ(::chmod(folder.path().c_str(), folderMode), 0);
+        const AsOrdinaryUser user;
+        EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
+        if (folderMode == 0555U) {
+            EXPECT_TRUE(store.replace(folder / "other", "new").failedFor(Reason::NotPermitted));
+        }
+        EXPECT_EQ(readFile(folder / "file"), "old");
+        EXPECT_EQ(folder.names(), Names{"file"});
+    }
 }
 
 // A folder that may not be read cannot be synced.
@@ -484,13 +459,10 @@ TEST_F(PosixFileStoreTest, ReadersAndWritersAtOnceSeeOnlyWholeFiles) {
     EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST_F(PosixFileStoreTest, MakesFoldersAboveFolders) {
-    EXPECT_TRUE(store.createFolders(folder / "a/b c/é"));
+TEST_F(PosixFileStoreTest, MakesFoldersAboveFoldersButNoneWhereAFileIs) {
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(store.createFolders(folder / "a/b c/é"));
     EXPECT_TRUE(fs::is_directory(folder / "a/b c/é"));
-    EXPECT_TRUE(store.createFolders(folder / "a/b c/é"));
-}
-
-TEST_F(PosixFileStoreTest, MakesNoFolderWhereAFileIs) {
     makeFile(folder / "file", "bytes");
     EXPECT_TRUE(store.createFolders(folder / "file").failedFor(Reason::NameTaken));
     EXPECT_TRUE(store.createFolders(folder / "file/below").failedFor(Reason::Missing));
@@ -511,7 +483,7 @@ TEST_F(PosixFileStoreTest, SetsAFileAsideForItsOwnerOnly) {
     EXPECT_EQ(folder.names(), (Names{"aside", "link aside"}));
 }
 
-TEST_F(PosixFileStoreTest, RefusesToSetAsideUnderANameThatIsTaken) {
+TEST_F(PosixFileStoreTest, RefusesToSetAsideWhatIsMissingOrUnderANameThatIsTaken) {
     makeFile(folder / "file", "bytes");
     makeFile(folder / "taken", "others");
     fs::create_directory(folder / "folder");
@@ -519,17 +491,12 @@ TEST_F(PosixFileStoreTest, RefusesToSetAsideUnderANameThatIsTaken) {
     const auto names = folder.names();
     for (const auto* const taken : {"taken", "folder", "dangling", "file"})
         EXPECT_TRUE(store.setAside(folder / "file", folder / taken).failedFor(Reason::NameTaken)) << taken;
+    for (const auto& [from, to] : {std::pair("nothing", "something"), {"file", "no folder/file"}})
+        EXPECT_TRUE(store.setAside(folder / from, folder / to).failedFor(Reason::Missing)) << from;
     EXPECT_EQ(folder.names(), names);
     EXPECT_EQ(readFile(folder / "file"), "bytes");
     EXPECT_EQ(readFile(folder / "taken"), "others");
     EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
-}
-
-TEST_F(PosixFileStoreTest, RefusesToSetAsideWhatIsMissing) {
-    EXPECT_TRUE(store.setAside(folder / "nothing", folder / "something").failedFor(Reason::Missing));
-    makeFile(folder / "file", "bytes");
-    EXPECT_TRUE(store.setAside(folder / "file", folder / "no folder/file").failedFor(Reason::Missing));
-    EXPECT_EQ(folder.names(), Names{"file"});
 }
 
 TEST_F(PosixFileStoreTest, ListsWhatStandsInAFolder) {

@@ -105,19 +105,9 @@ TEST_P(PosixProcessLockTest, IsFreeWhenItsHolderGoes) {
     EXPECT_EQ(makeLock()->tryTake(), Attempt::Taken);
 }
 
-TEST_P(PosixProcessLockTest, IsHeldByALivingProcess) {
-    const Child child([&] { (void)makeLock().release()->tryTake(); });
+TEST_P(PosixProcessLockTest, IsTakenOverFromALivingOrStoppedProcessOnlyOnceItIsKilled) {
+    Child child([&] { (void)makeLock().release()->tryTake(); });
     EXPECT_EQ(makeLock()->tryTake(), Attempt::HeldByOther);
-}
-
-TEST_P(PosixProcessLockTest, IsTakenOverFromAKilledProcess) {
-    Child child([&] { (void)makeLock().release()->tryTake(); });
-    child.kill();
-    EXPECT_EQ(makeLock()->tryTake(), Attempt::Taken);
-}
-
-TEST_P(PosixProcessLockTest, IsTakenOverFromAStoppedProcessOnlyOnceItHasEnded) {
-    Child child([&] { (void)makeLock().release()->tryTake(); });
     ::kill(child.process(), SIGSTOP);
     EXPECT_EQ(makeLock()->tryTake(), Attempt::HeldByOther);
     child.kill();
@@ -218,21 +208,14 @@ TEST(PosixProcessLockByTheKernel, IsTakenThoughTheFileNamesALivingProcess) {
     EXPECT_EQ(lock.tryTake(), Attempt::Taken);
 }
 
-TEST(PosixProcessLockByTheKernel, IsHeldThoughTheFileSaysNothing) {
+TEST(PosixProcessLockByTheKernel, IsHeldWhateverBecomesOfItsFile) {
     const TemporaryFolder folder;
     PosixProcessLock first(folder / "lock");
+    PosixProcessLock second(folder / "lock");
     ASSERT_EQ(first.tryTake(), Attempt::Taken);
     write(folder / "lock", "");
-    PosixProcessLock second(folder / "lock");
     EXPECT_EQ(second.tryTake(), Attempt::HeldByOther);
-}
-
-TEST(PosixProcessLockByTheKernel, IsHeldThoughItsFileWasRemoved) {
-    const TemporaryFolder folder;
-    PosixProcessLock first(folder / "lock");
-    ASSERT_EQ(first.tryTake(), Attempt::Taken);
     std::filesystem::remove(folder / "lock");
-    PosixProcessLock second(folder / "lock");
     EXPECT_EQ(second.tryTake(), Attempt::HeldByOther);
     first.release();
     EXPECT_EQ(second.tryTake(), Attempt::Taken);
@@ -298,24 +281,16 @@ protected:
     std::vector<std::string> m_lines;
 };
 
-TEST_F(StaleLock, OfALivingProcessIsHeld) {
-    EXPECT_EQ(tryAfter(1, std::to_string(::getpid())), Attempt::HeldByOther);
-}
-
-TEST_F(StaleLock, OfAnEndedProcessIsTakenOver) {
-    const auto process = ::fork();
-    if (process == 0)
+TEST_F(StaleLock, IsTakenOverUnlessItIsOfThatVeryLivingProcess) {
+    const auto ended = ::fork();
+    if (ended == 0)
         ::_exit(0);
-    ::waitpid(process, nullptr, 0);
-    EXPECT_EQ(tryAfter(1, std::to_string(process)), Attempt::Taken);
-}
-
-TEST_F(StaleLock, OfALaterProcessOfThatNumberIsTakenOver) {
-    EXPECT_EQ(tryAfter(2, "1"), Attempt::Taken);
-}
-
-TEST_F(StaleLock, FromBeforeTheMachineStartedIsTakenOver) {
-    EXPECT_EQ(tryAfter(3, "00000000-0000-4000-8000-000000000000"), Attempt::Taken);
+    ::waitpid(ended, nullptr, 0);
+    EXPECT_EQ(tryAfter(1, std::to_string(::getpid())), Attempt::HeldByOther);
+    EXPECT_EQ(tryAfter(1, std::to_string(ended)), Attempt::Taken);
+    EXPECT_EQ(tryAfter(2, "1"), Attempt::Taken) << "a later process of that number";
+    EXPECT_EQ(tryAfter(3, "00000000-0000-4000-8000-000000000000"), Attempt::Taken)
+        << "before the machine started";
 }
 
 TEST_F(StaleLock, ThatMakesNoSenseIsTakenOver) {

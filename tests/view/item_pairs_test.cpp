@@ -11,7 +11,6 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 using NameAndColor = std::pair<std::string, std::string>;
 
@@ -22,17 +21,9 @@ std::vector<NameAndColor> textsOf(const std::vector<SetItem>& items) {
     return texts;
 }
 
-TEST(ItemsOf, DropsAPairThatHasOnlyAColour) {
-    EXPECT_THAT(textsOf(itemsOf({{"", "red"}, {"cap", "blue"}})), ElementsAre(NameAndColor("cap", "blue")));
-}
-
-TEST(ItemsOf, KeepsAPairThatHasOnlyAName) {
-    EXPECT_THAT(textsOf(itemsOf({{"cap", ""}})), ElementsAre(NameAndColor("cap", "")));
-}
-
-TEST(ItemsOf, KeepsOrderRepeatsAndBlanksAsTyped) {
-    EXPECT_THAT(textsOf(itemsOf({{" b ", " "}, {"a", "x"}, {" b ", " "}, {" ", ""}})),
-                ElementsAre(NameAndColor(" b ", " "), NameAndColor("a", "x"), NameAndColor(" b ", " "),
+TEST(ItemsOf, DropsPairsWithoutANameAndKeepsTheRestAsTyped) {
+    EXPECT_THAT(textsOf(itemsOf({{"", "red"}, {" b ", " "}, {"", ""}, {"cap", ""}, {" b ", " "}, {" ", ""}})),
+                ElementsAre(NameAndColor(" b ", " "), NameAndColor("cap", ""), NameAndColor(" b ", " "),
                             NameAndColor(" ", "")));
 }
 
@@ -43,50 +34,27 @@ TEST(ItemsOf, GivesEveryItemAnIdOfItsOwn) {
     EXPECT_NE(once[0].id, again[0].id);
 }
 
-TEST(PairsOf, OffersOneBlankLineForASetWithoutItems) {
+TEST(PairsOf, AreTheItemsAsTheyStandOrOneBlankLine) {
     EXPECT_THAT(pairsOf({}), ElementsAre(ItemPair{}));
-}
-
-TEST(PairsOf, KeepsItemsThatHaveNoNameForTheUserToSee) {
     EXPECT_THAT(pairsOf({SetItem::make("", "red"), SetItem::make("cap", "")}),
                 ElementsAre(ItemPair{"", "red"}, ItemPair{"cap", ""}));
 }
 
-TEST(AddCatalogItem, FillsTheUntouchedLine) {
-    ItemPairs pairs{ItemPair{}};
-    addCatalogItem(pairs, "cap", "red");
-    EXPECT_THAT(pairs, ElementsAre(ItemPair{"cap", "red"}));
-}
-
-TEST(AddCatalogItem, AppendsASecondPick) {
-    ItemPairs pairs{ItemPair{}};
-    addCatalogItem(pairs, "cap", "red");
-    addCatalogItem(pairs, "cap", "red");
-    EXPECT_THAT(pairs, ElementsAre(ItemPair{"cap", "red"}, ItemPair{"cap", "red"}));
-}
-
-TEST(AddCatalogItem, LeavesALineThatHoldsOnlyAColour) {
-    ItemPairs pairs{{"", "red"}};
-    addCatalogItem(pairs, "cap", "");
-    EXPECT_THAT(pairs, ElementsAre(ItemPair{"", "red"}, ItemPair{"cap", ""}));
-}
-
-TEST(AddCatalogItem, LeavesALineOfASpace) {
-    ItemPairs pairs{{" ", ""}};
-    addCatalogItem(pairs, "cap", "");
-    EXPECT_EQ(pairs.size(), 2U);
-}
-
-TEST(AddCatalogItem, LeavesTwoBlankLinesAsTheyAre) {
-    ItemPairs pairs{ItemPair{}, ItemPair{}};
-    addCatalogItem(pairs, "cap", "");
-    EXPECT_THAT(pairs, ElementsAre(ItemPair{}, ItemPair{}, ItemPair{"cap", ""}));
-}
-
-TEST(AddCatalogItem, BeginsAnEmptyList) {
-    ItemPairs pairs;
-    addCatalogItem(pairs, "cap", "");
-    EXPECT_THAT(pairs, ElementsAre(ItemPair{"cap", ""}));
+TEST(AddCatalogItem, FillsTheOneUntouchedLineOrAppends) {
+    const ItemPair cap{"cap", "red"};
+    struct Case {
+        const char* what;
+        ItemPairs before;
+        ItemPairs after;
+    };
+    for (const auto& [what, before, after] :
+         {Case{"untouched", {{}}, {cap}}, Case{"empty", {}, {cap}}, Case{"the same again", {cap}, {cap, cap}},
+          Case{"only a colour", {{"", "red"}}, {{"", "red"}, cap}},
+          Case{"a space", {{" ", ""}}, {{" ", ""}, cap}}, Case{"two blank lines", {{}, {}}, {{}, {}, cap}}}) {
+        auto pairs = before;
+        addCatalogItem(pairs, cap.name, cap.color);
+        EXPECT_EQ(pairs, after) << what;
+    }
 }
 
 TEST(AnyNamed, CountsNamesOnly) {

@@ -14,37 +14,19 @@ SetData setOf(const std::string& number, const std::string& brand) {
     return set;
 }
 
-TEST(PngName, JoinsNumberAndBrand) {
+TEST(ProposedNames, FollowTheirSetOrShoot) {
     EXPECT_EQ(pngName(setOf("12", "Marvis")), "SET-12-Marvis.png");
-}
-
-TEST(PngName, StandsWithoutNumberAndBrand) {
     EXPECT_EQ(pngName(setOf("", "")), "SET--.png");
-}
-
-TEST(PngName, KeepsWhatAFileSystemTakes) {
     EXPECT_EQ(pngName(setOf("1/2", "H&M: \"Zoé\"")), "SET-1-2-H&M: \"Zoé\".png");
-}
-
-TEST(ShootFileName, IsTheShootsName) {
     const auto shoot = Shoot::make("Ibiza & Zomer", "", "", {});
     EXPECT_EQ(shootFileName(&shoot, "sets", ".csv"), "Ibiza & Zomer.csv");
-}
-
-TEST(ShootFileName, OfANamelessShootIsTheExtension) {
-    const auto shoot = Shoot::make("", "", "", {});
-    EXPECT_EQ(shootFileName(&shoot, "shoot", ".vantor"), ".vantor");
-}
-
-TEST(ShootFileName, HasAFallbackWithoutAShoot) {
-    EXPECT_EQ(shootFileName(nullptr, "shoot", ".vantor"), "shoot.vantor");
+    const auto nameless = Shoot::make("", "", "", {});
+    EXPECT_EQ(shootFileName(&nameless, "shoot", ".vantor"), ".vantor");
     EXPECT_EQ(shootFileName(nullptr, "sets", ".json"), "sets.json");
-}
-
-TEST(CardsName, FollowsTheShootsName) {
     EXPECT_EQ(cardsName("Zomer op Texel"), "Zomer op Texel-QR-kaarten.pdf");
     EXPECT_EQ(cardsName(""), "-QR-kaarten.pdf");
     EXPECT_EQ(cardsName("a/b"), "a-b-QR-kaarten.pdf");
+    EXPECT_EQ(catalogName(), "productcatalogus.csv");
 }
 
 TEST(ProposedNames, KeepTheirEndingsWhereTheyAreTooLong) {
@@ -56,10 +38,6 @@ TEST(ProposedNames, KeepTheirEndingsWhereTheyAreTooLong) {
         EXPECT_EQ(proposed.size(), 255U);
         EXPECT_TRUE(proposed.ends_with(ending)) << proposed;
     }
-}
-
-TEST(CatalogName, IsFixed) {
-    EXPECT_EQ(catalogName(), "productcatalogus.csv");
 }
 
 } // namespace

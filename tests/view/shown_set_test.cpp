@@ -17,22 +17,16 @@ TEST(ShownSet, OfPlainTextsIsAsItIsToldEverywhere) {
     const auto set = make("12", "H&M <b>", {SetItem::make("trui", "blauw"), SetItem::make("pet", "")});
     EXPECT_EQ(shownHeadline(set), set.headline());
     EXPECT_EQ(shownDescription(set), set.description());
-}
-
-TEST(ShownSet, WithoutTextsIsEmpty) {
     EXPECT_EQ(shownHeadline(make("", "")), "");
     EXPECT_EQ(shownHeadline(make("", "Marvis")), "Marvis");
     EXPECT_EQ(shownDescription(make("", "")), "");
 }
 
-TEST(ShownSet, ClosesOffEachTextByItself) {
+TEST(ShownSet, ClosesOffEachTextByItselfAndLetsNoneCloseWhatAnotherOneOpened) {
     const auto set =
         make("1\u202E", "Marvis", {SetItem::make("\u05D0", "rood"), SetItem::make("pet", "\u05D1")});
     EXPECT_EQ(shownHeadline(set), "Set \u20681\u202E\u2069 — Marvis");
     EXPECT_EQ(shownDescription(set), "\u2068\u05D0\u2069 rood, pet \u2068\u05D1\u2069");
-}
-
-TEST(ShownSet, LetsNoTextCloseWhatAnotherOneOpened) {
     EXPECT_EQ(shownHeadline(make("\u2067a", "b\u2069c")), "Set \u2068\u2067a\u2069\u2069 — \u2068bc\u2069");
 }
 
