@@ -87,6 +87,11 @@ protected:
         });
     }
 
+    void ownAndServe(bool answers = true) {
+        own();
+        serve(answers);
+    }
+
     void end() {
         m_owner.reset();
         m_lock.reset();
@@ -94,6 +99,10 @@ protected:
 
     [[nodiscard]] Start start(Files files, std::chrono::milliseconds patience = 10s) const {
         return {makeLock(), m_places, std::move(files), patience};
+    }
+
+    [[nodiscard]] Role roleOf(Files files, std::chrono::milliseconds patience = 10s) const {
+        return start(std::move(files), patience).role();
     }
 
     // A peer that may say anything.
@@ -108,6 +117,14 @@ protected:
         auto message = writeHandOver({std::move(files), {}});
         EXPECT_TRUE(message);
         return message ? std::move(*message) : std::string();
+    }
+
+    // One that has the owner ready for the files.
+    [[nodiscard]] std::unique_ptr<QLocalSocket> awaited(Files files) const {
+        auto socket = connected();
+        say(*socket, messageOf(std::move(files)));
+        EXPECT_TRUE(hears(*socket, "r"));
+        return socket;
     }
 
     static void say(QLocalSocket& socket, const std::string& bytes) {
@@ -131,23 +148,19 @@ protected:
 };
 
 TEST_F(FirstProcessTest, HandsFilesOverOnceAndInOrder) {
-    own();
-    serve();
+    ownAndServe();
     const Files files{"/b \xC3\xA9\n.vantor", "/\xFF\xFE.vantor", "/a"};
-    auto second = start(files);
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf(files), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(1));
     EXPECT_EQ(m_handed[0].files, files);
     EXPECT_FALSE(m_handed[0].handedBeforeAt);
-    auto third = start({});
-    EXPECT_EQ(third.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({}), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(2));
     EXPECT_THAT(m_handed[1].files, IsEmpty());
 }
 
 TEST_F(FirstProcessTest, AnswersOnlyWhenTheFilesAreOpened) {
-    own();
-    serve(false);
+    ownAndServe(false);
     auto second = start({"/a"}, 1s);
     // Longer than its patience, which signs of life renew.
     ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
@@ -169,9 +182,10 @@ TEST_F(FirstProcessTest, TakesWhatCameBeforeItServes) {
     EXPECT_THAT(m_handed, SizeIs(1));
 }
 
-TEST_F(FirstProcessTest, WaitsForAnOwnerThatDoesNotListenYet) {
+TEST_F(FirstProcessTest, WaitsForAnOwnerThatDoesNotListenYetAsLongAsItsPatience) {
     m_lock = makeLock();
     ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
+    EXPECT_EQ(roleOf({"/a"}, 300ms), Role::Unanswered);
     auto second = start({"/a"});
     std::this_thread::sleep_for(300ms);
     EXPECT_FALSE(second.hasEnded());
@@ -197,25 +211,14 @@ TEST_F(FirstProcessTest, GivesAnOwnerUpThatDoesNotReact) {
     serve();
     runFor(200ms);
     EXPECT_THAT(m_handed, IsEmpty());
-    auto third = start({"/b"});
-    EXPECT_EQ(third.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/b"}), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(1));
     EXPECT_THAT(m_handed[0].files, ElementsAre("/b"));
 }
 
-TEST_F(FirstProcessTest, GivesAnOwnerUpThatNeverListens) {
-    m_lock = makeLock();
-    ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
-    auto second = start({"/a"}, 300ms);
-    EXPECT_EQ(second.role(), Role::Unanswered);
-}
-
 TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGo) {
-    own();
-    serve(false);
-    auto socket = connected();
-    say(*socket, messageOf({"/a"}));
-    ASSERT_TRUE(hears(*socket, "r"));
+    ownAndServe(false);
+    auto socket = awaited({"/a"});
     say(*socket, "g");
     // Both are there when the owner looks next.
     socket->abort();
@@ -224,11 +227,8 @@ TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGo) {
 }
 
 TEST_F(FirstProcessTest, TellsThatNobodyWaitsAnyMoreWhileItOpens) {
-    own();
-    serve(false);
-    auto socket = connected();
-    say(*socket, messageOf({"/a"}));
-    ASSERT_TRUE(hears(*socket, "r"));
+    ownAndServe(false);
+    auto socket = awaited({"/a"});
     say(*socket, "g");
     ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
     EXPECT_TRUE(m_handed[0].isWanted());
@@ -250,15 +250,13 @@ TEST_F(FirstProcessTest, BecomesTheOwnerWhenThatOneEndsBeforeItOpened) {
 }
 
 TEST_F(FirstProcessTest, KnowsThatAnOwnerEndedWhileItOpened) {
-    own();
-    serve(false);
+    ownAndServe(false);
     const auto before = Timestamp::now().secondsSinceReference;
     auto second = start({"/a"});
     ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
     const auto now = Timestamp::now().secondsSinceReference;
     end();
-    own();
-    serve();
+    ownAndServe();
     EXPECT_EQ(second.role(), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(2));
     EXPECT_THAT(m_handed[1].files, ElementsAre("/a"));
@@ -276,15 +274,13 @@ TEST_F(FirstProcessTest, AsksAgainWhenTheOwnerGaveUp) {
         m_handed.push_back(handed);
         handed.whenDone(m_handed.size() == 2);
     });
-    auto second = start({"/a"});
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(2));
     EXPECT_TRUE(m_handed[1].handedBeforeAt);
 }
 
 TEST_F(FirstProcessTest, TakesAMessageThatComesByteByByte) {
-    own();
-    serve();
+    ownAndServe();
     auto socket = connected();
     for (const char byte : messageOf({"/a", "/b"})) {
         say(*socket, std::string(1, byte));
@@ -298,8 +294,7 @@ TEST_F(FirstProcessTest, TakesAMessageThatComesByteByByte) {
 }
 
 TEST_F(FirstProcessTest, LeavesPeersThatSpeakAnotherLanguage) {
-    own();
-    serve();
+    ownAndServe();
     const auto good = messageOf({"/a"});
     for (const auto& bytes :
          {std::string("GET / HTTP/1.1\r\n\r\n"), std::string("\xFF\xFE\xFD\xFC"), good + "g",
@@ -308,28 +303,23 @@ TEST_F(FirstProcessTest, LeavesPeersThatSpeakAnotherLanguage) {
         say(*socket, bytes);
         EXPECT_TRUE(isLeft(*socket));
     }
-    auto socket = connected();
-    say(*socket, good);
-    ASSERT_TRUE(hears(*socket, "r"));
+    auto socket = awaited({"/a"});
     say(*socket, "gg");
     EXPECT_TRUE(isLeft(*socket));
     EXPECT_THAT(m_handed, IsEmpty());
-    auto second = start({"/b"});
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/b"}), Role::HandedOver);
     EXPECT_THAT(m_handed, SizeIs(1));
 }
 
 TEST_F(FirstProcessTest, IsNotHeldUpByPeersThatSayNothing) {
-    own();
-    serve();
+    ownAndServe();
     std::vector<std::unique_ptr<QLocalSocket>> silent;
     for (int i = 0; i < 100; ++i) {
         silent.push_back(connected());
         runFor(1ms);
     }
     say(*silent[0], "VANTOR1\n");
-    auto second = start({"/a"});
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
     EXPECT_THAT(m_handed, SizeIs(1));
 }
 
@@ -345,32 +335,23 @@ TEST_F(FirstProcessTest, TakesTheSocketOfAKilledOwnerOver) {
     own();
     EXPECT_EQ(std::filesystem::status(m_folder / "socket").permissions(), std::filesystem::perms(0600));
     serve();
-    auto second = start({"/a"});
-    EXPECT_EQ(second.role(), Role::HandedOver);
-}
-
-TEST_F(FirstProcessTest, FindsTheOwnerAtAPlaceOfItsOwn) {
-    own();
-    serve();
-    // As in another session, where other folders are for sockets.
-    Start second(makeLock(), {QString::fromStdString((m_folder / "elsewhere").string())}, {"/a"}, 10s);
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
 }
 
 TEST_F(FirstProcessTest, TakesTheNextPlaceWhereTheFirstCannotBe) {
     m_places.prepend(QString::fromStdString((m_folder / "missing" / "socket").string()));
     m_places.prepend(QString::fromStdString((m_folder / std::string(200, 'x')).string()));
-    own();
-    serve();
-    auto second = start({"/a"});
-    EXPECT_EQ(second.role(), Role::HandedOver);
+    ownAndServe();
+    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
+    // As in another session, where other folders are for sockets.
+    m_places = {QString::fromStdString((m_folder / "elsewhere").string())};
+    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
 }
 
 TEST_F(FirstProcessTest, IsTheOnlyOwnerAlsoWhereItCannotListen) {
     m_places = {QString::fromStdString((m_folder / "missing" / "socket").string())};
     own();
-    auto second = start({"/a"}, 300ms);
-    EXPECT_EQ(second.role(), Role::Unanswered);
+    EXPECT_EQ(roleOf({"/a"}, 300ms), Role::Unanswered);
 }
 
 TEST_F(FirstProcessTest, IsTheOwnerByListeningWhereThereCanBeNoLock) {
@@ -381,8 +362,7 @@ TEST_F(FirstProcessTest, IsTheOwnerByListeningWhereThereCanBeNoLock) {
     Start second(std::make_unique<NoLock>(), m_places, {"/a"}, 10s);
     EXPECT_EQ(second.role(), Role::HandedOver);
     // Also for one that does get the lock.
-    auto third = start({"/b"});
-    EXPECT_EQ(third.role(), Role::HandedOver);
+    EXPECT_EQ(roleOf({"/b"}), Role::HandedOver);
     EXPECT_THAT(m_handed, SizeIs(2));
 }
 
@@ -426,11 +406,9 @@ TEST_P(ForeignPlaceTest, IsNeitherToldNorBelieved) {
     // Somebody owns the data, and did not tell where.
     m_lock = makeLock();
     ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
-    auto first = start({"/geheim"}, 300ms);
-    EXPECT_EQ(first.role(), Role::Unanswered);
+    EXPECT_EQ(roleOf({"/geheim"}, 300ms), Role::Unanswered);
     m_lock.reset();
-    auto second = start({"/geheim"});
-    EXPECT_EQ(second.role(), Role::Owner);
+    EXPECT_EQ(roleOf({"/geheim"}), Role::Owner);
     runFor(20ms);
     EXPECT_TRUE(impostor.heard.isEmpty());
     // A name of his own could hold the start up already while it connects.

@@ -2,43 +2,41 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
 namespace vantor {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using Wish = StartArguments::Wish;
 
 StartArguments read(const std::vector<std::string_view>& arguments) {
     return readStartArguments(arguments, "/home/anna");
 }
 
-TEST(StartArguments, NoneOpenNoFile) {
-    EXPECT_EQ(read({}).wish, Wish::Run);
-    EXPECT_THAT(read({}).files, IsEmpty());
-}
-
-TEST(StartArguments, KeepFilesInOrderAndAnyBytes) {
-    EXPECT_THAT(read({"/b c/\xC3\xA9\n.vantor", "/a\xFF.vantor", "/a\xFF.vantor"}).files,
-                ElementsAre("/b c/\xC3\xA9\n.vantor", "/a\xFF.vantor", "/a\xFF.vantor"));
-}
-
-TEST(StartArguments, TakeRelativePathsFromTheFolder) {
-    EXPECT_THAT(read({"a.vantor", "../b.vantor", "-"}).files,
-                ElementsAre("/home/anna/a.vantor", "/home/anna/../b.vantor", "/home/anna/-"));
-}
-
-TEST(StartArguments, TakeFileAddresses) {
-    EXPECT_THAT(read({"file:///a%20b%FF.vantor", "file://localhost/c"}).files,
-                ElementsAre("/a b\xFF.vantor", "/c"));
-    // A file of another machine cannot be opened, and that is to be said.
-    EXPECT_THAT(read({"file://studio/c"}).files, ElementsAre("/home/anna/file://studio/c"));
-}
-
-TEST(StartArguments, TakeWhatStandsBehindTwoDashesAsFiles) {
-    EXPECT_THAT(read({"a", "--", "--help", "-x", "--"}).files,
-                ElementsAre("/home/anna/a", "/home/anna/--help", "/home/anna/-x", "/home/anna/--"));
-    EXPECT_EQ(read({"--", "--help"}).wish, Wish::Run);
+TEST(StartArguments, NameFilesByPathsOrAddresses) {
+    struct Case {
+        std::vector<std::string_view> arguments;
+        std::vector<std::filesystem::path> files;
+    };
+    const Case cases[] = {
+        {{}, {}},
+        // In their order, and any bytes.
+        {{"/b c/\xC3\xA9\n.vantor", "/a\xFF.vantor", "/a\xFF.vantor"},
+         {"/b c/\xC3\xA9\n.vantor", "/a\xFF.vantor", "/a\xFF.vantor"}},
+        // Relative ones, from the folder.
+        {{"a.vantor", "../b.vantor", "-"}, {"/home/anna/a.vantor", "/home/anna/../b.vantor", "/home/anna/-"}},
+        {{"file:///a%20b%FF.vantor", "file://localhost/c"}, {"/a b\xFF.vantor", "/c"}},
+        // A file of another machine cannot be opened, and that is to be said.
+        {{"file://studio/c"}, {"/home/anna/file://studio/c"}},
+        {{"a", "--", "--help", "-x", "--"},
+         {"/home/anna/a", "/home/anna/--help", "/home/anna/-x", "/home/anna/--"}},
+    };
+    for (const auto& [arguments, files] : cases) {
+        EXPECT_EQ(read(arguments).wish, Wish::Run);
+        EXPECT_EQ(read(arguments).files, files);
+    }
 }
 
 TEST(StartArguments, KnowTheirOptions) {
