@@ -12,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <map>
 #include <set>
 #include <string>
 #include <thread>
@@ -96,18 +97,18 @@ TEST_F(PosixFileStoreTest, ReadsEveryByteAlsoThroughLinks) {
 TEST_F(PosixFileStoreTest, ReadsAsManyBytesAsAllowedAndNoMore) {
     makeFile(folder / "file", "12345");
     EXPECT_EQ(store.read(folder / "file", 5).bytes, "12345");
-    const auto refused = store.read(folder / "file", 4);
-    EXPECT_EQ(refused.bytes, std::nullopt);
-    EXPECT_EQ(refused.failure, ReadFailure::TooLarge);
-}
-
-TEST_F(PosixFileStoreTest, ReadsFilesThatHideTheirSize) {
+    const auto expectTooLarge = [this](const fs::path& path, std::uint64_t mostBytes) {
+        const auto refused = store.read(path, mostBytes);
+        EXPECT_EQ(refused.bytes, std::nullopt) << path;
+        EXPECT_EQ(refused.failure, ReadFailure::TooLarge) << path;
+    };
+    expectTooLarge(folder / "file", 4);
+    // One that hides its size.
     const fs::path status = "/proc/self/status";
     if (!fs::exists(status))
         GTEST_SKIP() << "no such file system here";
     EXPECT_NE(store.read(status).bytes.value_or("").find("Pid:"), std::string::npos);
-    EXPECT_EQ(store.read(status, 10).failure, ReadFailure::TooLarge);
-    EXPECT_EQ(store.read(status, 10).bytes, std::nullopt);
+    expectTooLarge(status, 10);
 }
 
 TEST_F(PosixFileStoreTest, TellsMissingFromUnreadable) {
@@ -268,14 +269,14 @@ TEST_F(PosixFileStoreTest, FollowsRelativeLinksFromTheCurrentFolder) {
 }
 
 TEST_F(PosixFileStoreTest, RefusesLinksThatLeadNowhere) {
-    fs::create_symlink("itself", folder / "itself");
-    fs::create_symlink("no folder/file", folder / "to missing folder");
-    fs::create_symlink(".", folder / "to folder");
-    for (const auto* const link : {"itself", "to missing folder", "to folder"}) {
+    const std::map<std::string, std::string> links{
+        {"itself", "itself"}, {"to missing folder", "no folder/file"}, {"to folder", "."}};
+    for (const auto& [link, target] : links) {
+        fs::create_symlink(target, folder / link);
         EXPECT_FALSE(store.replace(folder / link, "new")) << link;
         EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
     }
-    EXPECT_EQ(folder.names(), (Names{"itself", "to missing folder", "to folder"}));
+    EXPECT_EQ(folder.names().size(), links.size());
 }
 
 TEST_F(PosixFileStoreTest, OldFileStaysWhenTheWriterGivesUp) {
@@ -499,23 +500,18 @@ TEST_F(PosixFileStoreTest, RefusesToSetAsideWhatIsMissingOrUnderANameThatIsTaken
     EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
 }
 
-TEST_F(PosixFileStoreTest, ListsWhatStandsInAFolder) {
+TEST_F(PosixFileStoreTest, ListsAndRemovesWhatStandsInAFolder) {
     makeFile(folder / "shoots.json", "[]");
     makeFile(folder / ".hidden", "");
-    fs::create_directory(folder / "backups");
+    fs::create_directories(folder / "backups" / "inner");
     const auto names = store.list(folder.path());
     EXPECT_EQ(Names(names.begin(), names.end()), (Names{"shoots.json", ".hidden", "backups"}));
     EXPECT_TRUE(store.list(folder / "missing").empty());
     EXPECT_TRUE(store.list(folder / "shoots.json").empty());
-}
-
-TEST_F(PosixFileStoreTest, RemovesFilesAndSaysWhatIsStillThere) {
-    makeFile(folder / "old", "old");
-    EXPECT_TRUE(store.remove(folder / "old"));
-    EXPECT_FALSE(fs::exists(folder / "old"));
-    EXPECT_TRUE(store.remove(folder / "old")) << "it is not there any more";
-    fs::create_directories(folder / "full" / "inner");
-    EXPECT_FALSE(store.remove(folder / "full"));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(store.remove(folder / "shoots.json")) << "the second time it is not there any more";
+    EXPECT_FALSE(store.remove(folder / "backups")) << "it is still there";
+    EXPECT_EQ(folder.names(), (Names{".hidden", "backups"}));
 }
 
 TEST_F(PosixFileStoreTest, RemovesNothingButWhatAnUnfinishedReplacementLeft) {

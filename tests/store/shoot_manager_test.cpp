@@ -147,16 +147,6 @@ TEST_F(ShootManagerTest, ActivatingASetOfAnotherShootSwitchesToThatShoot) {
     EXPECT_EQ(m_manager.activeShoot(), nullptr);
 }
 
-TEST_F(ShootManagerTest, MissingFileGivesAnEmptyStoreAndIsNotSetAside) {
-    m_manager.load();
-    EXPECT_THAT(m_manager.shoots(), IsEmpty());
-    EXPECT_FALSE(m_manager.activeShootId());
-    EXPECT_EQ(saves(), 0U);
-    m_manager.save();
-    EXPECT_EQ(saved(), "[]");
-    EXPECT_THAT(m_files.renames, IsEmpty());
-}
-
 TEST_F(ShootManagerTest, UnreadableFileLeavesTheStoreAsItWasAndIsSetAsideByTheNextChange) {
     m_files.files[m_path] = data("shoots.json");
     m_manager.load();

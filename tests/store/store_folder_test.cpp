@@ -47,12 +47,6 @@ TEST_F(StoreFolderTest, ClearsBothFoldersOfUnfinishedSavesBeforeAnythingIsRead) 
     EXPECT_THAT(m_files.reads, IsEmpty());
 }
 
-TEST_F(StoreFolderTest, StoresLiveInTheirFiles) {
-    testing::LoneShoots(&m_folder.shoots()).save();
-    testing::LoneCatalog(&m_folder.catalog()).save();
-    EXPECT_THAT(m_files.replacements, ElementsAre(kShoots, kFolder / "catalog.json"));
-}
-
 TEST_F(StoreFolderTest, TriesEveryFiveSecondsToSaveWhatIsNot) {
     int told = 0;
     const auto connection = m_folder.savingChanged().connect([&] { ++told; });
