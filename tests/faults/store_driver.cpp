@@ -34,6 +34,7 @@
 #include <functional>
 #include <iostream>
 #include <limits>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <span>
@@ -244,21 +245,18 @@ int start(std::span<char*> arguments) {
         mostPerWrite = static_cast<std::size_t>(number(words[1]).value());
         words.erase(words.begin(), words.begin() + 2);
     }
+    const std::map<std::string, std::function<int(const fs::path&)>> commands{
+        {"run", [](const fs::path& path) -> int { run(path); }},
+        {"save", [](const fs::path& path) { return save(path, true, true); }},
+        {"save-shoots", [](const fs::path& path) { return save(path, true, false); }},
+        {"save-catalog", [](const fs::path& path) { return save(path, false, true); }},
+        {"insist", insist},
+        {"intruded", intruded},
+        {"check", check},
+    };
     ::getppid();
-    if (words.size() == 2 && words[0] == "run")
-        run(words[1]);
-    if (words.size() == 2 && words[0] == "save")
-        return save(words[1], true, true);
-    if (words.size() == 2 && words[0] == "save-shoots")
-        return save(words[1], true, false);
-    if (words.size() == 2 && words[0] == "save-catalog")
-        return save(words[1], false, true);
-    if (words.size() == 2 && words[0] == "insist")
-        return insist(words[1]);
-    if (words.size() == 2 && words[0] == "intruded")
-        return intruded(words[1]);
-    if (words.size() == 2 && words[0] == "check")
-        return check(words[1]);
+    if (words.size() == 2 && commands.contains(words[0]))
+        return commands.at(words[0])(words[1]);
     if (words.size() == 3 && words[0] == "fill")
         return make(words[1], number(words[2]).value());
     if (words.size() == 3 && words[0] == "replace")
