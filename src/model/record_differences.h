@@ -27,9 +27,12 @@ template <HasFields Record>
 template <HasFields Record>
 [[nodiscard]] bool agreeExceptIn(std::initializer_list<std::string_view> keys, const Record& a,
                                  const Record& b) {
-    return std::ranges::all_of(differingFields(a, b), [&](std::string_view key) {
-        return std::ranges::find(keys, key) != keys.end();
+    bool agree = true;
+    forEachField<Record>([&](const auto& field) {
+        agree =
+            agree && (std::ranges::find(keys, field.key) != keys.end() || a.*field.member == b.*field.member);
     });
+    return agree;
 }
 
 } // namespace vantor

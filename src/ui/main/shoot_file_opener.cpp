@@ -1,6 +1,8 @@
 #include "ui/main/shoot_file_opener.h"
 
 #include "formats/shoot_file.h"
+#include "model/record_differences.h"
+#include "model/shoot_fields.h"
 #include "ui/frame/beside_window.h"
 
 #include <algorithm>
@@ -13,17 +15,13 @@ namespace {
 // Larger files are no shoot files.
 constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20U;
 
-// Whether the one is what adding the other has made: all but the shoot's own day and the ids that are given anew.
+// Whether the one is what adding the other has made: all but what a shoot and its sets are given anew, and what only
+// happens to them later.
 bool isAddedFrom(const Shoot& stored, const Shoot& file) {
-    const auto sameItem = [](const SetItem& a, const SetItem& b) {
-        return a.id == b.id && a.name == b.name && a.color == b.color;
+    const auto sameSet = [](const SetData& a, const SetData& b) {
+        return agreeExceptIn({"id", "timestamp", "taggedCount"}, a, b);
     };
-    const auto sameSet = [&](const SetData& a, const SetData& b) {
-        return a.setNumber == b.setNumber && a.brand == b.brand && a.model == b.model &&
-               a.location == b.location && a.email == b.email &&
-               std::ranges::equal(a.items, b.items, sameItem);
-    };
-    return stored.name == file.name && stored.location == file.location && stored.client == file.client &&
+    return agreeExceptIn({"id", "date", "sets", "watchFolderPath", "activationLog"}, stored, file) &&
            std::equal(stored.sets.begin(), stored.sets.end(), file.sets.begin(), file.sets.end(), sameSet);
 }
 
