@@ -11,6 +11,7 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
+using testing::TextCase;
 
 using Cells = std::vector<std::string>;
 
@@ -43,10 +44,8 @@ TEST(ParseCsvRow, GivesTheCells) {
              Row{"QuoteWithAJoiner", "\"a;b\"\u200D;c", {"a;b\"\u200D;c"}}, Row{"Accents", "é;ë", {"é", "ë"}},
              Row{"Emoji", "\U0001F469\u200D\U0001F3A8;b", {"\U0001F469\u200D\U0001F3A8", "b"}},
              Row{"NoUtf8", "\xFF;\xC3", {"\xFF", "\xC3"}},
-             Row{"Zeros", std::string("a\0;\0b", 5), {std::string("a\0", 2), std::string("\0b", 2)}})) {
-        SCOPED_TRACE(behaviour);
-        EXPECT_EQ(parseCSVRow(line), cells);
-    }
+             Row{"Zeros", std::string("a\0;\0b", 5), {std::string("a\0", 2), std::string("\0b", 2)}}))
+        EXPECT_EQ(parseCSVRow(line), cells) << behaviour;
 }
 
 TEST(ParseCsvRow, TakesAVeryLongLine) {
@@ -63,23 +62,16 @@ TEST(ParseCsvRow, TakesALineOfNothingButSeparators) {
 }
 
 TEST(QuotedCell, IsQuotedOnlyWhereItNeedsToBe) {
-    struct Quoted {
-        std::string behaviour;
-        std::string cell;
-        std::string written;
-    };
     for (const auto& [behaviour, cell, written] : testing::tableOf(
-             Quoted{"Empty", "", ""}, Quoted{"Word", "Nike", "Nike"},
-             Quoted{"BlanksAndCommas", " a, b\t", " a, b\t"}, Quoted{"Semicolon", "a;b", "\"a;b\""},
-             Quoted{"Quote", "a\"b", "\"a\"\"b\""}, Quoted{"QuoteAlone", "\"", "\"\"\"\""},
-             Quoted{"LineFeed", "a\nb", "\"a\nb\""}, Quoted{"CarriageReturn", "a\rb", "a\rb"},
-             Quoted{"LineSeparator", "a\u2028b", "a\u2028b"},
-             Quoted{"SemicolonWithAnAccent", "a;\u0301b", "a;\u0301b"},
-             Quoted{"QuoteWithAnAccent", "a\"\u0301b", "a\"\u0301b"},
-             Quoted{"QuoteBehindOneWithAnAccent", "a\"\u0301\"b", "\"a\"\u0301\"\"b\""})) {
-        SCOPED_TRACE(behaviour);
-        EXPECT_EQ(quotedCell(cell), written);
-    }
+             TextCase{"Empty", "", ""}, TextCase{"Word", "Nike", "Nike"},
+             TextCase{"BlanksAndCommas", " a, b\t", " a, b\t"}, TextCase{"Semicolon", "a;b", "\"a;b\""},
+             TextCase{"Quote", "a\"b", "\"a\"\"b\""}, TextCase{"QuoteAlone", "\"", "\"\"\"\""},
+             TextCase{"LineFeed", "a\nb", "\"a\nb\""}, TextCase{"CarriageReturn", "a\rb", "a\rb"},
+             TextCase{"LineSeparator", "a\u2028b", "a\u2028b"},
+             TextCase{"SemicolonWithAnAccent", "a;\u0301b", "a;\u0301b"},
+             TextCase{"QuoteWithAnAccent", "a\"\u0301b", "a\"\u0301b"},
+             TextCase{"QuoteBehindOneWithAnAccent", "a\"\u0301\"b", "\"a\"\u0301\"\"b\""}))
+        EXPECT_EQ(quotedCell(cell), written) << behaviour;
 }
 
 TEST(SplitAtCommas, DropsEmptyPiecesAndTrimsTheOthers) {

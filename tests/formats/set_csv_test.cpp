@@ -22,11 +22,10 @@ using ::testing::ElementsAre;
 using testing::Ignoring;
 using ::testing::IsEmpty;
 using testing::kMorning;
+using testing::TextCase;
 
 std::vector<SetData> read(std::string_view text) {
-    std::vector<SetData> sets;
-    readSetCSV(text, kMorning, [&](SetData set) { sets.push_back(std::move(set)); });
-    return sets;
+    return readSetCSV(text, kMorning).sets;
 }
 
 // number|brand|model|location|email, then |name+colour for every item.
@@ -45,7 +44,7 @@ std::vector<std::string> summaries(std::string_view text) {
 }
 
 bool hasLines(std::string_view text) {
-    return readSetCSV(text, kMorning, [](const SetData&) {});
+    return readSetCSV(text, kMorning).hasLines;
 }
 
 constexpr auto kDocumented = "Set;Merk;Items;Model;Locatie\n"
@@ -105,10 +104,8 @@ TEST(ReadSetCsv, MakesASetOfEachLine) {
                   {"1|Nike|||", "2|Puma|Anna|Studio|"}},
              Case{"bytes that are no text",
                   "Merk;Model\nNi\0ke;\xFF\n\0\n"s,
-                  {"1|Ni\0ke|\xFF||"s, "2|\0|||"s}})) {
-        SCOPED_TRACE(behaviour);
-        EXPECT_EQ(summaries(text), sets);
-    }
+                  {"1|Ni\0ke|\xFF||"s, "2|\0|||"s}}))
+        EXPECT_EQ(summaries(text), sets) << behaviour;
     EXPECT_EQ(read("Set;Merk;Getagd\n1;Nike;12").at(0).taggedCount, 0);
 }
 
@@ -124,29 +121,22 @@ TEST(ReadSetCsv, TakesAnyLineEnd) {
 
 // Under every header the line "1;2;3;4;5;6".
 TEST(SetCsvHeader, TellsTheColumns) {
-    struct Header {
-        std::string behaviour;
-        std::string header;
-        std::string summary;
-    };
-    for (const auto& [behaviour, header, summary] :
-         testing::tableOf(Header{"AsDocumented", "Set;Merk;Items;Model;Locatie;Email", "1|2|4|5|6|3+"},
-                          Header{"InAnyOrder", "email;locatie;model;items;merk;set", "6|5|3|2|1|4+"},
-                          Header{"InEnglishCapitals", "E-MAIL;LOCATION;MODEL;ITEM;BRAND;SET", "6|5|3|2|1|4+"},
-                          Header{"Trimmed", " Set ;\tMerk;x;y;z;q", "1|2|||"},
-                          Header{"ByPartsOfWords", "Settings;Merknaam;;;;", "1|2|||"},
-                          Header{"BrandByNaam", "Nummer;Naam;;;;", "1|2|||"},
-                          Header{"BrandByName", "x;Name;Set;;;", "3|2|||"},
-                          Header{"BrandByProduct", "Product;Merk;;;;", "1|1|||"},
-                          Header{"OneCellForTwoColumns", "Setnaam;Merk;;;;", "1|1|||"},
-                          Header{"ByTheFirstThatMatches", "Merk;Merk;Set;Set;;", "3|1|||"},
-                          Header{"WithoutTaggedCounts", "Merk;Getagd;Set;;;", "3|1|||"},
-                          Header{"WithoutQuotesInside", "\"Se\"\"t\";Brand;;;;", "1|2|||"},
-                          Header{"SemicolonsInsideQuotes", "\"a;Set\";Merk;;;;", "1|2|||"},
-                          Header{"ItemsAndSetInOneCell", "Itemset;Merk;;;;", "1|2||||1+"})) {
-        SCOPED_TRACE(behaviour);
-        EXPECT_THAT(summaries(header + "\n1;2;3;4;5;6"), ElementsAre(summary));
-    }
+    for (const auto& [behaviour, header, summary] : testing::tableOf(
+             TextCase{"AsDocumented", "Set;Merk;Items;Model;Locatie;Email", "1|2|4|5|6|3+"},
+             TextCase{"InAnyOrder", "email;locatie;model;items;merk;set", "6|5|3|2|1|4+"},
+             TextCase{"InEnglishCapitals", "E-MAIL;LOCATION;MODEL;ITEM;BRAND;SET", "6|5|3|2|1|4+"},
+             TextCase{"Trimmed", " Set ;\tMerk;x;y;z;q", "1|2|||"},
+             TextCase{"ByPartsOfWords", "Settings;Merknaam;;;;", "1|2|||"},
+             TextCase{"BrandByNaam", "Nummer;Naam;;;;", "1|2|||"},
+             TextCase{"BrandByName", "x;Name;Set;;;", "3|2|||"},
+             TextCase{"BrandByProduct", "Product;Merk;;;;", "1|1|||"},
+             TextCase{"OneCellForTwoColumns", "Setnaam;Merk;;;;", "1|1|||"},
+             TextCase{"ByTheFirstThatMatches", "Merk;Merk;Set;Set;;", "3|1|||"},
+             TextCase{"WithoutTaggedCounts", "Merk;Getagd;Set;;;", "3|1|||"},
+             TextCase{"WithoutQuotesInside", "\"Se\"\"t\";Brand;;;;", "1|2|||"},
+             TextCase{"SemicolonsInsideQuotes", "\"a;Set\";Merk;;;;", "1|2|||"},
+             TextCase{"ItemsAndSetInOneCell", "Itemset;Merk;;;;", "1|2||||1+"}))
+        EXPECT_THAT(summaries(header + "\n1;2;3;4;5;6"), ElementsAre(summary)) << behaviour;
 }
 
 TEST(ReadSetCsv, TakesAVeryLongLine) {

@@ -19,6 +19,7 @@ using testing::differences;
 using ::testing::ElementsAre;
 using testing::Ignoring;
 using testing::kMorning;
+using testing::TextCase;
 
 constexpr auto kExample = "SET:12\n"
                           "BRAND:Noorderlicht\n"
@@ -88,48 +89,42 @@ TEST(QrText, HasItsLinesInAFixedOrderAndALineBreakInsideAValueAsASpace) {
 }
 
 TEST(ReadQrText, IsTolerantOfTyping) {
-    struct Reading {
-        std::string behaviour;
-        std::string text;
-        std::string summary;
-    };
     for (const auto& [behaviour, text, summary] : testing::tableOf(
-             Reading{"Nothing", "", "(absent)"}, Reading{"Blank", " ", "(absent)"},
-             Reading{"BlankLines", "\n \r\n\t\u00A0\n", "(absent)"},
-             Reading{"ItemAlone", "ITEM:shirt", "(absent)"}, Reading{"NoNumber", "SET:", "(absent)"},
-             Reading{"BlankNumber", "SET: ", "(absent)"}, Reading{"NoColon", "SET", "(absent)"},
-             Reading{"UnknownTags", "foo:bar\nNOTE:x", "(absent)"}, Reading{"OnlyColons", ":::", "(absent)"},
-             Reading{"NeitherNumberNorBrand", "MODEL:Anna\nLOCATION:x\nEMAIL:y", "(absent)"},
-             Reading{"LongerTag", "SETS:1", "(absent)"}, Reading{"BrandAlone", "BRAND:X", "|X|||"},
-             Reading{"LastNumberHolds", "SET:1\nSET:2", "2||||"},
-             Reading{"EmptyNumberChangesNothing", "SET:1\nSET:", "1||||"},
-             Reading{"EveryItemCounts", "SET:1\nITEM:a\nITEM:b", "1|||||a+|b+"},
-             Reading{"ColonInAValue", "SET:a:b", "a:b||||"}, Reading{"ColonsInFront", "::SET:5", "5||||"},
-             Reading{"ColonInFrontOfAValue", "SET::5", ":5||||"},
-             Reading{"SmallLettersAndBlanks", "set : 12", "12||||"},
-             Reading{"FirstSlashSplits", "SET:1\nITEM:a/b/c", "1|||||a+b/c"},
-             Reading{"ColourAloneIsAName", "SET:1\nITEM:/red", "1|||||red+"},
-             Reading{"BlankNameBeforeASecondSlashStays", "SET:1\nITEM:/ /red", "1|||||+red"},
-             Reading{"ItemIsTrimmed", "SET:1\nITEM: shirt ", "1|||||shirt+"},
-             Reading{"EmptyItemIsNone", "SET:1\nITEM:", "1||||"},
-             Reading{"SlashIsNoItem", "SET:1\nITEM:/", "1||||"},
-             Reading{"BlanksAroundASlashAreNoItem", "SET:1\nITEM: / ", "1||||"},
-             Reading{"SlashesAreNoItem", "SET:1\nITEM://///", "1||||"},
-             Reading{"UnknownTagsArePassedOver", "SET:1\nfoo:bar\nNOTE:x", "1||||"},
-             Reading{"LinesEndInCrLf", "SET:1\r\nBRAND:X\r\nITEM:a/b\r\n", "1|X||||a+b"},
-             Reading{"LinesEndInAnyBreak", "SET:1\rBRAND:X\u2028MODEL:Y\u2029EMAIL:z\u0085LOCATION:l",
-                     "1|X|Y|l|z"},
-             Reading{"NumberWithoutColonIsLost", "set 12\nBrand : Noorderlicht\nitem: sweater / blue navy",
-                     "|Noorderlicht||||sweater+blue navy"},
-             Reading{"AnyBlanksAreTrimmed", "\u00A0sEt\u2003:\u30001\u00A0", "1||||"},
-             Reading{"BlanksInsideStay", "SET:Zoé X", "Zoé X||||"},
-             Reading{"ColonWithAnAccentSplitsNothing", "SET:1\nBRAND:\u0301x", "1||||"},
-             Reading{"ColonWithAnAccentInAValue", "SET:1\nBRAND:X:\u0301", "1|X:\u0301|||"},
-             Reading{"SlashWithAnAccentSplitsNothing", "SET:1\nITEM:a/\u0301b", "1|||||a/\u0301b+"},
-             Reading{"SlashBehindAPrefixSplitsNothing", "SET:1\nITEM:\u0600/b", "1|||||\u0600/b+"})) {
-        SCOPED_TRACE(behaviour);
-        EXPECT_EQ(parsed(text), summary);
-    }
+             TextCase{"Nothing", "", "(absent)"}, TextCase{"Blank", " ", "(absent)"},
+             TextCase{"BlankLines", "\n \r\n\t\u00A0\n", "(absent)"},
+             TextCase{"ItemAlone", "ITEM:shirt", "(absent)"}, TextCase{"NoNumber", "SET:", "(absent)"},
+             TextCase{"BlankNumber", "SET: ", "(absent)"}, TextCase{"NoColon", "SET", "(absent)"},
+             TextCase{"UnknownTags", "foo:bar\nNOTE:x", "(absent)"},
+             TextCase{"OnlyColons", ":::", "(absent)"},
+             TextCase{"NeitherNumberNorBrand", "MODEL:Anna\nLOCATION:x\nEMAIL:y", "(absent)"},
+             TextCase{"LongerTag", "SETS:1", "(absent)"}, TextCase{"BrandAlone", "BRAND:X", "|X|||"},
+             TextCase{"LastNumberHolds", "SET:1\nSET:2", "2||||"},
+             TextCase{"EmptyNumberChangesNothing", "SET:1\nSET:", "1||||"},
+             TextCase{"EveryItemCounts", "SET:1\nITEM:a\nITEM:b", "1|||||a+|b+"},
+             TextCase{"ColonInAValue", "SET:a:b", "a:b||||"}, TextCase{"ColonsInFront", "::SET:5", "5||||"},
+             TextCase{"ColonInFrontOfAValue", "SET::5", ":5||||"},
+             TextCase{"SmallLettersAndBlanks", "set : 12", "12||||"},
+             TextCase{"FirstSlashSplits", "SET:1\nITEM:a/b/c", "1|||||a+b/c"},
+             TextCase{"ColourAloneIsAName", "SET:1\nITEM:/red", "1|||||red+"},
+             TextCase{"BlankNameBeforeASecondSlashStays", "SET:1\nITEM:/ /red", "1|||||+red"},
+             TextCase{"ItemIsTrimmed", "SET:1\nITEM: shirt ", "1|||||shirt+"},
+             TextCase{"EmptyItemIsNone", "SET:1\nITEM:", "1||||"},
+             TextCase{"SlashIsNoItem", "SET:1\nITEM:/", "1||||"},
+             TextCase{"BlanksAroundASlashAreNoItem", "SET:1\nITEM: / ", "1||||"},
+             TextCase{"SlashesAreNoItem", "SET:1\nITEM://///", "1||||"},
+             TextCase{"UnknownTagsArePassedOver", "SET:1\nfoo:bar\nNOTE:x", "1||||"},
+             TextCase{"LinesEndInCrLf", "SET:1\r\nBRAND:X\r\nITEM:a/b\r\n", "1|X||||a+b"},
+             TextCase{"LinesEndInAnyBreak", "SET:1\rBRAND:X\u2028MODEL:Y\u2029EMAIL:z\u0085LOCATION:l",
+                      "1|X|Y|l|z"},
+             TextCase{"NumberWithoutColonIsLost", "set 12\nBrand : Noorderlicht\nitem: sweater / blue navy",
+                      "|Noorderlicht||||sweater+blue navy"},
+             TextCase{"AnyBlanksAreTrimmed", "\u00A0sEt\u2003:\u30001\u00A0", "1||||"},
+             TextCase{"BlanksInsideStay", "SET:Zoé X", "Zoé X||||"},
+             TextCase{"ColonWithAnAccentSplitsNothing", "SET:1\nBRAND:\u0301x", "1||||"},
+             TextCase{"ColonWithAnAccentInAValue", "SET:1\nBRAND:X:\u0301", "1|X:\u0301|||"},
+             TextCase{"SlashWithAnAccentSplitsNothing", "SET:1\nITEM:a/\u0301b", "1|||||a/\u0301b+"},
+             TextCase{"SlashBehindAPrefixSplitsNothing", "SET:1\nITEM:\u0600/b", "1|||||\u0600/b+"}))
+        EXPECT_EQ(parsed(text), summary) << behaviour;
 }
 
 TEST(Headline, JoinsWhatIsThere) {

@@ -4,40 +4,34 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace vantor {
 namespace {
 
 using testing::kMorning;
 
-TEST(Shoot, IsMadeWithNameLocationAndClientAndNothingElse) {
+TEST(Records, AreMadeOfWhatIsGivenWithAFreshId) {
     const auto shoot = Shoot::make("Ibiza Zomer 2026", "Ibiza", "Nike", kMorning);
-    EXPECT_EQ(shoot.name, "Ibiza Zomer 2026");
-    EXPECT_EQ(shoot.location, "Ibiza");
-    EXPECT_EQ(shoot.client, "Nike");
-    EXPECT_EQ(shoot.date.secondsSinceReference, kMorning.secondsSinceReference);
-    EXPECT_TRUE(shoot.sets.empty());
-    EXPECT_TRUE(shoot.activationLog.empty());
-    EXPECT_FALSE(shoot.watchFolderPath);
-    EXPECT_NE(shoot.id, Uuid());
-    EXPECT_NE(shoot.id, Shoot::make("", "", "", kMorning).id);
-}
-
-TEST(SetData, IsMadeEmptyWithAFreshId) {
+    Shoot madeShoot;
+    madeShoot.id = shoot.id;
+    madeShoot.name = "Ibiza Zomer 2026";
+    madeShoot.location = "Ibiza";
+    madeShoot.client = "Nike";
+    madeShoot.date = kMorning;
+    EXPECT_EQ(shoot, madeShoot);
     const auto set = SetData::make(kMorning);
-    EXPECT_EQ(set.setNumber + set.brand + set.model + set.location + set.email, "");
-    EXPECT_TRUE(set.items.empty());
-    EXPECT_EQ(set.taggedCount, 0);
-    EXPECT_EQ(set.timestamp.secondsSinceReference, kMorning.secondsSinceReference);
-    EXPECT_NE(set.id, Uuid());
-    EXPECT_NE(set.id, SetData::make(kMorning).id);
-}
-
-TEST(SetItem, IsMadeWithAFreshId) {
+    SetData madeSet;
+    madeSet.id = set.id;
+    madeSet.timestamp = kMorning;
+    EXPECT_EQ(set, madeSet);
     const auto item = SetItem::make("coated pants", "brown");
-    EXPECT_EQ(item.name, "coated pants");
-    EXPECT_EQ(item.color, "brown");
-    EXPECT_NE(item.id, Uuid());
-    EXPECT_NE(item.id, SetItem::make("coated pants", "brown").id);
+    EXPECT_EQ(item, (SetItem{item.id, "coated pants", "brown"}));
+    const std::set<Uuid> ids{shoot.id, Shoot::make("", "", "", kMorning).id,
+                             set.id,   SetData::make(kMorning).id,
+                             item.id,  SetItem::make("", "").id,
+                             Uuid()};
+    EXPECT_EQ(ids.size(), 7U);
 }
 
 TEST(SlashedItem, HasASlashOnlyInFrontOfAColour) {
