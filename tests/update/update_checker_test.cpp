@@ -266,8 +266,7 @@ TEST_F(UpdateCheckerTest, BelievesAnAnswerWholeOrKeepsNothingOfItButItsTime) {
             remember(known, knownURL);
             const auto checker = makeChecker();
             int changes = 0;
-            const auto subscription =
-                checker->willChange().connect([&](Change) { ++changes; });
+            const auto subscription = checker->willChange().connect([&](Change) { ++changes; });
             checker->checkForUpdate();
             client.answer(answer.body);
 
