@@ -51,44 +51,25 @@ bool isWrittenHeader(const Row& row) {
            lowerCased(row.brand.value_or("")) == lowerCased(written.brand.value_or(""));
 }
 
-// Calls the one or the other for each line that is not blank.
-void walkCatalogCSV(std::string_view text, std::string_view defaultBrand,
-                    const std::function<void(Product, std::size_t line)>& onProduct,
-                    const std::function<void(LeftOutLine)>& onLeftOut) {
+} // namespace
+
+ProductsOfCSV readCatalogCSV(std::string_view text, std::string_view defaultBrand) {
     using enum LeftOutLine::Why;
+    ProductsOfCSV read;
     Lines lines(withoutByteOrderMark(text));
     bool first = true;
     while (const auto line = nextFilledLine(lines)) {
         const Row row(*line);
         const bool isHeader = isHeaderName(row.name) || (first && isWrittenHeader(row));
-        if (!isHeader && !row.name.empty())
-            onProduct(Product::make(std::string(row.name), splitAtCommas(row.colors),
-                                    std::string(row.brand.value_or(defaultBrand))),
-                      lines.number());
-        else if (!isHeader || !first)
-            onLeftOut({lines.number(), isHeader ? ReadsAsHeader : SaysTooLittle});
+        if (!isHeader && !row.name.empty()) {
+            read.products.push_back(Product::make(std::string(row.name), splitAtCommas(row.colors),
+                                                  std::string(row.brand.value_or(defaultBrand))));
+            read.lines.push_back(lines.number());
+        } else if (!isHeader || !first) {
+            read.leftOut.push_back({lines.number(), isHeader ? ReadsAsHeader : SaysTooLittle});
+        }
         first = false;
     }
-}
-
-} // namespace
-
-void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
-                    const std::function<void(Product)>& onProduct) {
-    walkCatalogCSV(
-        text, defaultBrand, [&](Product product, std::size_t) { onProduct(std::move(product)); },
-        [](LeftOutLine) {});
-}
-
-ProductsOfCSV readCatalogCSV(std::string_view text, std::string_view defaultBrand) {
-    ProductsOfCSV read;
-    walkCatalogCSV(
-        text, defaultBrand,
-        [&](Product product, std::size_t line) {
-            read.products.push_back(std::move(product));
-            read.lines.push_back(line);
-        },
-        [&](LeftOutLine line) { read.leftOut.push_back(line); });
     return read;
 }
 

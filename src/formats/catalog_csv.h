@@ -9,25 +9,21 @@
 #include "model/import_report.h"
 #include "model/product.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vantor {
 
-// Calls `onProduct` with every usable line's product, in the order of the lines, each with a fresh id. A line
-// without a third column takes `defaultBrand`.
-void readCatalogCSV(std::string_view text, std::string_view defaultBrand,
-                    const std::function<void(Product)>& onProduct);
-
-// All of them at once, and every other line that is not blank, but for a header in the first.
 struct ProductsOfCSV {
+    // Of every usable line, in the order of the lines, each with a fresh id.
     std::vector<Product> products;
-    // Where each of them stands.
+    // Where each of them stands, as editors count lines, from 1.
     std::vector<std::size_t> lines;
+    // Every other line that is not blank, but for a header in the first.
     ImportReport leftOut;
 };
+// A line without a third column takes `defaultBrand`.
 [[nodiscard]] ProductsOfCSV readCatalogCSV(std::string_view text, std::string_view defaultBrand);
 
 [[nodiscard]] std::string writeCatalogCSV(const std::vector<Product>& products);

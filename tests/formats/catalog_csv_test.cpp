@@ -21,7 +21,7 @@ using ::testing::IsEmpty;
 using testing::TextCase;
 
 std::vector<Product> read(std::string_view text) {
-    return readCatalogCSV(text, "Std");
+    return readCatalogCSV(text, "Std").products;
 }
 
 // name|brand, then |colour for every one.

@@ -43,7 +43,7 @@ TEST(Examples, ShootFileAndCsvAreWrittenAsTheyStandAndHoldTogether) {
 
 TEST(Examples, CatalogueImportsWholeAndSorted) {
     const auto text = example("productcatalogus.csv");
-    const auto products = readCatalogCSV(text, "unused");
+    const auto products = readCatalogCSV(text, "unused").products;
     EXPECT_EQ(writeCatalogCSV(products), text);
     EXPECT_GE(products.size(), 44U);
     EXPECT_TRUE(std::is_sorted(products.begin(), products.end(), [](const Product& a, const Product& b) {
