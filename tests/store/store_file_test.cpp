@@ -65,74 +65,43 @@ TEST_F(StoreFileTest, MissingFileHasNoBytesAndIsMadeWithItsFolderByTheFirstSave)
 }
 
 TEST_F(StoreFileTest, SetsAsideWhatItNeitherReadNorWrote) {
+    const auto read = [this] { load(); };
+    const auto misread = [this] { load(false); };
+    const auto saved = [this] { m_file.save("mine"); };
+    const auto unsynced = [this] {
+        m_files.failsToSync = true;
+        m_file.save("mine");
+        m_files.failsToSync = false;
+    };
+    const auto gone = [this] { m_files.files.clear(); };
+    const auto replaced = [this] { m_files.files[kPath] = "others'"; };
     struct Case {
         const char* what;
-        std::function<void()> before;
+        std::vector<std::function<void()>> before;
         // What is set aside by the next save.
         std::string aside;
     };
     const std::vector<Case> cases{
-        {"read well", [this] { load(); }, ""},
+        {"never asked for", {}, "old"},
+        {"read well", {read}, ""},
         {"read well, in a folder that could not be made",
-         [this] {
-             load();
-             m_files.failsToCreateFolders = true;
-         },
+         {read, [this] { m_files.failsToCreateFolders = true; }},
          ""},
-        {"made no sense, and is gone",
-         [this] {
-             load(false);
-             m_files.files.clear();
-         },
-         ""},
-        {"made no sense, and does now",
-         [this] {
-             load(false);
-             load();
-         },
-         ""},
-        {"read well, and is gone",
-         [this] {
-             load();
-             m_files.files.clear();
-         },
-         ""},
-        {"could not be read",
-         [this] {
-             m_files.unreadable = {kPath};
-             EXPECT_EQ(load(), "(nothing)");
-         },
-         "old"},
-        {"never asked for", [] {}, "old"},
-        {"replaced by others",
-         [this] {
-             load();
-             m_files.files[kPath] = "others'";
-         },
-         "others'"},
-        {"saved, and replaced by others",
-         [this] {
-             load();
-             m_file.save("mine");
-             m_files.files[kPath] = "others'";
-         },
-         "others'"},
-        {"saved as far as one can tell, and replaced by others",
-         [this] {
-             load();
-             m_files.failsToSync = true;
-             m_file.save("mine");
-             m_files.failsToSync = false;
-             m_files.files[kPath] = "others'";
-         },
-         "others'"},
+        {"read well, and gone", {read, gone}, ""},
+        {"made no sense, and gone", {misread, gone}, ""},
+        {"made no sense, and does now", {misread, read}, ""},
+        {"could not be read", {[this] { m_files.unreadable = {kPath}; }, read}, "old"},
+        {"replaced by others", {read, replaced}, "others'"},
+        {"saved, and replaced by others", {read, saved, replaced}, "others'"},
+        {"saved as far as one can tell, and replaced by others", {read, unsynced, replaced}, "others'"},
     };
     for (const auto& [what, before, aside] : cases) {
         SCOPED_TRACE(what);
         m_files.files = {{kPath, "old"}};
         m_files.unreadable.clear();
         m_files.failsToCreateFolders = false;
-        before();
+        for (const auto& each : before)
+            each();
         m_files.renames.clear();
         m_file.save("new");
         EXPECT_EQ(m_files.files.at(kPath), "new");
@@ -256,18 +225,22 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
         for (const auto& [path, content] : m_files.files)
             *m_files.capacity += content.size();
     };
-    const std::string large(1000, 'x');
+    const auto put = [this](const char* bytes) { return [this, bytes] { m_files.files[kPath] = bytes; }; };
+    const auto saveLarge = [&] {
+        leave(100);
+        m_file.save(std::string(1000, 'x'));
+        m_file.saveAgain();
+    };
     const std::vector<Case> cases{
         {"nothing", [] {}, Loaded::Read},
-        {"changed by others", [&] { m_files.files[kPath] = "others'"; }, Loaded::ReadChanged},
-        {"one of long ago put back", [&] { m_files.files[kPath] = "one"; }, Loaded::ReadChanged},
-        {"cut short before the file was replaced", [&] { m_files.files[kPath] = "two"; }, Loaded::Read},
-        {"damaged", [&] { m_files.files[kPath] = "garbage"; }, Loaded::Unreadable},
+        {"changed by others", put("others'"), Loaded::ReadChanged},
+        {"one of long ago put back", put("one"), Loaded::ReadChanged},
+        {"cut short before the file was replaced", put("two"), Loaded::Read},
+        {"damaged", put("garbage"), Loaded::Unreadable},
         {"gone", [&] { m_files.files.erase(kPath); }, Loaded::Missing},
         {"no checksum",
          [&] {
-             m_files.files.erase(kChecksum);
-             m_files.files[kPath] = "others'";
+             m_files.files = {{kPath, "others'"}};
          },
          Loaded::Read},
         {"no room for the checksum",
@@ -276,19 +249,12 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
              m_file.save("four");
          },
          Loaded::Read},
-        {"no room but for the checksum, however often it is tried",
-         [&] {
-             leave(100);
-             m_file.save(large);
-             m_file.saveAgain();
-         },
-         Loaded::Read},
+        {"no room but for the checksum, however often it is tried", saveLarge, Loaded::Read},
         {"the same, of a file that had no checksum",
          [&] {
              m_files.files = {{kPath, "old"}};
              load();
-             leave(100);
-             m_file.save(large);
+             saveLarge();
          },
          Loaded::Read},
     };
