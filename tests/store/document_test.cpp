@@ -1,5 +1,3 @@
-#include "model/product_json.h"
-#include "model/shoot_json.h"
 #include "store/document.h"
 #include "store/product_catalog.h"
 #include "store/shoot_manager.h"
@@ -72,11 +70,7 @@ public:
         auto all = document.library().shoots;
         for (auto& shoot : all)
             shoot.activationLog.clear();
-        JsonWriter out(JsonWriter::Layout::Compact);
-        writeShoots(out, all, DateForm::SecondsSinceReference);
-        JsonWriter names(JsonWriter::Layout::Compact);
-        writeCatalog(names, document.library().catalog);
-        return {std::string(out.written()), std::string(names.written())};
+        return {testing::jsonOf(all), testing::jsonOf(document.library().catalog)};
     }
 
     [[nodiscard]] bool everyEntryIsThere() const {

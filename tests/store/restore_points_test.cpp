@@ -82,12 +82,6 @@ protected:
         return all;
     }
     void putPoint(const std::string& name) { m_files.files[kPoints / name] = std::string(1000, ' '); }
-    // Leaves so many bytes free.
-    void leave(std::uint64_t room) {
-        m_files.capacity = room;
-        for (const auto& [path, bytes] : m_files.files)
-            *m_files.capacity += bytes.size();
-    }
 
     testing::MemoryFileStore m_files;
     testing::StandingClock m_clock{testing::kMorning};
@@ -182,7 +176,7 @@ TEST_F(RestorePointsTest, AreMadeOnlyWhereThreeTimesTheirSizeStaysFree) {
         run.document.redo();
         run.document.undo();
         run.shoots.importCSV("Set;Merk\n1;Marvis", run.shoot().id);
-        leave(4 * size - (fits ? 0 : 1));
+        m_files.leave(4 * size - (fits ? 0 : 1));
         run.letGo();
         m_files.capacity.reset();
         EXPECT_THAT(names(), SizeIs(fits ? 1 : 0)) << "by what is free once it is made";
@@ -249,7 +243,7 @@ TEST_F(RestorePointsTest, GoOldestFirstOnlyForASaveThatWantsRoom) {
     Running run(m_files, m_clock.clock());
     // What is left, and whether the save succeeds, where the room is short of so many files.
     const auto save = [&](std::size_t files) {
-        leave(m_files.files.at(kShoots).size() + 500 - files * 1000);
+        m_files.leave(m_files.files.at(kShoots).size() + 500 - files * 1000);
         run.document.saveShoots();
         return std::pair(names().size() + names(kCopies).size(), run.isSaved());
     };

@@ -220,14 +220,9 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
         std::function<void()> harm;
         Loaded loaded;
     };
-    const auto leave = [this](std::size_t bytes) {
-        m_files.capacity = bytes;
-        for (const auto& [path, content] : m_files.files)
-            *m_files.capacity += content.size();
-    };
     const auto put = [this](const char* bytes) { return [this, bytes] { m_files.files[kPath] = bytes; }; };
     const auto saveLarge = [&] {
-        leave(100);
+        m_files.leave(100);
         m_file.save(std::string(1000, 'x'));
         m_file.saveAgain();
     };
@@ -245,7 +240,7 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
          Loaded::Read},
         {"no room for the checksum",
          [&] {
-             leave(10);
+             m_files.leave(10);
              m_file.save("four");
          },
          Loaded::Read},

@@ -1,6 +1,8 @@
 // What the tests of the stores stand on: a file store in memory, a clock that stands, one file's path.
 #pragma once
 
+#include "model/product_json.h"
+#include "model/shoot_json.h"
 #include "store/store_file.h"
 #include "tests/support/examples.h"
 #include "tests/support/memory_file_store.h"
@@ -11,8 +13,21 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace vantor::testing {
+
+// As the stores' files hold them.
+inline std::string jsonOf(const std::vector<Shoot>& shoots) {
+    JsonWriter out(JsonWriter::Layout::Compact);
+    writeShoots(out, shoots, DateForm::SecondsSinceReference);
+    return std::string(out.written());
+}
+inline std::string jsonOf(const CatalogData& catalog) {
+    JsonWriter out(JsonWriter::Layout::Compact);
+    writeCatalog(out, catalog);
+    return std::string(out.written());
+}
 
 class StoreFixture : public ::testing::Test {
 protected:

@@ -1,7 +1,6 @@
-#include "model/product_json.h"
-#include "model/shoot_json.h"
 #include "store/restore_point_file.h"
 #include "store/versions.h"
+#include "tests/store/store_fixture.h"
 #include "tests/support/examples.h"
 #include "tests/support/memory_file_store.h"
 
@@ -18,17 +17,8 @@ namespace {
 
 const std::filesystem::path kFolder = "/home/anna/.local/share/Vantor";
 
-std::string shootsJson() {
-    JsonWriter out(JsonWriter::Layout::Compact);
-    writeShoots(out, {testing::ibiza()}, DateForm::SecondsSinceReference);
-    return std::string(out.written());
-}
-
-std::string catalogJson() {
-    JsonWriter out(JsonWriter::Layout::Compact);
-    writeCatalog(out, testing::storedCatalog());
-    return std::string(out.written());
-}
+const auto kShoots = testing::jsonOf(std::vector{testing::ibiza()});
+const auto kCatalog = testing::jsonOf(testing::storedCatalog());
 
 // A version, as it is listed and read.
 struct Found {
@@ -68,24 +58,23 @@ TEST(Versions, AreListedNewestFirstAndReadAsWhatTheyAre) {
     const auto put = [&](const char* name, std::string bytes) {
         files.files[kFolder / name] = std::move(bytes);
     };
-    const auto point = writePoint({testing::kMorning, "Import", 1, 2, "x"}, shootsJson(), catalogJson());
-    put("shoots.json", shootsJson());
+    const auto point = writePoint({testing::kMorning, "Import", 1, 2, "x"}, kShoots, kCatalog);
+    put("shoots.json", kShoots);
     put("shoots.json.checksum", "x");
     put("versions/20260314T093000Z.jsonl", point);
-    put("versions/20260314T093000Z-2.jsonl",
-        writePoint({testing::kMorning, "", 0, 0, "x"}, "[]", catalogJson()));
+    put("versions/20260314T093000Z-2.jsonl", writePoint({testing::kMorning, "", 0, 0, "x"}, "[]", kCatalog));
     put("versions/20260313T093000Z.jsonl", "garbage");
     // Cut off behind its first line.
     put("versions/20260312T093000Z.jsonl", point.substr(0, point.size() - 2));
     put("versions/mine.jsonl", point);
-    put("backups/shoots-2026-03-13.json", shootsJson());
-    put("backups/catalog-2026-03-13.json", catalogJson());
+    put("backups/shoots-2026-03-13.json", kShoots);
+    put("backups/catalog-2026-03-13.json", kCatalog);
     put("backups/catalog-2026-03-11.json", R"([])");
-    put("backups/shoots-from-anna.json", shootsJson());
+    put("backups/shoots-from-anna.json", kShoots);
     put("shoots.json.unreadable-20260313T120000Z", "garbage");
-    put("catalog.json.unreadable-20260313T120000Z", catalogJson());
-    put("shoots.json.unreadable-20260310T120000Z", shootsJson());
-    put("notes.json.unreadable-20260310T120000Z", shootsJson());
+    put("catalog.json.unreadable-20260313T120000Z", kCatalog);
+    put("shoots.json.unreadable-20260310T120000Z", kShoots);
+    put("notes.json.unreadable-20260310T120000Z", kShoots);
     const std::vector<Found> expected{
         {"2026-03-14T09:30:00Z", "", "0/0", "others catalog"},
         {"2026-03-14T09:30:00Z", "Import", "1/2", "shoots catalog"},

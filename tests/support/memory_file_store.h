@@ -36,6 +36,9 @@ public:
     // Bytes; a new file takes its room beside the old one. Absent: nobody counts them.
     std::optional<std::uint64_t> capacity;
 
+    // Leaves room for so many bytes.
+    void leave(std::uint64_t room) { capacity = room + taken(); }
+
     // What was asked for, in order, whether it succeeded or not.
     mutable std::vector<std::filesystem::path> reads;
     mutable std::vector<std::filesystem::path> replacements;
@@ -120,10 +123,7 @@ public:
     [[nodiscard]] std::optional<std::uint64_t> freeSpace(const std::filesystem::path&) const override {
         if (!capacity)
             return std::nullopt;
-        std::uint64_t taken = 0;
-        for (const auto& [path, bytes] : files)
-            taken += bytes.size();
-        return *capacity - std::min(taken, *capacity);
+        return *capacity - std::min(taken(), *capacity);
     }
 
     [[nodiscard]] std::vector<std::string> list(const std::filesystem::path& folder) const override {
@@ -143,6 +143,13 @@ public:
     void removeLeftovers(const std::filesystem::path& folder) const override { cleared.push_back(folder); }
 
 private:
+    [[nodiscard]] std::uint64_t taken() const {
+        std::uint64_t taken = 0;
+        for (const auto& [path, bytes] : files)
+            taken += bytes.size();
+        return taken;
+    }
+
     // Files of the same content are the same file.
     static FileIdentity identityOf(const std::string& bytes) {
         return {0, std::hash<std::string>()(bytes), bytes.size(), 0, 0};
