@@ -202,13 +202,18 @@ TEST_F(ShootManagerTest, FileOfAnEarlierVersionIsRead) {
     EXPECT_EQ(differences(m_manager.shoots(), expected), "");
 }
 
-TEST_F(ShootManagerTest, StoreWithoutAFileKeepsWhatItHoldsWhenLoaded) {
+TEST_F(ShootManagerTest, StoresWithoutAFileKeepWhatTheyHoldWhenLoaded) {
     testing::LoneShoots manager;
     manager.load();
     manager.insertShoot(testing::ibiza());
     manager.save();
     manager.load();
     EXPECT_EQ(manager.shoots().size(), 1U);
+    testing::LoneCatalog catalog;
+    catalog.addClient("Nike");
+    catalog.save();
+    catalog.load();
+    EXPECT_THAT(catalog.clients(), ElementsAre("Nike"));
 }
 
 TEST_F(ShootManagerTest, AnnouncesEveryChangeBeforeItTakesEffectAndThenSavesItsWholeState) {
