@@ -9,7 +9,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMenuBar>
 #include <QTabBar>
 #include <QTextDocument>
@@ -44,6 +43,18 @@ std::string shownToolTip(const QWidget& widget) {
     QTextDocument document;
     document.setHtml(tip);
     return document.toPlainText().toStdString();
+}
+
+std::vector<QMenu*> menusWithin(QMenu& menu) {
+    std::vector<QMenu*> menus{&menu};
+    for (std::size_t i = 0; i < menus.size(); ++i) {
+        Q_EMIT menus[i]->aboutToShow();
+        for (const auto* const action : menus[i]->actions()) {
+            if (action->menu() != nullptr)
+                menus.push_back(action->menu());
+        }
+    }
+    return menus;
 }
 
 std::vector<Seen> everythingSeen(QWidget& window) {

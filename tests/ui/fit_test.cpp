@@ -194,10 +194,7 @@ TEST_P(FitTest, EverySheet) {
             click(opened, "importButton");
         }
         expectFitsAtEverySize(opened);
-        while (auto* const modal = QApplication::activeModalWidget()) {
-            modal->close();
-            settle();
-        }
+        closeSheets();
     }
 }
 
@@ -213,10 +210,7 @@ TEST_P(FitTest, WhatASheetIsStretchedByGoesToItsContent) {
         opened.resize(opened.width(), height + 100);
         settle();
         EXPECT_EQ(heightOfContent(opened) - content, opened.height() - height) << name;
-        while (auto* const modal = QApplication::activeModalWidget()) {
-            modal->close();
-            settle();
-        }
+        closeSheets();
     }
 }
 

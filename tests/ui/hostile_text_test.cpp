@@ -5,13 +5,8 @@
 #include "ui/widgets/text.h"
 #include "ui/widgets/widgets.h"
 
-#include <QAccessible>
-#include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
-#include <QTabBar>
-#include <QTextDocument>
 #include <QThreadPool>
 #include <array>
 #include <filesystem>
@@ -24,22 +19,8 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const std::string kMarkup = "<b>vet</b> <img src=\"file:///etc/passwd\"> &amp; <a href='https://x'>klik</a>";
 // Written from right to left, and never closed.
 const std::string kReversing = "abc\u202Egnp.exe";
-const std::string kIsolated = "\u2068abc\u202Egnp.exe\u2069";
-
-// The labels of a window that read their text as markup.
-std::vector<std::string> labelsOfMarkup(const QWidget& within) {
-    std::vector<std::string> found;
-    for (const auto* const label : within.findChildren<QLabel*>()) {
-        const bool isMarkup = label->textFormat() == Qt::AutoText ? Qt::mightBeRichText(label->text())
-                                                                  : label->textFormat() != Qt::PlainText;
-        if (isMarkup)
-            found.push_back(label->objectName().toStdString() + ": " + label->text().toStdString());
-    }
-    return found;
-}
 
 class HostileText : public UiTest {
 protected:
@@ -61,91 +42,11 @@ protected:
     [[nodiscard]] ui::SetRow& row() { return *rows().front(); }
 };
 
-TEST_F(HostileText, MarkupIsShownAsItIs) {
-    openWith(kMarkup);
-    addShoot("Tweede");
-    manager().setActiveShootId(manager().shoots()[1].id);
-    settle();
-    const auto text = QString::fromStdString(kMarkup);
-    EXPECT_EQ(textOf(main(), "shootName"), text);
-    EXPECT_EQ(textOf(main(), "clientTag"), text);
-    EXPECT_EQ(textOf(row(), "headline"), "Set " + text + " — " + text);
-    EXPECT_EQ(textOf(row(), "description"), text + " " + text);
-    EXPECT_EQ(entries(find<QComboBox>(main(), "shootPicker")), QStringList({"Tweede", text}));
-    EXPECT_THAT(labelsOfMarkup(main()), IsEmpty());
-    for (const auto* const name : {"shootName", "clientTag", "shootPicker", "activeText"}) {
-        const auto& widget = find(main(), name);
-        if (!widget.toolTip().isEmpty()) {
-            EXPECT_THAT(shownToolTip(widget), HasSubstr(kMarkup)) << name;
-        }
-    }
-    main().resize(700, 500);
-    settle();
-    ASSERT_NE(find(row(), "headline").toolTip(), "");
-    EXPECT_THAT(shownToolTip(find(row(), "headline")), HasSubstr(kMarkup));
-    EXPECT_THAT(shownToolTip(find(main(), "shootPicker")), HasSubstr(kMarkup));
-}
-
-TEST_F(HostileText, MarkupIsShownAsItIsInQuestions) {
-    openWith(kMarkup);
-    click(row(), "deleteButton");
-    auto& aboutSet = dynamic_cast<QMessageBox&>(sheet("confirmation"));
-    EXPECT_EQ(aboutSet.textFormat(), Qt::PlainText);
-    EXPECT_THAT(aboutSet.text().toStdString(), HasSubstr(kMarkup));
-    EXPECT_THAT(labelsOfMarkup(aboutSet), IsEmpty());
-    click(aboutSet, "cancelDeletion");
-    click(main(), "deleteShootButton");
-    auto& aboutShoot = dynamic_cast<QMessageBox&>(sheet("confirmation"));
-    EXPECT_EQ(aboutShoot.text().toStdString(), "Shoot \"" + kMarkup + "\" verwijderen?");
-    EXPECT_THAT(labelsOfMarkup(aboutShoot), IsEmpty());
-}
-
-TEST_F(HostileText, MarkupIsShownAsItIsInTheQrSheet) {
-    openWith(kMarkup);
-    click(row(), "qrButton");
-    auto& opened = sheet("qrSheet");
-    EXPECT_THAT(textOf(opened, "sheetTitle").toStdString(), HasSubstr(kMarkup));
-    EXPECT_THAT(labelsOfMarkup(opened), IsEmpty());
-    EXPECT_EQ(find<QPlainTextEdit>(opened, "codeText").toPlainText().toStdString(),
-              shoot().sets[0].toQRText());
-}
-
 TEST_F(HostileText, MarkupOfAVersionIsNotInterpreted) {
     openMain();
     announceVersion("9.<b>&x</b>", "https://vantor.example/9");
     ASSERT_TRUE(isShown(main(), "updateButton"));
     EXPECT_EQ(textOf(main(), "updateButton"), "v9.<b>&&x</b> beschikbaar");
-}
-
-TEST_F(HostileText, DirectionControlsCannotReachTheirNeighbours) {
-    openWith(kReversing);
-    const auto isolated = QString::fromStdString(kIsolated);
-    EXPECT_EQ(textOf(main(), "shootName"), isolated);
-    EXPECT_EQ(textOf(main(), "clientTag"), isolated);
-    for (const auto* const name : {"headline", "description"}) {
-        const auto text = textOf(row(), name);
-        EXPECT_TRUE(text.contains(QChar(0x2068)) && text.endsWith(QChar(0x2069))) << name;
-    }
-    const auto active = textOf(main(), "activeText");
-    EXPECT_TRUE(active.startsWith("Actief: ") && active.endsWith(QChar(0x2069)));
-    click(row(), "deleteButton");
-    const auto question = dynamic_cast<QMessageBox&>(sheet("confirmation")).text();
-    EXPECT_TRUE(question.startsWith("Set \"") &&
-                question.endsWith(QString(QChar(0x2069)) + "\" verwijderen?"));
-    click(sheet("confirmation"), "cancelDeletion");
-    click(main(), "deleteShootButton");
-    EXPECT_EQ(dynamic_cast<QMessageBox&>(sheet("confirmation")).text(),
-              "Shoot \"" + isolated + "\" verwijderen?");
-}
-
-TEST_F(HostileText, ControlCharactersCanBeSeen) {
-    openWith("a\tb\nc\x01\x7F"
-             "d");
-    const QString seen = QString::fromStdString("a<U+0009>b<U+000A>c<U+0001><U+007F>d");
-    EXPECT_EQ(textOf(main(), "shootName"), seen);
-    EXPECT_EQ(textOf(main(), "clientTag"), seen);
-    EXPECT_TRUE(textOf(row(), "headline").contains(seen)) << textOf(row(), "headline").toStdString();
-    EXPECT_TRUE(textOf(row(), "description").contains(seen));
 }
 
 TEST_F(HostileText, DataIsNotChangedByBeingShown) {
@@ -158,14 +59,6 @@ TEST_F(HostileText, DataIsNotChangedByBeingShown) {
     m_dialogs.whereToSave.reset();
     click(sheet("qrSheet"), "saveButton");
     EXPECT_EQ(m_dialogs.proposedNames.back(), "SET-" + kReversing + "-" + kReversing + ".png");
-}
-
-TEST_F(HostileText, AmpersandsMakeNoMnemonics) {
-    openWith("H&M");
-    EXPECT_EQ(textOf(main(), "shootName"), "H&M");
-    EXPECT_EQ(textOf(main(), "clientTag"), "H&M");
-    addShoot("B&B");
-    EXPECT_EQ(entries(find<QComboBox>(main(), "shootPicker")), QStringList({"B&B", "H&M"}));
 }
 
 TEST_F(HostileText, VeryLongTextsStayInTheirPlaces) {
@@ -264,16 +157,11 @@ class EveryWindow : public HostileWindows, public ::testing::WithParamInterface<
 
 TEST_P(EveryWindow, ShowsHostileTextAsItIs) {
     auto& window = openWindow(GetParam().name);
-    const auto seen = everythingSeen(window);
-    EXPECT_THAT(breaches(seen), IsEmpty());
-    EXPECT_EQ(showsHostileText(seen), GetParam().shows);
-}
-
-TEST_P(EveryWindow, ShowsHostileTextAsItIsWhereThereIsLittleRoom) {
-    auto& window = openWindow(GetParam().name);
+    EXPECT_EQ(showsHostileText(everythingSeen(window)), GetParam().shows);
+    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
     window.resize(window.minimumSize());
     settle();
-    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
+    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty()) << "where there is little room";
 }
 
 INSTANTIATE_TEST_SUITE_P(HostileText, EveryWindow, ::testing::ValuesIn(kWindows),
@@ -301,16 +189,20 @@ TEST(HostileTextOf, EverySheetOfTheProgramIsLookedAt) {
     EXPECT_EQ(found, std::size(kWindows) - 1);
 }
 
-TEST_F(HostileWindows, QuestionsShowHostileTextAsItIs) {
-    click(row(), "deleteButton");
-    auto seen = everythingSeen(sheet("confirmation"));
-    EXPECT_THAT(breaches(seen), IsEmpty());
-    EXPECT_TRUE(showsHostileText(seen));
-    click(sheet("confirmation"), "cancelDeletion");
-    click(main(), "deleteShootButton");
-    seen = everythingSeen(sheet("confirmation"));
-    EXPECT_THAT(breaches(seen), IsEmpty());
-    EXPECT_TRUE(showsHostileText(seen));
+TEST_F(HostileWindows, QuestionsAndMenusOfSetsShowHostileTextAsItIs) {
+    for (auto* const button : {&find<QAbstractButton>(row(), "deleteButton"),
+                               &find<QAbstractButton>(main(), "deleteShootButton")}) {
+        click(*button);
+        const auto seen = everythingSeen(sheet("confirmation"));
+        EXPECT_THAT(breaches(seen), IsEmpty());
+        EXPECT_TRUE(showsHostileText(seen));
+        click(sheet("confirmation"), "cancelDeletion");
+    }
+    row().openMenu(main().mapToGlobal(QPoint(50, 50)));
+    auto* const menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_THAT(breaches(everythingSeen(*menu)), IsEmpty());
+    menu->close();
 }
 
 TEST_F(HostileWindows, ProgressShowsNoMarkup) {
@@ -337,15 +229,7 @@ TEST_F(HostileWindows, TheGeneratorShowsNoMarkup) {
 TEST_F(HostileWindows, MenusShowHostileTextAsItIs) {
     click(main(), "newSetButton");
     auto& picker = find<ui::CatalogPickerMenu>(sheet("newSetSheet"), "catalogPicker");
-    std::vector<QMenu*> menus{picker.menu()};
-    for (std::size_t i = 0; i < menus.size(); ++i) {
-        // What opening it does, without a popup on screen.
-        Q_EMIT menus[i]->aboutToShow();
-        for (const auto* const action : menus[i]->actions()) {
-            if (action->menu() != nullptr)
-                menus.push_back(action->menu());
-        }
-    }
+    const auto menus = menusWithin(*picker.menu());
     ASSERT_EQ(menus.size(), 3U) << "of all brands, of the brand, of the product";
     for (auto* const menu : menus) {
         const auto seen = everythingSeen(*menu);
@@ -354,56 +238,38 @@ TEST_F(HostileWindows, MenusShowHostileTextAsItIs) {
     }
 }
 
-TEST_F(HostileWindows, ContextMenuShowsNoMarkup) {
-    row().openMenu(main().mapToGlobal(QPoint(50, 50)));
-    auto* const menu = QApplication::activePopupWidget();
-    ASSERT_NE(menu, nullptr);
-    EXPECT_THAT(breaches(everythingSeen(*menu)), IsEmpty());
-    menu->close();
-}
-
 TEST_F(HostileWindows, LookingFindsEveryKindOfBreach) {
-    QWidget window;
     const auto hostile = QString::fromStdString(kHostile);
     const auto shown = QString::fromStdString(shownText(kHostile));
-    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
-    const auto finds = [&](auto* widget) {
-        const std::unique_ptr<QWidget> made(widget);
-        made->setParent(&window);
-        return !breaches(everythingSeen(window)).empty();
+    struct Example {
+        const char* name;
+        bool isBreach;
+        std::function<void(QWidget&)> show;
     };
     const auto label = [](const QString& text, Qt::TextFormat format) {
-        auto* const made = new QLabel(text);
-        made->setTextFormat(format);
-        return made;
+        return [=](QWidget& in) { (new QLabel(text, &in))->setTextFormat(format); };
     };
-    const auto withToolTip = [](const QString& text) {
-        auto* const made = new QWidget;
-        made->setToolTip(text);
-        return made;
-    };
-    EXPECT_FALSE(finds(label(shown, Qt::PlainText)));
-    EXPECT_TRUE(finds(label(shown, Qt::AutoText)));
-    EXPECT_TRUE(finds(label(hostile, Qt::PlainText)));
-    auto* const toldInFull = new QWidget;
-    ui::tellInFull(toldInFull, shown);
-    EXPECT_FALSE(finds(toldInFull));
-    EXPECT_TRUE(finds(withToolTip(shown)));
-    EXPECT_TRUE(finds(withToolTip(ui::plainToolTip(shown)))) << "its markup is read aloud";
-    EXPECT_FALSE(finds(new QPushButton(ui::dataInMenu(kHostile))));
-    EXPECT_TRUE(finds(new QPushButton(shown)));
-    auto* const menu = new QMenu;
-    menu->addAction(shown);
-    EXPECT_TRUE(finds(menu));
-    auto* const box = new QComboBox;
-    box->addItem(hostile);
-    EXPECT_TRUE(finds(box));
-    window.setAccessibleName(hostile);
-    EXPECT_THAT(breaches(everythingSeen(window)), ::testing::Not(IsEmpty()));
-    window.setAccessibleName(QString());
-    EXPECT_THAT(breaches(everythingSeen(window)), IsEmpty());
-    window.setWindowTitle(shown);
-    EXPECT_THAT(breaches(everythingSeen(window)), ::testing::Not(IsEmpty()));
+    const auto button = [](const QString& text) { return [=](QWidget& in) { new QPushButton(text, &in); }; };
+    for (const auto& [name, isBreach, show] : {
+             Example{"nothing", false, [](QWidget&) {}},
+             Example{"plain label", false, label(shown, Qt::PlainText)},
+             Example{"label of markup", true, label(shown, Qt::AutoText)},
+             Example{"label as it came", true, label(hostile, Qt::PlainText)},
+             Example{"told in full", false, [&](QWidget& in) { ui::tellInFull(&in, shown); }},
+             Example{"tool tip", true, [&](QWidget& in) { in.setToolTip(shown); }},
+             Example{"tool tip whose markup is read aloud", true,
+                     [&](QWidget& in) { in.setToolTip(ui::plainToolTip(shown)); }},
+             Example{"button", false, button(ui::dataInMenu(kHostile))},
+             Example{"button with a mnemonic", true, button(shown)},
+             Example{"menu", true, [&](QWidget& in) { (new QMenu(&in))->addAction(shown); }},
+             Example{"box", true, [&](QWidget& in) { (new QComboBox(&in))->addItem(hostile); }},
+             Example{"name", true, [&](QWidget& in) { in.setAccessibleName(hostile); }},
+             Example{"title", true, [&](QWidget& in) { in.setWindowTitle(shown); }},
+         }) {
+        QWidget window;
+        show(window);
+        EXPECT_EQ(breaches(everythingSeen(window)).empty(), !isBreach) << name;
+    }
 }
 
 } // namespace

@@ -107,7 +107,7 @@ protected:
         QTest::keyClick(QApplication::focusWidget(), key);
         settle();
     }
-    // Each row in sight stands where its number says, without a gap.
+    // Each row in sight stands where its number says, without a gap, and only the current one is shown as it.
     void expectRowsInPlace() const {
         const int offset = m_list.verticalScrollBar()->value();
         int bottom = 0;
@@ -115,6 +115,7 @@ protected:
             EXPECT_EQ(shown->y(), shown->number() * kRowHeight - offset);
             EXPECT_EQ(shown->width(), m_list.viewport()->width());
             EXPECT_EQ(shown->height(), kRowHeight);
+            EXPECT_EQ(shown->current, m_list.currentRow() == shown->number()) << shown->number();
             bottom = std::max(bottom, shown->y() + kRowHeight);
         }
         EXPECT_GE(bottom, std::min(m_list.viewport()->height(), m_list.rowCount() * kRowHeight - offset));
@@ -160,92 +161,79 @@ TEST_F(List, ShowsTenThousandRowsWithAHandful) {
     EXPECT_LE(m_made, inSight);
 }
 
-TEST_F(List, ShowsFewerRowsThanFit) {
-    m_list.setRowCount(3);
-    EXPECT_EQ(shownRows().size(), 3U);
-    expectRowsInPlace();
-    EXPECT_EQ(m_list.verticalScrollBar()->maximum(), 0);
-    m_list.setRowCount(0);
-    EXPECT_THAT(shownRows(), IsEmpty());
-    EXPECT_EQ(m_list.rowWidget(0), nullptr);
-}
-
-TEST_F(List, FollowsItsSize) {
-    m_list.setRowCount(100);
-    m_list.verticalScrollBar()->setValue(m_list.verticalScrollBar()->maximum());
-    m_window.resize(700, 900);
-    settle();
-    expectRowsInPlace();
-    EXPECT_EQ(shownRows().back()->number(), 99);
-}
-
-TEST_F(List, StaysInSightOfWhatIsLeftWhenItGetsShorter) {
+TEST_F(List, ShowsAsManyRowsAsThereAreAndFit) {
     m_list.setRowCount(1000);
     m_list.verticalScrollBar()->setValue(m_list.verticalScrollBar()->maximum());
-    m_list.setRowCount(20);
-    settle();
-    expectRowsInPlace();
-    EXPECT_EQ(shownRows().back()->number(), 19);
+    for (const auto size : {QSize(700, 900), QSize(400, 500)}) {
+        m_window.resize(size);
+        for (const int count : {1000, 20, 3, 0}) {
+            SCOPED_TRACE(std::to_string(size.height()) + " high with " + std::to_string(count) + " rows");
+            m_list.setRowCount(count);
+            settle();
+            expectRowsInPlace();
+            EXPECT_EQ(shownRows().empty(), count == 0);
+            EXPECT_EQ(m_list.rowWidget(count), nullptr);
+            if (count > 0) {
+                m_list.scrollToRow(count - 1);
+                EXPECT_EQ(shownRows().back()->number(), count - 1);
+            }
+            if (count <= 3) {
+                EXPECT_EQ(m_list.verticalScrollBar()->maximum(), 0);
+            }
+        }
+    }
 }
 
 TEST_F(List, ScrollsNoFurtherThanItTakesToShowARow) {
     m_list.setRowCount(1000);
+    m_list.setCurrentRow(499);
     m_list.scrollToRow(500);
     ASSERT_NE(row(500), nullptr);
     EXPECT_TRUE(m_list.viewport()->rect().contains(row(500)->geometry()));
     const int value = m_list.verticalScrollBar()->value();
     m_list.scrollToRow(499);
     EXPECT_EQ(m_list.verticalScrollBar()->value(), value);
+    expectRowsInPlace();
     m_list.scrollToRow(0);
     EXPECT_EQ(m_list.verticalScrollBar()->value(), 0);
+    expectRowsInPlace();
 }
 
 TEST_F(List, KeysMoveTheCurrentRow) {
     m_list.setRowCount(10'000);
     m_list.setFocus();
     EXPECT_EQ(m_list.currentRow(), 0);
-    const auto inSight = [&](int place) {
-        return row(place) != nullptr && row(place)->current &&
-               m_list.viewport()->rect().contains(row(place)->geometry());
+    const int page = m_list.viewport()->height() / kRowHeight;
+    struct Step {
+        Qt::Key key;
+        int leads;
     };
-    m_filled = 0;
-    press(Qt::Key_Down);
-    EXPECT_EQ(m_list.currentRow(), 1);
-    EXPECT_EQ(m_filled, 2) << "rows are filled, and told of, that did not change";
-    press(Qt::Key_End);
-    EXPECT_EQ(m_list.currentRow(), 9'999);
-    EXPECT_TRUE(inSight(9'999));
-    press(Qt::Key_Down);
-    EXPECT_EQ(m_list.currentRow(), 9'999);
-    press(Qt::Key_PageUp);
-    EXPECT_LT(*m_list.currentRow(), 9'999 - 3);
-    EXPECT_TRUE(inSight(*m_list.currentRow()));
-    press(Qt::Key_Home);
-    EXPECT_EQ(m_list.currentRow(), 0);
-    EXPECT_TRUE(inSight(0));
-    press(Qt::Key_Up);
-    EXPECT_EQ(m_list.currentRow(), 0);
-    press(Qt::Key_PageDown);
-    press(Qt::Key_PageDown);
-    EXPECT_GT(*m_list.currentRow(), 6);
-    EXPECT_TRUE(inSight(*m_list.currentRow()));
-    const auto current = *m_list.currentRow();
+    for (const auto& [key, leads] :
+         {Step{Qt::Key_Down, 1}, Step{Qt::Key_End, 9'999}, Step{Qt::Key_Down, 9'999},
+          Step{Qt::Key_PageUp, 9'999 - page}, Step{Qt::Key_Home, 0}, Step{Qt::Key_Up, 0},
+          Step{Qt::Key_PageDown, page}, Step{Qt::Key_PageDown, 2 * page}}) {
+        SCOPED_TRACE(QKeySequence(key).toString().toStdString() + " to " + std::to_string(leads));
+        m_filled = 0;
+        press(key);
+        EXPECT_EQ(m_list.currentRow(), leads);
+        ASSERT_NE(row(leads), nullptr);
+        EXPECT_TRUE(row(leads)->current);
+        EXPECT_TRUE(m_list.viewport()->rect().contains(row(leads)->geometry()));
+        if (leads == 1) {
+            EXPECT_EQ(m_filled, 2) << "rows are filled, and told of, that did not change";
+        }
+    }
     press(Qt::Key_Return);
     press(Qt::Key_Space);
     press(Qt::Key_Delete);
-    EXPECT_THAT(m_activated, ElementsAre(current));
-    EXPECT_THAT(m_toggled, ElementsAre(current));
-    EXPECT_THAT(m_removed, ElementsAre(current));
-}
-
-TEST_F(List, KeysDoNothingWithoutRows) {
+    EXPECT_THAT(m_activated, ElementsAre(2 * page));
+    EXPECT_THAT(m_toggled, ElementsAre(2 * page));
+    EXPECT_THAT(m_removed, ElementsAre(2 * page));
     m_list.setRowCount(0);
-    m_list.setFocus();
     for (const auto key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Return, Qt::Key_Delete})
         press(key);
     EXPECT_EQ(m_list.currentRow(), std::nullopt);
-    EXPECT_THAT(m_activated, IsEmpty());
-    EXPECT_THAT(m_removed, IsEmpty());
+    EXPECT_EQ(m_activated.size() + m_removed.size(), 2U) << "something that is not there";
 }
 
 TEST_F(List, TabWalksOnlyTheCurrentRowsButtons) {
@@ -263,15 +251,9 @@ TEST_F(List, TabWalksOnlyTheCurrentRowsButtons) {
     EXPECT_EQ(QApplication::focusWidget(), &m_after);
     press(Qt::Key_Backtab);
     EXPECT_EQ(QApplication::focusWidget(), row(2)->second);
-}
-
-TEST_F(List, ArrowsOnARowsButtonGoOnToTheNextRow) {
-    m_list.setRowCount(100);
-    m_list.setFocus();
-    press(Qt::Key_Tab);
-    ASSERT_EQ(QApplication::focusWidget(), row(0)->first);
+    // Arrows on a button go on to the next row.
     press(Qt::Key_Down);
-    EXPECT_EQ(m_list.currentRow(), 1);
+    EXPECT_EQ(m_list.currentRow(), 3);
     EXPECT_EQ(QApplication::focusWidget(), &m_list);
     EXPECT_THAT(m_activated, IsEmpty());
 }
@@ -309,32 +291,11 @@ TEST_F(List, FocusGoesToTheListWhenItsRowIsGone) {
     ASSERT_NE(QApplication::focusWidget(), &m_list);
     m_list.setRowCount(1);
     EXPECT_EQ(QApplication::focusWidget(), &m_list);
-    EXPECT_EQ(m_list.currentRow(), 0);
-    EXPECT_THAT(shownRows(), ::testing::SizeIs(1));
-    expectRowsInPlace();
-}
-
-TEST_F(List, ScrollingLeavesTheFocusElsewhereAlone) {
-    m_list.setRowCount(10'000);
+    EXPECT_EQ(m_list.currentRow(), 0) << "the one before it";
     m_before.setFocus();
-    m_list.verticalScrollBar()->setValue(5'000);
-    m_list.setRowCount(10);
-    EXPECT_EQ(QApplication::focusWidget(), &m_before);
-}
-
-TEST_F(List, OnlyTheCurrentRowIsShownAsIt) {
-    m_list.setRowCount(10'000);
-    m_list.setCurrentRow(3);
-    m_list.verticalScrollBar()->setValue(20 * kRowHeight);
-    for (const auto* const shown : shownRows())
-        EXPECT_FALSE(shown->current) << shown->number();
-    m_list.verticalScrollBar()->setValue(0);
-    std::set<int> current;
-    for (const auto* const shown : shownRows()) {
-        if (shown->current)
-            current.insert(shown->number());
-    }
-    EXPECT_THAT(current, ElementsAre(3));
+    m_list.setRowCount(0);
+    EXPECT_EQ(m_list.currentRow(), std::nullopt);
+    EXPECT_EQ(QApplication::focusWidget(), &m_before) << "elsewhere it is left alone";
 }
 
 TEST_F(List, ClickMakesARowCurrentAndLeavesTheFocus) {
@@ -346,15 +307,6 @@ TEST_F(List, ClickMakesARowCurrentAndLeavesTheFocus) {
     QTest::mouseClick(row(5)->first, Qt::LeftButton);
     EXPECT_EQ(m_list.currentRow(), 5);
     EXPECT_EQ(QApplication::focusWidget(), &m_before);
-}
-
-TEST_F(List, CurrentRowMovesUpWhenTheLastOneGoes) {
-    m_list.setRowCount(3);
-    m_list.setCurrentRow(2);
-    m_list.setRowCount(2);
-    EXPECT_EQ(m_list.currentRow(), 1);
-    m_list.setRowCount(0);
-    EXPECT_EQ(m_list.currentRow(), std::nullopt);
 }
 
 TEST_F(List, FollowsWhatItsRowsShow) {
@@ -471,18 +423,23 @@ TEST_F(List, TellsOfEveryRow) {
 }
 
 TEST_F(List, OpensTheMenuOfARow) {
-    m_list.setRowCount(100);
-    QContextMenuEvent byMouse(QContextMenuEvent::Mouse, QPoint(3, 3), row(4)->mapToGlobal(QPoint(3, 3)));
-    QApplication::sendEvent(row(4), &byMouse);
+    m_list.setRowCount(5);
+    const auto ask = [](QWidget& of, QContextMenuEvent::Reason reason) {
+        QContextMenuEvent asked(reason, QPoint(3, 3), of.mapToGlobal(QPoint(3, 3)));
+        QApplication::sendEvent(&of, &asked);
+    };
+    ask(*row(4), QContextMenuEvent::Mouse);
     EXPECT_THAT(m_menus, ElementsAre(4));
     EXPECT_EQ(m_list.currentRow(), 4);
     m_list.setFocus();
-    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(3, 3), m_list.mapToGlobal(QPoint(3, 3)));
-    QApplication::sendEvent(&m_list, &byKey);
+    ask(m_list, QContextMenuEvent::Keyboard);
     EXPECT_THAT(m_menus, ElementsAre(4, 4));
     QTest::keyClick(&m_list, Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_THAT(m_menus, ElementsAre(4, 4, 4));
     QTest::keyClick(&m_list, Qt::Key_F10);
+    const QPoint below(3, 6 * kRowHeight);
+    QContextMenuEvent belowTheRows(QContextMenuEvent::Mouse, below, m_list.mapToGlobal(below));
+    QApplication::sendEvent(m_list.viewport(), &belowTheRows);
     EXPECT_THAT(m_menus, ElementsAre(4, 4, 4));
 }
 
@@ -494,103 +451,59 @@ TEST_F(List, ItsFrameHasFourEdgesAtEveryScaleAndPlace) {
     const QColor ground = m_list.palette().color(QPalette::Base);
     for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
         for (int offset = 0; offset < 4; ++offset) {
+            SCOPED_TRACE(std::to_string(scale) + " at " + std::to_string(offset));
             QImage image((QSizeF(m_list.size() + QSize(8, 8)) * scale).toSize(), QImage::Format_RGB32);
             image.setDevicePixelRatio(scale);
             image.fill(around);
             m_list.render(&image, QPoint(offset, offset));
             // What is met first on the way in from outside, below the rows, where nothing but the frame is drawn.
-            const auto first = [&](QPoint at, QPoint step) {
+            const auto expectEdge = [&](QPoint at, QPoint step) {
                 while (image.rect().contains(at) && image.pixelColor(at) == around)
                     at += step;
-                return image.pixelColor(at);
+                EXPECT_NE(image.pixelColor(at), ground) << step.x() << ", " << step.y();
             };
-            const int right = image.width() - 1;
-            const int bottom = image.height() - 1;
+            const QPoint end(image.width() - 1, image.height() - 1);
             const int below = static_cast<int>((offset + 3.5 * kRowHeight) * scale);
-            const auto where = std::to_string(scale) + " at " + std::to_string(offset);
-            EXPECT_NE(first({0, below}, {1, 0}), ground) << where;
-            EXPECT_NE(first({right, below}, {-1, 0}), ground) << where;
-            EXPECT_NE(first({right / 2, 0}, {0, 1}), ground) << where;
-            EXPECT_NE(first({right / 2, bottom}, {0, -1}), ground) << where;
-            EXPECT_EQ(image.pixelColor(right / 2, below), ground) << where;
+            expectEdge({0, below}, {1, 0});
+            expectEdge({end.x(), below}, {-1, 0});
+            expectEdge({end.x() / 2, 0}, {0, 1});
+            expectEdge({end.x() / 2, end.y()}, {0, -1});
+            EXPECT_EQ(image.pixelColor(end.x() / 2, below), ground);
         }
     }
 }
 
-TEST_F(List, OpensNoMenuBelowItsRows) {
-    m_list.setRowCount(1);
-    QContextMenuEvent below(QContextMenuEvent::Mouse, QPoint(3, 200), m_list.mapToGlobal(QPoint(3, 200)));
-    QApplication::sendEvent(m_list.viewport(), &below);
-    EXPECT_THAT(m_menus, IsEmpty());
-}
-
 // --- the main window's sets
 
-class ListOfSets : public UiTest {};
+class ListOfSets : public UiTest {
+protected:
+    ui::RecyclingList& openList(unsigned sets) {
+        openMainWithSets(sets);
+        return find<ui::RecyclingList>(main(), "setList");
+    }
+};
 
 TEST_F(ListOfSets, ShowsTenThousandSetsWithAFewRows) {
-    openMainWithSets(10'000);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
+    auto& list = openList(10'000);
     EXPECT_EQ(list.rowCount(), 10'000);
-    const auto made = [&] { return static_cast<int>(main().findChildren<QWidget*>("setRow").size()); };
-    EXPECT_LE(made(), list.viewport()->height() / list.rowHeight() + 3);
     list.setFocus();
     QTest::keyClick(&list, Qt::Key_End);
     settle();
     ASSERT_NE(list.rowWidget(9'999), nullptr);
     EXPECT_EQ(textOf(*list.rowWidget(9'999), "headline"), "Set 10000 — Marvis");
-    QTest::keyClick(&list, Qt::Key_Return);
-    settle();
+    // A row that was used again means the set that it shows.
+    click(*list.rowWidget(9'999), "activateButton");
     EXPECT_EQ(manager().activeSetId(), shoot().sets[9'999].id);
-    EXPECT_LE(made(), list.viewport()->height() / list.rowHeight() + 3);
-}
-
-TEST_F(ListOfSets, DeleteKeyAsksFirst) {
-    openMainWithSets(3);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_Down);
-    QTest::keyClick(&list, Qt::Key_Delete);
-    settle();
-    ASSERT_TRUE(isOpen("confirmation"));
-    EXPECT_EQ(shoot().sets.size(), 3U);
-    click(sheet("confirmation"), "confirmDeletion");
-    ASSERT_EQ(shoot().sets.size(), 2U);
-    EXPECT_EQ(shoot().sets[1].setNumber, "3");
-}
-
-TEST_F(ListOfSets, ActivatingARowThatWasUsedAgainMeansTheSetItShows) {
-    openMainWithSets(500);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
-    list.scrollToRow(499);
-    settle();
-    click(*list.rowWidget(499), "activateButton");
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[499].id);
     list.scrollToRow(0);
     settle();
     for (const auto* const row : rows())
         EXPECT_FALSE(isShown(*row, "activeTag"));
-}
-
-TEST_F(ListOfSets, KeepsTheCurrentSetWhateverComesBeforeIt) {
-    openMainWithSets(300);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
-    list.setCurrentRow(298);
-    const auto current = shoot().sets[298].id;
-    addSet("nieuw");
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_Return);
-    EXPECT_EQ(manager().activeSetId(), current);
-    type(main(), "searchField", "nieuw");
-    EXPECT_EQ(list.currentRow(), std::nullopt);
-    type(main(), "searchField", "");
-    EXPECT_EQ(list.currentRow(), 299);
-    EXPECT_NE(list.rowWidget(299), nullptr);
+    EXPECT_LE(main().findChildren<QWidget*>("setRow").size(),
+              list.viewport()->height() / list.rowHeight() + 3);
 }
 
 TEST_F(ListOfSets, AShootOpensAtItsActiveSetOrAtItsTop) {
-    openMainWithSets(300);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
+    auto& list = openList(300);
     const auto first = shoot().id;
     manager().activateSet(shoot().sets[200].id);
     list.scrollToRow(250);
@@ -608,8 +521,7 @@ TEST_F(ListOfSets, AShootOpensAtItsActiveSetOrAtItsTop) {
 }
 
 TEST_F(ListOfSets, ActivatingWithTheKeyboardLeavesTheFocusOnTheRow) {
-    openMainWithSets(3);
-    auto& list = find<ui::RecyclingList>(main(), "setList");
+    auto& list = openList(3);
     list.setFocus();
     list.setCurrentRow(1);
     auto& button = find(*list.rowWidget(1), "activateButton");

@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QThread>
-#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -14,7 +13,26 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-constexpr auto kNoModifiers = Qt::KeyboardModifiers();
+// Types a text as a scanner does, a line feed as Return, so many milliseconds a key; the result is the time of the last
+// one.
+std::uint64_t burst(QWidget& on, std::uint64_t at, const char* text, std::uint64_t pace = 5) {
+    for (; *text != '\0'; ++text) {
+        const QChar character = QLatin1Char(*text);
+        at += pace;
+        if (character == QLatin1Char('\n'))
+            pressAt(on, at, Qt::Key_Return, QStringLiteral("\r"));
+        else
+            pressAt(on, at, character.toUpper().unicode(), character);
+    }
+    return at;
+}
+
+// Longer than a scanner ever pauses, and than the field looks once more for keys after that.
+void silence() {
+    runFor(200ms);
+    runFor(50ms);
+    settle();
+}
 
 // --- the field by itself
 
@@ -31,38 +49,14 @@ protected:
         m_cards.push_back(m_field.text().toStdString());
         m_field.clear();
     }
-
-    void key(std::uint64_t at, char character) {
-        pressAt(m_field, at, QChar(QLatin1Char(character)).toUpper().unicode(),
-                QString(QLatin1Char(character)));
-    }
-    void returnKey(std::uint64_t at) { pressAt(m_field, at, Qt::Key_Return, QStringLiteral("\r")); }
-
-    // Types a text as a scanner does, a line feed as Return, so many milliseconds a key; the result is the time of
-    // the last one.
-    std::uint64_t burst(std::uint64_t at, const char* text, std::uint64_t pace = 5) {
-        for (; *text != '\0'; ++text) {
-            at += pace;
-            if (*text == '\n')
-                returnKey(at);
-            else
-                key(at, *text);
-        }
-        return at;
-    }
-
-    // Longer than a scanner ever pauses, and than the field looks once more for keys after that.
-    static void silence() {
-        runFor(200ms);
-        runFor(50ms);
-    }
+    std::uint64_t type(std::uint64_t at, const char* text) { return burst(m_field, at, text); }
 
     ui::ScannerField m_field;
     std::vector<std::string> m_cards;
 };
 
 TEST_F(Scanner, SubmitsAWholeCardOnceItFallsSilent) {
-    burst(1000, "SET:1\nBRAND:Marvis\nITEM:broek/bruin\n");
+    type(1000, "SET:1\nBRAND:Marvis\nITEM:broek/bruin\n");
     EXPECT_THAT(m_cards, IsEmpty());
     silence();
     EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:Marvis\nITEM:broek/bruin"));
@@ -72,153 +66,101 @@ TEST_F(Scanner, SubmitsAWholeCardOnceItFallsSilent) {
 }
 
 TEST_F(Scanner, SubmitsNothingWithoutAReturn) {
-    burst(1000, "SET:1");
+    type(1000, "SET:1");
     silence();
     EXPECT_THAT(m_cards, IsEmpty());
     EXPECT_EQ(m_field.text(), "SET:1");
 }
 
-TEST_F(Scanner, ReturnThatIsFollowedInTimeBreaksTheLine) {
-    key(1000, 'a');
-    returnKey(1050);
-    key(1050 + 120, 'b');
-    EXPECT_THAT(m_cards, IsEmpty());
-    EXPECT_EQ(m_field.text(), "a\nb");
-}
-
-TEST_F(Scanner, ReturnThatIsFollowedTooLateEndsTheCard) {
-    key(1000, 'a');
-    returnKey(1050);
-    key(1050 + 121, 'b');
-    EXPECT_THAT(m_cards, ElementsAre("a"));
-    EXPECT_EQ(m_field.text(), "b");
-}
-
-TEST_F(Scanner, SeveralReturnsAreEmptyLines) {
-    burst(1000, "a\n\nb\n");
-    silence();
-    EXPECT_THAT(m_cards, ElementsAre("a\n\nb"));
-}
-
 TEST_F(Scanner, JudgesKeysThatHadToWaitByTheirOwnTimes) {
-    const auto at = burst(1000, "SET:1\n");
-    // The program is busy for longer than a scanner pauses, while the keys are pressed on time.
-    QThread::msleep(250);
-    burst(at, "BRAND:X\n");
-    EXPECT_THAT(m_cards, IsEmpty());
-    silence();
-    EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
-}
-
-TEST_F(Scanner, LooksForKeysOnceMoreBeforeItTakesSilenceForTheEnd) {
-    auto at = burst(1000, "SET:1\n");
-    QThread::msleep(250);
-    // The timer comes first, the keys a turn of the loop behind it.
-    QCoreApplication::processEvents();
-    burst(at, "BRAND:X\n");
-    EXPECT_THAT(m_cards, IsEmpty());
-    silence();
-    EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
+    std::uint64_t at = 1000;
+    for (const bool timerComesFirst : {false, true}) {
+        SCOPED_TRACE(timerComesFirst);
+        m_cards.clear();
+        at = type(at + 5000, "SET:1\n");
+        // The program is busy for longer than a scanner pauses, while the keys are pressed on time.
+        QThread::msleep(250);
+        if (timerComesFirst)
+            QCoreApplication::processEvents();
+        at = type(at, "BRAND:X\n");
+        EXPECT_THAT(m_cards, IsEmpty());
+        silence();
+        EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
+    }
 }
 
 TEST_F(Scanner, TwoCardsThatWaitedTogetherStayTwo) {
-    const auto at = burst(1000, "SET:1\nBRAND:X\n");
-    burst(at + 400, "SET:2\nBRAND:X\n");
+    const auto at = type(1000, "SET:1\nBRAND:X\n");
+    type(at + 400, "SET:2\nBRAND:X\n");
     EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
     silence();
     EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X", "SET:2\nBRAND:X"));
 }
 
 TEST_F(Scanner, ReturnInAnEmptyFieldDoesNothing) {
-    returnKey(1000);
+    type(1000, "\n");
     silence();
     EXPECT_THAT(m_cards, IsEmpty());
-    returnKey(5000);
-    key(5010, 'a');
+    type(5000, "\na");
     EXPECT_EQ(m_field.text(), "a");
 }
 
 TEST_F(Scanner, ModifiersPressedOnTheirWayDoNotCount) {
-    key(1000, 'a');
-    returnKey(1010);
-    pressAt(m_field, 1020, Qt::Key_Shift);
-    pressAt(m_field, 1030, Qt::Key_B, QStringLiteral("B"), Qt::ShiftModifier);
+    auto at = type(1000, "a\n");
+    pressAt(m_field, at += 10, Qt::Key_Shift);
+    pressAt(m_field, at += 10, Qt::Key_B, QStringLiteral("B"), Qt::ShiftModifier);
     EXPECT_EQ(m_field.text(), "a\nB");
-}
-
-TEST_F(Scanner, ModifierAfterTheLastReturnDoesNotHoldTheCardUp) {
-    key(1000, 'a');
-    returnKey(1010);
-    pressAt(m_field, 1020, Qt::Key_Shift);
+    at = type(at, "\n");
+    pressAt(m_field, at + 10, Qt::Key_Shift);
     silence();
-    EXPECT_THAT(m_cards, ElementsAre("a"));
+    EXPECT_THAT(m_cards, ElementsAre("a\nB")) << "one after the last Return holds the card up";
 }
 
-struct LineKey {
-    const char* name;
-    int key;
-    const char* text;
-    Qt::KeyboardModifiers modifiers;
-};
-
-void PrintTo(const LineKey& each, std::ostream* out) {
-    *out << each.name;
-}
-
-class ScannerReturn : public Scanner, public ::testing::WithParamInterface<LineKey> {
-protected:
-    void lineKey(std::uint64_t at) {
-        pressAt(m_field, at, GetParam().key, QLatin1String(GetParam().text), GetParam().modifiers);
+TEST_F(Scanner, AllKeysThatScannersSendForAnEndOfLineBreakLinesAndEndCards) {
+    struct LineKey {
+        int key;
+        const char* text;
+        Qt::KeyboardModifiers modifiers;
+    };
+    std::uint64_t at = 1000;
+    for (const auto& [key, text, modifiers] :
+         {LineKey{Qt::Key_Return, "\r", Qt::NoModifier}, LineKey{Qt::Key_Enter, "\r", Qt::KeypadModifier},
+          LineKey{Qt::Key_J, "\n", Qt::ControlModifier}, LineKey{Qt::Key_J, "", Qt::ControlModifier},
+          LineKey{Qt::Key_M, "\r", Qt::ControlModifier}, LineKey{Qt::Key_M, "", Qt::ControlModifier},
+          LineKey{Qt::Key_unknown, "\n", Qt::NoModifier}}) {
+        SCOPED_TRACE(std::to_string(key) + " \"" + text + "\"");
+        m_cards.clear();
+        at = type(at + 5000, "SET:1");
+        pressAt(m_field, at += 15, key, QLatin1String(text), modifiers);
+        at = type(at, "BRAND:X");
+        pressAt(m_field, at += 15, key, QLatin1String(text), modifiers);
+        EXPECT_EQ(m_field.text(), "SET:1\nBRAND:X");
+        silence();
+        EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
     }
-};
-
-TEST_P(ScannerReturn, BreaksALineAndEndsACard) {
-    burst(1000, "SET:1");
-    lineKey(1040);
-    burst(1045, "BRAND:X");
-    lineKey(1100);
-    EXPECT_EQ(m_field.text(), "SET:1\nBRAND:X");
-    silence();
-    EXPECT_THAT(m_cards, ElementsAre("SET:1\nBRAND:X"));
 }
-
-INSTANTIATE_TEST_SUITE_P(Keys, ScannerReturn,
-                         ::testing::Values(LineKey{"Return", Qt::Key_Return, "\r", kNoModifiers},
-                                           LineKey{"Enter", Qt::Key_Enter, "\r", Qt::KeypadModifier},
-                                           LineKey{"ControlJ", Qt::Key_J, "\n", Qt::ControlModifier},
-                                           LineKey{"ControlJWithoutText", Qt::Key_J, "", Qt::ControlModifier},
-                                           LineKey{"ControlM", Qt::Key_M, "\r", Qt::ControlModifier},
-                                           LineKey{"ControlMWithoutText", Qt::Key_M, "", Qt::ControlModifier},
-                                           LineKey{"LineFeedKey", Qt::Key_unknown, "\n", kNoModifiers}),
-                         [](const auto& instance) { return std::string(instance.param.name); });
 
 TEST_F(Scanner, TakesPastedTextOfSeveralLines) {
     QApplication::clipboard()->setText(QStringLiteral("SET:7\nBRAND:Zoé\nITEM:a/b"));
     pressAt(m_field, 1000, Qt::Key_V, QString(), Qt::ControlModifier);
     EXPECT_EQ(m_field.text(), "SET:7\nBRAND:Zoé\nITEM:a/b");
-    returnKey(9000);
+    type(9000, "\n");
     silence();
     EXPECT_THAT(m_cards, ElementsAre("SET:7\nBRAND:Zoé\nITEM:a/b"));
 }
 
-TEST_F(Scanner, TypingByHandSubmitsOnReturnToo) {
-    burst(1000, "SET:3\n", 180);
-    silence();
-    EXPECT_THAT(m_cards, ElementsAre("SET:3"));
-}
-
 TEST_F(Scanner, CanBeEditedWithTheKeyboard) {
-    burst(1000, "abc", 300);
+    burst(m_field, 1000, "abc", 300);
     pressAt(m_field, 3000, Qt::Key_Backspace);
     pressAt(m_field, 4000, Qt::Key_Home);
-    key(5000, 'x');
+    type(5000, "x");
     EXPECT_EQ(m_field.text(), "xab");
 }
 
 TEST_F(Scanner, KeepsATabOfACard) {
-    auto at = burst(1000, "SET:1");
+    auto at = type(1000, "SET:1");
     pressAt(m_field, at += 5, Qt::Key_Tab, QStringLiteral("\t"));
-    burst(at, "b\n");
+    type(at, "b\n");
     silence();
     EXPECT_THAT(m_cards, ElementsAre("SET:1\tb"));
 }
@@ -237,47 +179,26 @@ TEST_F(Scanner, ComposedTextBreaksTheLineToo) {
 
 class ScannerInWindow : public UiTest {
 protected:
+    ScannerInWindow() { openMainWithSets(2); }
+
     [[nodiscard]] ui::ScannerField& field() {
         return static_cast<ui::ScannerField&>(find(main(), "scannerField"));
     }
     [[nodiscard]] QLineEdit& search() { return find<QLineEdit>(main(), "searchField"); }
-
-    std::uint64_t burst(std::uint64_t at, const char* text, std::uint64_t pace = 5) {
-        for (; *text != '\0'; ++text) {
-            at += pace;
-            if (*text == '\n')
-                pressAt(main(), at, Qt::Key_Return, QStringLiteral("\r"));
-            else
-                pressAt(main(), at, QChar(QLatin1Char(*text)).toUpper().unicode(),
-                        QString(QLatin1Char(*text)));
-        }
-        return at;
-    }
-
-    static void silence() {
-        runFor(200ms);
-        runFor(50ms);
-        settle();
-    }
+    std::uint64_t type(std::uint64_t at, const char* text) { return burst(main(), at, text); }
 
     std::uint64_t m_at = 1000;
 };
 
-TEST_F(ScannerInWindow, HasTheFocusFromTheStart) {
-    openMain();
-    addShoot("Ibiza");
-    EXPECT_EQ(QApplication::focusWidget(), &field());
-}
-
 TEST_F(ScannerInWindow, ScansACard) {
-    openMainWithSets(2);
-    burst(1000, "SET:2\nBRAND:Marvis\nITEM:x/y\n");
+    EXPECT_EQ(QApplication::focusWidget(), &field()) << "from the start";
+    type(1000, "SET:2\nBRAND:Marvis\nITEM:x/y\n");
     silence();
     EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
     EXPECT_THAT(shoot().sets, SizeIs(2));
     EXPECT_THAT(shoot().sets[1].items, IsEmpty());
     EXPECT_THAT(shoot().activationLog, SizeIs(1));
-    burst(9000, "SET:5\nBRAND:Marvis\nITEM:x/y\n");
+    type(9000, "SET:5\nBRAND:Marvis\nITEM:x/y\n");
     silence();
     ASSERT_THAT(shoot().sets, SizeIs(3));
     EXPECT_EQ(manager().activeSetId(), shoot().sets[0].id);
@@ -286,43 +207,52 @@ TEST_F(ScannerInWindow, ScansACard) {
 }
 
 TEST_F(ScannerInWindow, BlankTextIsLeftAlone) {
-    openMainWithSets(1);
     const auto saves = m_files.replacements.size();
-    burst(1000, "   \n");
+    type(1000, "   \n");
     silence();
     EXPECT_EQ(field().text(), "   ");
     EXPECT_EQ(m_files.replacements.size(), saves);
 }
 
-TEST_F(ScannerInWindow, BurstStaysInTheFieldWhenTheFocusMoves) {
-    openMainWithSets(2);
-    auto at = burst(1000, "SET:2\nBRAND");
-    search().setFocus();
-    at = burst(at, ":Marvis\n");
-    EXPECT_EQ(search().text(), "");
-    silence();
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
-    EXPECT_EQ(field().text(), "");
+TEST_F(ScannerInWindow, BurstStaysInTheFieldWhateverComesUpMeanwhile) {
+    struct Interruption {
+        const char* name;
+        std::function<void()> comes;
+        std::function<bool()> isStillThere;
+    };
+    const auto sheetIsEmpty = [&] {
+        const auto fields = sheet("newSetSheet").findChildren<QLineEdit*>();
+        return std::ranges::all_of(fields, [](const QLineEdit* each) { return each->text().isEmpty(); });
+    };
+    for (const auto& [name, comes, isStillThere] : {
+             Interruption{"another field", [&] { search().setFocus(); },
+                          [&] { return search().hasFocus() && search().text().isEmpty(); }},
+             Interruption{"a menu", [&] { rows().front()->openMenu(main().mapToGlobal(QPoint(50, 50))); },
+                          [] { return QApplication::activePopupWidget() != nullptr; }},
+             Interruption{"a question", [&] { click(main(), "deleteShootButton"); },
+                          [&] { return isOpen("confirmation"); }},
+             Interruption{"a sheet", [&] { open("newSetButton", "newSetSheet"); }, sheetIsEmpty},
+         }) {
+        SCOPED_TRACE(name);
+        manager().activateSet(shoot().sets[0].id);
+        field().setFocus();
+        m_at = type(m_at + 5000, "SET:2\nBRAND");
+        comes();
+        m_at = type(m_at, ":Marvis\n");
+        silence();
+        EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
+        EXPECT_THAT(shoot().sets, SizeIs(2));
+        EXPECT_EQ(field().text(), "");
+        EXPECT_TRUE(isStillThere());
+        if (auto* const menu = QApplication::activePopupWidget())
+            menu->close();
+        closeSheets();
+    }
     // Once the scanner is silent, the keys are where the focus is.
     search().setFocus();
-    burst(at + 5000, "mar");
+    type(m_at + 5000, "mar");
     EXPECT_EQ(search().text(), "mar");
     EXPECT_EQ(field().text(), "");
-}
-
-TEST_F(ScannerInWindow, BurstStaysInTheFieldWhenASheetOpens) {
-    openMainWithSets(2);
-    auto at = burst(1000, "SET:2\nBRAND");
-    click(main(), "newSetButton");
-    ASSERT_TRUE(isOpen("newSetSheet"));
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet("newSetSheet")));
-    burst(at, ":Marvis\n");
-    silence();
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
-    EXPECT_THAT(shoot().sets, SizeIs(2));
-    EXPECT_TRUE(isOpen("newSetSheet"));
-    for (const auto* const typed : sheet("newSetSheet").findChildren<QLineEdit*>())
-        EXPECT_EQ(typed->text(), "") << typed->objectName().toStdString();
 }
 
 // Types on a window as the window system does, which hands nothing to a window that is blocked.
@@ -363,7 +293,6 @@ private:
 };
 
 TEST_F(ScannerInWindow, CardThatBeginsBeforeASheetHasTheFocusIsWhole) {
-    openMainWithSets(2);
     OpeningSheet sheet(main());
     typeOnWindow(main(), "SET:2\nBR");
     EXPECT_EQ(field().text(), "SET:2\nBR");
@@ -375,44 +304,37 @@ TEST_F(ScannerInWindow, CardThatBeginsBeforeASheetHasTheFocusIsWhole) {
     EXPECT_THAT(shoot().sets, SizeIs(2));
 }
 
-TEST_F(ScannerInWindow, CardThatBeginsInASheetIsTheSheets) {
-    openMainWithSets(2);
+TEST_F(ScannerInWindow, SheetWithTheFocusHasTheCardsThatBeginInItAndBlocksItsWindowWhole) {
     OpeningSheet sheet(main());
     sheet.giveFocus();
     typeOnWindow(sheet.dialog(), "SET:2");
     EXPECT_EQ(sheet.typed(), "SET:2");
+    typeOnWindow(main(), "SET:2\n");
+    silence();
     EXPECT_EQ(field().text(), "");
+    pressOnWindow(main(), Qt::Key_F1);
+    EXPECT_THAT(m_urls.addresses, IsEmpty());
 }
 
-TEST_F(ScannerInWindow, HandsKeyBeforeASheetHasTheFocusLeavesNothingInTheField) {
-    openMainWithSets(2);
-    OpeningSheet sheet(main());
-    typeOnWindow(main(), "1");
-    silence();
-    EXPECT_EQ(field().text(), "");
-    typeOnWindow(main(), "2");
-    silence();
-    EXPECT_EQ(field().text(), "");
+TEST_F(ScannerInWindow, HandsKeysBeforeASheetHasTheFocusLeaveTheFieldAsItWas) {
+    for (const auto* const before : {"", "SET:2"}) {
+        field().setText(before);
+        OpeningSheet sheet(main());
+        for (const auto* const key : {"1", "2"}) {
+            typeOnWindow(main(), key);
+            silence();
+            EXPECT_EQ(field().text(), before);
+        }
+    }
     EXPECT_THAT(shoot().activationLog, IsEmpty());
 }
 
-TEST_F(ScannerInWindow, HandsKeyBeforeASheetHasTheFocusLeavesWhatStoodInTheField) {
-    openMainWithSets(2);
-    field().setText("SET:2");
-    OpeningSheet sheet(main());
-    typeOnWindow(main(), "1");
-    silence();
-    EXPECT_EQ(field().text(), "SET:2");
-}
-
 TEST_F(ScannerInWindow, NothingElseReachesAWindowThatASheetIsOpeningOver) {
-    openMainWithSets(2);
     {
         OpeningSheet sheet(main());
         pressOnWindow(main(), Qt::Key_F1);
         pressOnWindow(main(), Qt::Key_N, QStringLiteral("\x0e"), Qt::ControlModifier);
-        pressOnWindow(main(), Qt::Key_Return, QStringLiteral("\r"));
-        pressOnWindow(main(), Qt::Key_Space, QStringLiteral(" "));
+        typeOnWindow(main(), "\n ");
         QTest::mouseClick(main().windowHandle(), Qt::LeftButton, {},
                           find(main(), "newSetButton").mapTo(&main(), QPoint(5, 5)));
         settle();
@@ -426,19 +348,7 @@ TEST_F(ScannerInWindow, NothingElseReachesAWindowThatASheetIsOpeningOver) {
     EXPECT_THAT(m_urls.addresses, SizeIs(1));
 }
 
-TEST_F(ScannerInWindow, SheetWithTheFocusBlocksItsWindowWhole) {
-    openMainWithSets(2);
-    OpeningSheet sheet(main());
-    sheet.giveFocus();
-    typeOnWindow(main(), "SET:2\n");
-    silence();
-    EXPECT_EQ(field().text(), "");
-    pressOnWindow(main(), Qt::Key_F1);
-    EXPECT_THAT(m_urls.addresses, IsEmpty());
-}
-
 TEST_F(ScannerInWindow, LeavesKeysBeforeASheetHasTheFocusToTheFieldThatTookThem) {
-    openMainWithSets(2);
     search().setFocus();
     OpeningSheet sheet(main());
     typeOnWindow(main(), "SET:2\n");
@@ -446,34 +356,8 @@ TEST_F(ScannerInWindow, LeavesKeysBeforeASheetHasTheFocusToTheFieldThatTookThem)
     EXPECT_EQ(search().text(), "");
 }
 
-TEST_F(ScannerInWindow, BurstAnswersNoQuestion) {
-    openMainWithSets(2);
-    auto at = burst(1000, "SET:2\nBRAND");
-    click(main(), "deleteShootButton");
-    ASSERT_TRUE(isOpen("confirmation"));
-    burst(at, ":Marvis\n");
-    silence();
-    EXPECT_TRUE(isOpen("confirmation"));
-    EXPECT_THAT(manager().shoots(), SizeIs(1));
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
-}
-
-TEST_F(ScannerInWindow, BurstStaysInTheFieldWhenAMenuOpens) {
-    openMainWithSets(2);
-    auto at = burst(1000, "SET:2\nBRAND");
-    rows().front()->openMenu(main().mapToGlobal(QPoint(50, 50)));
-    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
-    burst(at, ":Marvis\n");
-    silence();
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
-    EXPECT_THAT(shoot().sets, SizeIs(2));
-    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
-    QApplication::activePopupWidget()->close();
-}
-
 TEST_F(ScannerInWindow, BurstTriggersNoShortcuts) {
-    openMainWithSets(1);
-    auto at = burst(1000, "SET:1");
+    auto at = type(1000, "SET:1");
     pressAt(main(), at += 5, Qt::Key_N, QStringLiteral("\x0e"), Qt::ControlModifier);
     pressAt(main(), at += 5, Qt::Key_F1);
     settle();
@@ -488,22 +372,19 @@ TEST_F(ScannerInWindow, BurstTriggersNoShortcuts) {
 }
 
 TEST_F(ScannerInWindow, TakesWhatIsTypedWhileNothingTakesText) {
-    openMainWithSets(2);
     for (auto* const elsewhere : {&find(main(), "setList"), &find(main(), "clientsButton")}) {
         field().clear();
         elsewhere->setFocus();
         ASSERT_EQ(QApplication::focusWidget(), elsewhere);
-        burst(m_at += 5000, "SET:2\nBRAND:Marvis");
+        type(m_at += 5000, "SET:2\nBRAND:Marvis");
         EXPECT_EQ(QApplication::focusWidget(), &field());
         EXPECT_EQ(field().text(), "SET:2\nBRAND:Marvis") << elsewhere->objectName().toStdString();
     }
 }
 
 TEST_F(ScannerInWindow, LeavesSpaceAndCommandsWhereTheFocusIs) {
-    openMainWithSets(2);
-    auto& button = find(main(), "manualButton");
-    button.setFocus();
-    pressAt(main(), 1000, Qt::Key_Space, QStringLiteral(" "));
+    find(main(), "manualButton").setFocus();
+    type(1000, " ");
     EXPECT_THAT(m_urls.addresses, SizeIs(1)) << "Space presses the button";
     pressAt(main(), 3000, Qt::Key_A, QStringLiteral("\x01"), Qt::ControlModifier);
     pressAt(main(), 5000, Qt::Key_A, QStringLiteral("a"), Qt::AltModifier);
@@ -513,7 +394,6 @@ TEST_F(ScannerInWindow, LeavesSpaceAndCommandsWhereTheFocusIs) {
 }
 
 TEST_F(ScannerInWindow, LeavesAltToTheMenusAndHasTheKeysAgainAfterThem) {
-    openMainWithSets(2);
     for (const auto& [letter, menu] : {std::pair('b', "Bestand"), std::pair('e', "Bewerken"),
                                        std::pair('l', "Beeld"), std::pair('h', "Help"), std::pair('x', "")}) {
         SCOPED_TRACE(letter);
@@ -525,16 +405,15 @@ TEST_F(ScannerInWindow, LeavesAltToTheMenusAndHasTheKeysAgainAfterThem) {
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
         pressAt(main(), m_at += 5000, Qt::Key_X, "x", Qt::MetaModifier);
         EXPECT_EQ(field().text(), "");
-        m_at = burst(m_at, "SET:1");
+        m_at = type(m_at, "SET:1");
         EXPECT_EQ(field().text(), "SET:1");
         field().clear();
     }
 }
 
 TEST_F(ScannerInWindow, UndoAfterACardIsTheProgramsAndLeavesTheFieldEmpty) {
-    openMainWithSets(2);
     manager().deleteSet(shoot().sets[0].id);
-    burst(1000, "SET:2\nBRAND:Marvis\n");
+    type(1000, "SET:2\nBRAND:Marvis\n");
     silence();
     pressAt(main(), 9000, Qt::Key_Z, QStringLiteral("\x1a"), Qt::ControlModifier);
     settle();
@@ -543,19 +422,12 @@ TEST_F(ScannerInWindow, UndoAfterACardIsTheProgramsAndLeavesTheFieldEmpty) {
 }
 
 TEST_F(ScannerInWindow, LeavesWhatIsTypedInAnotherField) {
-    openMainWithSets(2);
     search().setFocus();
-    burst(1000, "marvis", 3);
+    burst(main(), 1000, "marvis", 3);
     EXPECT_EQ(search().text(), "marvis");
-    EXPECT_EQ(field().text(), "");
-}
-
-TEST_F(ScannerInWindow, LeavesWhatIsTypedInASheet) {
-    openMainWithSets(2);
-    auto& opened = open("newSetButton", "newSetSheet");
-    auto& number = find<QLineEdit>(opened, "setNumberField");
+    auto& number = find<QLineEdit>(open("newSetButton", "newSetSheet"), "setNumberField");
     number.setFocus();
-    burst(1000, "12b");
+    type(9000, "12b");
     EXPECT_EQ(number.text(), "12b");
     EXPECT_EQ(field().text(), "");
 }

@@ -42,15 +42,6 @@ protected:
         }
         ADD_FAILURE() << "no entry " << text.toStdString();
     }
-
-    [[nodiscard]] QMessageBox& question() { return dynamic_cast<QMessageBox&>(sheet("confirmation")); }
-
-    void showTaggedCount(std::int64_t count) {
-        auto set = shoot().sets[0];
-        set.taggedCount = count;
-        manager().updateSet(set.id, set);
-        settle();
-    }
 };
 
 TEST_F(SetRowTest, ShowsASet) {
@@ -69,128 +60,72 @@ TEST_F(SetRowTest, ShowsASet) {
     EXPECT_EQ(textOf(row(), "activeTag"), "ACTIEF");
 }
 
-TEST_F(SetRowTest, TellsTheHelpTextsOfItsButtonsInOrder) {
+TEST_F(SetRowTest, HasItsPartsInOrderWithTheirHelpTexts) {
     openMainWithSets(1);
-    std::vector<std::pair<int, std::string>> helps;
-    for (const auto* const button : row().findChildren<QToolButton*>())
-        helps.emplace_back(button->x(), button->toolTip().toStdString());
-    std::ranges::sort(helps);
-    ASSERT_THAT(helps, SizeIs(3));
-    EXPECT_EQ(helps[0].second, "Toon QR-code");
-    EXPECT_EQ(helps[1].second, "Bewerken");
-    EXPECT_EQ(helps[2].second, "Verwijderen");
-    EXPECT_GT(find(row(), "activateButton").x(), helps[2].first);
-    EXPECT_LT(find(row(), "activeMarker").x(), find(row(), "headline").x());
-    EXPECT_LT(find(row(), "headline").x(), find(row(), "taggedCount").x());
-    EXPECT_LT(find(row(), "taggedCount").x(), helps[0].first);
+    int before = -1;
+    for (const auto& [name, help] :
+         {std::pair("activeMarker", ""), std::pair("headline", ""), std::pair("taggedCount", ""),
+          std::pair("qrButton", "Toon QR-code"), std::pair("editButton", "Bewerken"),
+          std::pair("deleteButton", "Verwijderen"), std::pair("activateButton", "")}) {
+        EXPECT_GT(find(row(), name).x(), before) << name;
+        EXPECT_EQ(find(row(), name).toolTip(), help) << name;
+        before = find(row(), name).x();
+    }
 }
 
 TEST_F(SetRowTest, ShowsTheCountOfPhotosInGreenFromOneOn) {
     openMainWithSets(1);
-    const auto colorOfCount = [&] {
-        return find<QLabel>(row(), "taggedCount").palette().color(QPalette::WindowText);
-    };
-    const auto palette = row().palette();
-    EXPECT_EQ(textOf(row(), "taggedCount"), "0");
-    EXPECT_EQ(colorOfCount(), ui::theme::secondaryText(palette));
-    showTaggedCount(1);
-    EXPECT_EQ(textOf(row(), "taggedCount"), "1");
-    EXPECT_EQ(colorOfCount(), ui::theme::green(palette));
-    showTaggedCount(-1);
-    EXPECT_EQ(textOf(row(), "taggedCount"), "-1");
-    EXPECT_EQ(colorOfCount(), ui::theme::secondaryText(palette));
-    showTaggedCount(9'223'372'036'854'775'807);
-    EXPECT_EQ(textOf(row(), "taggedCount"), "9223372036854775807");
+    for (const std::int64_t count : {std::int64_t{0}, std::int64_t{1}, std::int64_t{-1}, INT64_MAX}) {
+        auto set = shoot().sets[0];
+        set.taggedCount = count;
+        manager().updateSet(set.id, set);
+        settle();
+        const auto& label = find<QLabel>(row(), "taggedCount");
+        const auto palette = row().palette();
+        EXPECT_EQ(label.text(), QString::number(count));
+        EXPECT_EQ(label.palette().color(QPalette::WindowText),
+                  count > 0 ? ui::theme::green(palette) : ui::theme::secondaryText(palette))
+            << count;
+    }
 }
 
 TEST_F(SetRowTest, MarksTheActiveSetWithoutMovingAnything) {
     openMainWithSets(2);
-    const auto places = [&] {
-        std::vector<QRect> all;
+    std::optional<std::vector<QRect>> before;
+    const auto expectFirstMarked = [&](bool isActive) {
+        std::vector<QRect> places;
         for (const auto* const name :
              {"activeMarker", "headline", "taggedCount", "qrButton", "editButton", "deleteButton"})
-            all.push_back(find(row(), name).geometry());
-        return all;
+            places.push_back(find(row(), name).geometry());
+        EXPECT_EQ(places, before.value_or(places));
+        before = places;
+        EXPECT_EQ(places.front().size(), QSize(8, 8));
+        EXPECT_EQ(row().grab().toImage().pixelColor(places.front().center()) ==
+                      ui::theme::green(row().palette()),
+                  isActive);
+        EXPECT_EQ(isShown(row(), "activateButton"), !isActive);
+        EXPECT_EQ(isShown(row(), "activeTag"), isActive);
     };
-    const auto marker = [&] {
-        auto& widget = find(row(), "activeMarker");
-        EXPECT_EQ(widget.size(), QSize(8, 8));
-        return row().grab().toImage().pixelColor(widget.geometry().center());
-    };
-    const auto before = places();
-    EXPECT_NE(marker(), ui::theme::green(row().palette()));
-    EXPECT_TRUE(isShown(row(), "activateButton"));
-    EXPECT_FALSE(isShown(row(), "activeTag"));
-
-    click(row(), "activateButton");
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[0].id);
-    EXPECT_FALSE(isShown(row(), "activateButton"));
-    EXPECT_TRUE(isShown(row(), "activeTag"));
-    EXPECT_EQ(marker(), ui::theme::green(row().palette()));
-    EXPECT_EQ(places(), before);
-
-    click(row(1), "activateButton");
-    EXPECT_TRUE(isShown(row(), "activateButton"));
-    EXPECT_FALSE(isShown(row(), "activeTag"));
-    EXPECT_NE(marker(), ui::theme::green(row().palette()));
-}
-
-TEST_F(SetRowTest, OpensTheSetsQrSheet) {
-    openMainWithSets(2);
-    click(row(1), "qrButton");
-    EXPECT_EQ(textOf(sheet("qrSheet"), "sheetTitle"), "QR-code: Set 2 — Marvis");
-}
-
-TEST_F(SetRowTest, OpensTheSetsEditSheet) {
-    openMainWithSets(2);
-    click(row(1), "editButton");
-    EXPECT_EQ(find<QLineEdit>(sheet("editSetSheet"), "setNumberField").text(), "2");
-}
-
-TEST_F(SetRowTest, AsksBeforeItDeletes) {
-    openMainWithSets(2);
-    click(row(1), "deleteButton");
-    EXPECT_EQ(question().text(), "Set \"Set 2 — Marvis\" verwijderen?");
-    EXPECT_EQ(question().informativeText(), "");
-    ASSERT_THAT(question().buttons(), SizeIs(2));
-    EXPECT_EQ(find<QAbstractButton>(question(), "confirmDeletion").text(), "Verwijderen");
-    EXPECT_EQ(find<QAbstractButton>(question(), "cancelDeletion").text(), "Annuleer");
-    EXPECT_TRUE(find<QPushButton>(question(), "cancelDeletion").isDefault());
-    click(question(), "confirmDeletion");
-    EXPECT_FALSE(isOpen("confirmation"));
-    ASSERT_THAT(shoot().sets, SizeIs(1));
-    EXPECT_EQ(shoot().sets[0].setNumber, "1");
-}
-
-TEST_F(SetRowTest, DeletesNothingOnReturnEscapeOrAnnuleer) {
-    openMainWithSets(2);
-    click(row(), "deleteButton");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&question()));
-    QTest::keyClick(&question(), Qt::Key_Return);
-    settle();
-    EXPECT_FALSE(isOpen("confirmation"));
-    click(row(), "deleteButton");
-    QTest::keyClick(&question(), Qt::Key_Escape);
-    settle();
-    EXPECT_FALSE(isOpen("confirmation"));
-    click(row(), "deleteButton");
-    click(question(), "cancelDeletion");
-    EXPECT_FALSE(isOpen("confirmation"));
-    EXPECT_THAT(shoot().sets, SizeIs(2));
+    expectFirstMarked(false);
+    for (const std::size_t place : {0U, 1U}) {
+        click(row(place), "activateButton");
+        EXPECT_EQ(manager().activeSetId(), shoot().sets[place].id);
+        expectFirstMarked(place == 0);
+    }
 }
 
 TEST_F(SetRowTest, DeletesTheSetThatWasAskedAboutWhateverTheRowShowsByThen) {
     openMainWithSets(2);
     click(row(0), "deleteButton");
     addSet("0");
-    click(question(), "confirmDeletion");
+    click(sheet("confirmation"), "confirmDeletion");
     ASSERT_THAT(shoot().sets, SizeIs(2));
     EXPECT_EQ(shoot().sets[0].setNumber, "0");
     EXPECT_EQ(shoot().sets[1].setNumber, "2");
 }
 
-TEST_F(SetRowTest, HasAMenuOfFourEntries) {
-    openMainWithSets(1);
+TEST_F(SetRowTest, ButtonsAndMenuDoWhatTheySay) {
+    openMainWithSets(3);
     std::vector<std::string> texts;
     auto& menu = openMenu(row());
     for (const auto* const action : menu.actions()) {
@@ -200,36 +135,37 @@ TEST_F(SetRowTest, HasAMenuOfFourEntries) {
     EXPECT_THAT(texts, ElementsAre("Bewerken", "QR-code tonen", "Activeren", "Verwijderen"));
     QTest::keyClick(&menu, Qt::Key_Escape);
     settle();
-}
-
-TEST_F(SetRowTest, MenuDoesWhatItSays) {
-    openMainWithSets(3);
-    chooseInMenu(row(1), QStringLiteral("Bewerken"));
-    EXPECT_EQ(find<QLineEdit>(sheet("editSetSheet"), "setNumberField").text(), "2");
-    sheet("editSetSheet").close();
-    settle();
-    chooseInMenu(row(2), QStringLiteral("QR-code tonen"));
-    EXPECT_EQ(textOf(sheet("qrSheet"), "sheetTitle"), "QR-code: Set 3 — Marvis");
-    sheet("qrSheet").close();
-    settle();
-    chooseInMenu(row(1), QStringLiteral("Activeren"));
-    EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
-    chooseInMenu(row(2), QStringLiteral("Verwijderen"));
-    EXPECT_EQ(question().text(), "Set \"Set 3 — Marvis\" verwijderen?");
-    EXPECT_TRUE(find<QPushButton>(question(), "cancelDeletion").isDefault());
-    click(question(), "cancelDeletion");
-    EXPECT_THAT(shoot().sets, SizeIs(3));
-    chooseInMenu(row(2), QStringLiteral("Verwijderen"));
-    click(question(), "confirmDeletion");
-    EXPECT_THAT(shoot().sets, SizeIs(2));
-}
-
-TEST_F(SetRowTest, ActivatesTheActiveSetOnceMoreFromItsMenu) {
-    openMainWithSets(1);
-    click(row(), "activateButton");
-    EXPECT_THAT(shoot().activationLog, SizeIs(1));
-    chooseInMenu(row(), QStringLiteral("Activeren"));
-    EXPECT_THAT(shoot().activationLog, SizeIs(2));
+    struct Way {
+        const char* entry;
+        const char* button;
+        const char* sheet;
+    };
+    for (const auto& [entry, button, name] :
+         {Way{"Bewerken", "editButton", "editSetSheet"}, Way{"QR-code tonen", "qrButton", "qrSheet"},
+          Way{"Verwijderen", "deleteButton", "confirmation"}}) {
+        for (const bool byMenu : {true, false}) {
+            SCOPED_TRACE(entry);
+            if (byMenu)
+                chooseInMenu(row(1), entry);
+            else
+                click(row(1), button);
+            auto& opened = sheet(name);
+            if (const auto* const question = qobject_cast<QMessageBox*>(&opened)) {
+                EXPECT_EQ(question->text(), "Set \"Set 2 — Marvis\" verwijderen?");
+            } else if (entry == std::string("Bewerken")) {
+                EXPECT_EQ(textOf(opened, "setNumberField"), "2");
+            } else {
+                EXPECT_EQ(textOf(opened, "sheetTitle"), "QR-code: Set 2 — Marvis");
+            }
+            closeSheets();
+        }
+    }
+    // The active set once more too.
+    for (const std::size_t activations : {1U, 2U}) {
+        chooseInMenu(row(1), QStringLiteral("Activeren"));
+        EXPECT_EQ(manager().activeSetId(), shoot().sets[1].id);
+        EXPECT_THAT(shoot().activationLog, SizeIs(activations));
+    }
 }
 
 TEST_F(SetRowTest, MenuSpeaksOfTheSetThatItWasOpenedOn) {

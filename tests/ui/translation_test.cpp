@@ -10,7 +10,6 @@
 #include "view/start_notices.h"
 #include "view/version_list.h"
 
-#include <QMenu>
 #include <QThreadPool>
 #include <new>
 
@@ -36,11 +35,9 @@ protected:
                     (where + QStringLiteral(" \u201C") + text + QStringLiteral("\u201D")).toStdString());
         }
     }
-    void lookAndClose(QDialog& window) {
+    void lookAndClose(QWidget& window) {
         look(window);
-        window.close();
-        settle();
-        returnToMain();
+        closeSheets();
     }
 
     void addGreekData() {
@@ -59,28 +56,20 @@ protected:
     }
 
     void lookIntoMenus(QWidget& sheet) {
-        std::vector<QMenu*> menus{find<ui::CatalogPickerMenu>(sheet, "catalogPicker").menu()};
-        for (std::size_t i = 0; i < menus.size(); ++i) {
-            // What opening it does, without a popup on screen.
-            Q_EMIT menus[i]->aboutToShow();
-            look(*menus[i]);
-            for (const auto* const action : menus[i]->actions()) {
-                if (action->menu() != nullptr)
-                    menus.push_back(action->menu());
-            }
-        }
+        for (auto* const menu : menusWithin(*find<ui::CatalogPickerMenu>(sheet, "catalogPicker").menu()))
+            look(*menu);
     }
 
     void lookIntoEmptyWindows() {
         look(openMain());
         for (const auto* const name :
              {"newShootSheet", "clientsSheet", "catalogSheet", "versionsSheet", "shortcutsSheet"})
-            lookAndClose(dynamic_cast<QDialog&>(openWindow(name)));
+            lookAndClose(openWindow(name));
         addShoot("γάμμα");
         look(main());
         auto& sheet = openWindow("newSetSheet");
         lookIntoMenus(sheet);
-        lookAndClose(dynamic_cast<QDialog&>(sheet));
+        lookAndClose(sheet);
         manager().deleteShoot(shoot().id);
         settle();
     }
@@ -99,7 +88,7 @@ protected:
             auto& sheet = openWindow(name);
             if (std::string_view(name) == "newSetSheet")
                 lookIntoMenus(sheet);
-            lookAndClose(dynamic_cast<QDialog&>(sheet));
+            lookAndClose(sheet);
         }
         rows().front()->openMenu(main().mapToGlobal(QPoint(50, 50)));
         look(*QApplication::activePopupWidget());
@@ -116,20 +105,13 @@ protected:
         choose(find<QComboBox>(products, "brandPicker"), "ζήτα");
         look(products);
         choose(find<QComboBox>(products, "brandPicker"), "λάμδα");
-        lookAndClose(dynamic_cast<QDialog&>(products));
-        auto& edited = openWindow("editProductSheet");
-        lookAndClose(dynamic_cast<QDialog&>(edited));
-        sheet("catalogSheet").close();
-        settle();
-        returnToMain();
+        lookAndClose(products);
+        lookAndClose(openWindow("editProductSheet"));
         lookIntoImport("catalogImportSheet");
-        sheet("catalogSheet").close();
-        settle();
-        returnToMain();
     }
 
     void lookIntoImport(const char* name) {
-        auto& sheet = dynamic_cast<QDialog&>(openWindow(name));
+        auto& sheet = openWindow(name);
         find<QPlainTextEdit>(sheet, "csvText").setPlainText("1;ζήτα;ήτα/θήτα");
         click(sheet, "importButton");
         settleReads();
@@ -166,17 +148,12 @@ protected:
                                                                    {"qrSheet", "saveButton"},
                                                                    {"catalogSheet", "exportButton"}};
             click(sheet, kButtons.at(name));
-            sheet.close();
-            settle();
-            returnToMain();
+            closeSheets();
         }
-        const auto saveShoot = [this] {
-            for (const auto* const name : {"exportCsvButton", "exportJsonButton", "saveButton"})
-                find<QAbstractButton>(main(), name).click();
-        };
-        saveShoot();
+        for (const auto* const name : {"exportCsv", "exportJson", "save"})
+            give(name);
         for (const auto& name : m_dialogs.typeNames)
-            EXPECT_FALSE(PseudoTranslation::isUntranslated(name)) << name;
+            expectTranslated(name);
     }
 
     void lookIntoVersions() {
@@ -186,7 +163,7 @@ protected:
             click(versions, "restoreAllButton");
             settleReads();
         }
-        lookAndClose(dynamic_cast<QDialog&>(versions));
+        lookAndClose(versions);
     }
 
     void expectTranslated(const std::string& text) {
@@ -308,7 +285,7 @@ protected:
             find<QPlainTextEdit>(sheet, "csvText").setPlainText(text);
             click(sheet, "importButton");
             settleReads();
-            lookAndClose(dynamic_cast<QDialog&>(sheet));
+            lookAndClose(sheet);
         };
         for (const auto* const name : {"newSetSheet", "editSetSheet", "importSheet"}) {
             addShoot("άλφα");
@@ -321,7 +298,7 @@ protected:
             }
             find<QLineEdit>(sheet, "brandField").setText("ζήτα");
             click(sheet, "confirmButton");
-            lookAndClose(dynamic_cast<QDialog&>(sheet));
+            lookAndClose(sheet);
         }
         importInto(openWindow("importSheet"), QStringLiteral("1\n").repeated(100'001));
         m_services.clock = []() -> Timestamp { throw std::bad_alloc(); };
@@ -331,10 +308,7 @@ protected:
         while (!catalog().products().empty())
             catalog().deleteProduct(catalog().products().front().id);
         click(product, "confirmButton");
-        lookAndClose(dynamic_cast<QDialog&>(product));
-        sheet("catalogSheet").close();
-        settle();
-        returnToMain();
+        lookAndClose(product);
     }
 
     PseudoTranslation m_translation;

@@ -106,41 +106,60 @@ QString textOf(const QWidget& widget) {
 
 namespace {
 
-bool isInRow(const QWidget* widget) {
-    for (; widget != nullptr; widget = widget->parentWidget()) {
-        if (dynamic_cast<const ui::RecyclingList*>(widget) != nullptr)
+struct Piece {
+    QRect place;
+    std::string text;
+};
+
+bool standsInside(const QWidget* widget, const QWidget& within) {
+    for (const auto* above = widget->parentWidget(); above != nullptr && above != &within;
+         above = above->parentWidget()) {
+        if (dynamic_cast<const ui::RecyclingList*>(above) != nullptr ||
+            qobject_cast<const QComboBox*>(above) != nullptr ||
+            qobject_cast<const QPlainTextEdit*>(above) != nullptr)
             return true;
     }
     return false;
 }
 
-} // namespace
-
-std::vector<std::string> ownTexts(const QWidget& within) {
-    std::vector<std::string> texts;
-    for (const auto* const widget : within.findChildren<QWidget*>()) {
-        if (!widget->isVisible() || widget->window() != &within || isInRow(widget))
-            continue;
-        if (const auto* const field = qobject_cast<const QLineEdit*>(widget)) {
-            if (!field->placeholderText().isEmpty())
-                texts.push_back(("[" + field->placeholderText() + "]").toStdString());
-        } else if (const auto* const box = qobject_cast<const QComboBox*>(widget)) {
-            texts.push_back(entries(*box).join(QLatin1Char('|')).toStdString());
-        } else if (const auto text = textOf(*widget); !text.isEmpty()) {
-            texts.push_back(text.toStdString());
-        }
-    }
-    return texts;
+std::string pieceOf(const QWidget& widget) {
+    if (const auto* const field = qobject_cast<const QLineEdit*>(&widget))
+        return "[" + field->placeholderText().toStdString() + "]";
+    if (const auto* const box = qobject_cast<const QComboBox*>(&widget))
+        return "<" + box->itemText(0).toStdString() + ">";
+    if (qobject_cast<const QPlainTextEdit*>(&widget) != nullptr)
+        return "(text)";
+    if (dynamic_cast<const ui::RecyclingList*>(&widget) != nullptr)
+        return "(list)";
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+        button != nullptr && button->text().isEmpty())
+        return "{" + button->toolTip().toStdString() + "}";
+    return textOf(widget).toStdString();
 }
 
-std::vector<std::string> helpTexts(const QWidget& within) {
-    std::vector<std::string> texts;
-    for (const auto* const button : within.findChildren<QAbstractButton*>()) {
-        if (button->isVisible() && button->window() == &within && !isInRow(button) &&
-            !button->toolTip().isEmpty())
-            texts.push_back(button->toolTip().toStdString());
+} // namespace
+
+std::vector<std::string> linesOf(const QWidget& within) {
+    std::vector<Piece> pieces;
+    for (const auto* const widget : within.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != within.window() || standsInside(widget, within))
+            continue;
+        if (auto text = pieceOf(*widget); !text.empty())
+            pieces.push_back({{widget->mapTo(&within, QPoint()), widget->size()}, std::move(text)});
     }
-    return texts;
+    std::ranges::sort(pieces, {}, [](const Piece& piece) { return piece.place.center().y(); });
+    std::vector<std::string> lines;
+    for (auto first = pieces.begin(); first != pieces.end();) {
+        const auto last = std::find_if(first, pieces.end(), [&](const Piece& piece) {
+            return piece.place.center().y() > first->place.center().y() + 8;
+        });
+        std::sort(first, last, [](const Piece& a, const Piece& b) { return a.place.x() < b.place.x(); });
+        std::string line;
+        for (; first != last; ++first)
+            line += (line.empty() ? "" : " / ") + first->text;
+        lines.push_back(std::move(line));
+    }
+    return lines;
 }
 
 std::string storeOf(const std::vector<Shoot>& shoots) {
@@ -242,6 +261,15 @@ void UiTest::returnToMain() {
     m_main->activateWindow();
     if (!QTest::qWaitForWindowActive(m_main.get()))
         ADD_FAILURE() << "the main window does not become active";
+}
+
+void UiTest::closeSheets() {
+    while (auto* const modal = QApplication::activeModalWidget()) {
+        modal->close();
+        settle();
+    }
+    if (m_main != nullptr && m_main->isVisible())
+        returnToMain();
 }
 
 Uuid UiTest::addShoot(const std::string& name, const std::string& client) {

@@ -96,11 +96,10 @@ void choose(QComboBox& box, const QString& text);
     return textOf(find(within, name));
 }
 
-// Everything that a window or sheet says now: labels, buttons, placeholders (as "[…]"), entries of boxes (as
-// "a|b"). Rows of lists and the contents of fields are data and left out.
-[[nodiscard]] std::vector<std::string> ownTexts(const QWidget& within);
-// The help texts of the buttons that are shown.
-[[nodiscard]] std::vector<std::string> helpTexts(const QWidget& within);
+// What a window, a sheet or a part of one says, line by line from its top, each line from left to right. Fields stand as
+// "[placeholder]", boxes as "<first entry>", lists as "(list)", editors as "(text)", buttons without a text as
+// "{help text}". Rows of lists are left out.
+[[nodiscard]] std::vector<std::string> linesOf(const QWidget& within);
 
 // A store's file of these shoots.
 [[nodiscard]] std::string storeOf(const std::vector<Shoot>& shoots);
@@ -131,6 +130,8 @@ protected:
     [[nodiscard]] bool isOpen(const char* name) const;
     // Goes back to the main window, as a desktop does when a sheet has closed.
     void returnToMain();
+    // Closes every sheet and message, and goes back to the main window.
+    void closeSheets();
     // Opens a sheet with the button that does.
     QDialog& open(const char* button, const char* sheetName);
 

@@ -18,14 +18,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
-
-// Where each of the words stands in the text, in the order of their standing.
-std::vector<std::string> inOrder(const std::string& text, std::vector<std::string> words) {
-    std::erase_if(words, [&](const auto& word) { return text.find(word) == std::string::npos; });
-    std::ranges::sort(words, {}, [&](const auto& word) { return text.find(word); });
-    return words;
-}
 
 class BulkExportTest : public SheetTest {
 protected:
@@ -113,13 +105,11 @@ protected:
 TEST_F(BulkExportTest, SaysWhatItIsForWithAllSelected) {
     openMainWithSets(3);
     const auto& sheet = openBulkExport();
-    EXPECT_EQ(sheet.windowTitle(), "Bulk QR-export");
     EXPECT_THAT(linesOf(sheet),
                 ElementsAre("Bulk QR-export",
                             "Exporteer QR-kaarten van meerdere sets in één PDF, klaar om te printen.",
                             "Dichtheid / Groot — 4 per A4 / Compact — 9 per A4",
                             "Deselecteer alles / 3 geselecteerd", "(list)", "Annuleer / Exporteer PDF..."));
-    EXPECT_EQ(sheet.size(), QSize(480, 560));
     EXPECT_GE(find(sheet, "cardList").height(), 240);
     const auto& column = *find<QScrollArea>(sheet, "sheetPane").widget()->layout();
     EXPECT_EQ(column.contentsMargins(), QMargins(24, 24, 24, 0));
@@ -127,7 +117,6 @@ TEST_F(BulkExportTest, SaysWhatItIsForWithAllSelected) {
     EXPECT_TRUE(find<QAbstractButton>(sheet, "densityLarge").isChecked());
     EXPECT_FALSE(find<QAbstractButton>(sheet, "densityCompact").isChecked());
     EXPECT_TRUE(find(sheet, "exportButton").isEnabled());
-    EXPECT_NE(dynamic_cast<ui::ProminentButton*>(&find(sheet, "exportButton")), nullptr);
 }
 
 TEST_F(BulkExportTest, ShowsTheSetsInTheShootsOrderWithTheNamesOfTheirItems) {
@@ -144,41 +133,15 @@ TEST_F(BulkExportTest, ShowsTheSetsInTheShootsOrderWithTheNamesOfTheirItems) {
 TEST_F(BulkExportTest, TheButtonOffersAllUntilAllAreSelected) {
     openMainWithSets(6);
     const auto& sheet = openBulkExport();
-    ASSERT_EQ(boxes(sheet).size(), 6U);
     click(*boxes(sheet).at(2));
-    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Selecteer alles");
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "5 geselecteerd");
-    click(sheet, "selectAllButton");
-    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "6 geselecteerd");
-    EXPECT_TRUE(boxes(sheet).at(2)->isChecked());
-    click(sheet, "selectAllButton");
-    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Selecteer alles");
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "0 geselecteerd");
-    EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
-    for (const auto* const box : boxes(sheet))
-        EXPECT_FALSE(box->isChecked());
-}
-
-TEST_F(BulkExportTest, AShootWithoutSetsHasNothingToSelect) {
-    const auto& sheet = openOnDisk(0);
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "0 geselecteerd");
-    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
-    EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
-    EXPECT_THAT(boxes(sheet), IsEmpty());
-    click(sheet, "selectAllButton");
-    EXPECT_EQ(textOf(sheet, "selectAllButton"), "Deselecteer alles");
-}
-
-TEST_F(BulkExportTest, StartsAfreshAtEachOpening) {
-    openMainWithSets(2);
-    const auto& first = openBulkExport();
-    click(*boxes(first).at(0));
-    click(first, "densityCompact");
-    click(first, "cancelButton");
-    const auto& second = openBulkExport();
-    EXPECT_EQ(textOf(second, "selectedCount"), "2 geselecteerd");
-    EXPECT_TRUE(find<QAbstractButton>(second, "densityLarge").isChecked());
+    for (const int selected : {5, 6, 0}) {
+        SCOPED_TRACE(selected);
+        EXPECT_EQ(textOf(sheet, "selectAllButton"), selected == 6 ? "Deselecteer alles" : "Selecteer alles");
+        EXPECT_EQ(textOf(sheet, "selectedCount"), QString("%1 geselecteerd").arg(selected));
+        EXPECT_EQ(find(sheet, "exportButton").isEnabled(), selected > 0);
+        EXPECT_EQ(std::ranges::count_if(boxes(sheet), &QCheckBox::isChecked), selected);
+        click(sheet, "selectAllButton");
+    }
 }
 
 TEST_F(BulkExportTest, TheRowsTextsAreTheBoxsLabel) {
@@ -220,14 +183,6 @@ TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
     EXPECT_THAT(m_folder.names(), IsEmpty());
 }
 
-TEST_F(BulkExportTest, ProposesTheShootsNameAsAFileMayHaveIt) {
-    openMain();
-    addShoot("A/B: zomer");
-    addSet("1", "Nike");
-    click(openBulkExport(), "exportButton");
-    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("A-B: zomer-QR-kaarten.pdf"));
-}
-
 TEST_F(BulkExportTest, PrintsTheSelectedSetsInTheShootsOrderWhateverTheyWereSelectedIn) {
     auto& sheet = openOnDisk(4);
     click(sheet, "selectAllButton");
@@ -236,8 +191,8 @@ TEST_F(BulkExportTest, PrintsTheSelectedSetsInTheShootsOrderWhateverTheyWereSele
     click(sheet, "exportButton");
     ASSERT_TRUE(awaitClosing());
     EXPECT_THAT(m_folder.names(), ElementsAre("kaarten.pdf"));
-    EXPECT_THAT(inOrder(printedText(), {"Merk4", "Merk3", "Merk2", "Merk1"}),
-                ElementsAre("Merk1", "Merk2", "Merk3"));
+    EXPECT_THAT(printedText(), ::testing::ContainsRegex("Merk1(.|\n)*Merk2(.|\n)*Merk3"));
+    EXPECT_THAT(printedText(), ::testing::Not(HasSubstr("Merk4")));
 }
 
 TEST_F(BulkExportTest, TheDensityDecidesHowManyPages) {
@@ -282,35 +237,34 @@ TEST_F(BulkExportTest, AnExportOfHalfASecondShowsHowFarItIs) {
 TEST_F(BulkExportTest, ACancelledExportLeavesNoFileAndTheSheetAsItWas) {
     auto& sheet = openOnDisk(60, held());
     click(*boxes(sheet).at(0));
-    click(sheet, "exportButton");
-    ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }));
-    auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
-    // Its Escape is a shortcut, which only the active window has.
-    ASSERT_TRUE(runUntil([&] { return progress.isActiveWindow(); }));
-    QTest::keyClick(&progress, Qt::Key_Escape);
-    ASSERT_TRUE(runUntil([&] { return progress.wasCanceled(); }));
-    m_mayDraw.release(60);
-    ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
-    settle();
-    // The one that was being drawn, of 59.
-    EXPECT_LE(m_cards, 1);
-    EXPECT_TRUE(isOpen("bulkExportSheet"));
-    EXPECT_FALSE(isOpen("exportProgress"));
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "59 geselecteerd");
-    EXPECT_THAT(m_folder.names(), IsEmpty());
+    // With the sheet's own button, and with Escape once its progress is shown.
+    for (const bool isShown : {false, true}) {
+        m_cards = 0;
+        click(sheet, "exportButton");
+        if (isShown) {
+            ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }));
+            auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
+            // Its Escape is a shortcut, which only the active window has.
+            ASSERT_TRUE(runUntil([&] { return progress.isActiveWindow(); }));
+            QTest::keyClick(&progress, Qt::Key_Escape);
+            ASSERT_TRUE(runUntil([&] { return progress.wasCanceled(); }));
+        } else {
+            click(sheet, "cancelButton");
+        }
+        m_mayDraw.release(60);
+        ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
+        settle();
+        // The one that was being drawn, of 59.
+        EXPECT_LE(m_cards, 1);
+        EXPECT_TRUE(isOpen("bulkExportSheet"));
+        EXPECT_FALSE(isOpen("exportProgress"));
+        EXPECT_EQ(textOf(sheet, "selectedCount"), "59 geselecteerd");
+        EXPECT_THAT(m_folder.names(), IsEmpty());
+        while (m_mayDraw.tryAcquire()) {
+        }
+    }
     click(sheet, "cancelButton");
     EXPECT_FALSE(isOpen("bulkExportSheet"));
-}
-
-TEST_F(BulkExportTest, CancellingTheSheetDuringAnExportGivesItUpFirst) {
-    auto& sheet = openOnDisk(40, held());
-    click(sheet, "exportButton");
-    click(sheet, "cancelButton");
-    m_mayDraw.release(40);
-    EXPECT_TRUE(isOpen("bulkExportSheet"));
-    ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
-    EXPECT_THAT(m_folder.names(), IsEmpty());
-    EXPECT_TRUE(isOpen("bulkExportSheet"));
 }
 
 TEST_F(BulkExportTest, TheWindowMayGoDuringAnExport) {

@@ -5,10 +5,9 @@
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QMimeData>
+#include <QTimer>
 #include <new>
-#include <ostream>
 
 namespace vantor::testing {
 namespace {
@@ -64,32 +63,44 @@ protected:
         click(sheet, "importButton");
         settleReads();
     }
+    static void import(const QWidget& sheet, const QString& text) {
+        paste(sheet, text);
+        import(sheet);
+    }
 
-    // As with the key that proposes to move what is dragged.
-    void drop(QWidget& onto, const QList<QUrl>& urls, Qt::DropActions possible = kCopyOrMove) {
+    // Whether it closes by itself, which is let happen now.
+    bool closes(const QDialog& sheet) {
+        const auto name = sheet.objectName().toStdString();
+        auto* const closing = sheet.findChild<QTimer*>("closing");
+        if (closing == nullptr || !closing->isActive())
+            return false;
+        EXPECT_EQ(closing->interval(), 1500);
+        closing->start(0);
+        return runUntil([&] { return !isOpen(name.c_str()); });
+    }
+
+    // As with the key that proposes to move what is dragged; whether it is taken.
+    static bool drop(QWidget& onto, const QList<QUrl>& urls, Qt::DropActions possible = kCopyOrMove) {
         QMimeData data;
         data.setUrls(urls);
         const QPoint middle = onto.rect().center();
         QDragEnterEvent enter(middle, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&onto, &enter);
-        m_accepted = enter.isAccepted();
-        if (!m_accepted)
-            return;
+        if (!enter.isAccepted())
+            return false;
         EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
         QDropEvent event(middle, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
         QApplication::sendEvent(&onto, &event);
         EXPECT_TRUE(event.isAccepted());
         EXPECT_EQ(event.dropAction(), Qt::CopyAction);
         settleReads();
+        return true;
     }
-
-    bool m_accepted = false;
 };
 
-TEST_F(CsvImportTest, ImportingSetsSaysWhatItIsFor) {
-    const auto& sheet = openSets();
-    EXPECT_EQ(sheet.windowTitle(), "Import CSV");
-    EXPECT_THAT(linesOf(sheet),
+TEST_F(CsvImportTest, SaysWhatItIsFor) {
+    const auto& sets = openSets();
+    EXPECT_THAT(linesOf(sets),
                 ElementsAre("Import CSV",
                             "Plak CSV data of kies een bestand. Kolommen: Set, Merk, Items (item/kleur, "
                             "item/kleur), Model, Locatie",
@@ -97,19 +108,14 @@ TEST_F(CsvImportTest, ImportingSetsSaysWhatItIsFor) {
                             "Voorbeeld:\nSet;Merk;Items;Model;Locatie\n1;Marvis;coated pants/brown, "
                             "sweater/blue navy;Anna;Studio A",
                             "Kies bestand...", "Annuleer / Importeer"));
-    EXPECT_EQ(sheet.size(), QSize(550, 400));
-    EXPECT_GE(editor(sheet).height(), 150);
-    EXPECT_TRUE(QFontInfo(editor(sheet).font()).fixedPitch());
-    EXPECT_TRUE(QFontInfo(find(sheet, "example").font()).fixedPitch());
-    EXPECT_EQ(find(sheet, "example").palette().color(QPalette::WindowText),
-              ui::theme::secondaryText(sheet.palette()));
-    EXPECT_NE(dynamic_cast<ui::ProminentButton*>(&find(sheet, "importButton")), nullptr);
-}
-
-TEST_F(CsvImportTest, ImportingProductsSaysWhatItIsFor) {
-    const auto& sheet = openProducts();
-    EXPECT_EQ(sheet.windowTitle(), "Import Productcatalogus");
-    EXPECT_THAT(linesOf(sheet),
+    EXPECT_GE(editor(sets).height(), 150);
+    EXPECT_TRUE(QFontInfo(editor(sets).font()).fixedPitch());
+    EXPECT_TRUE(QFontInfo(find(sets, "example").font()).fixedPitch());
+    EXPECT_EQ(find(sets, "example").palette().color(QPalette::WindowText),
+              ui::theme::secondaryText(sets.palette()));
+    click(sets, "cancelButton");
+    returnToMain();
+    EXPECT_THAT(linesOf(openProducts()),
                 ElementsAre("Import Productcatalogus",
                             "Plak CSV data of kies een bestand. Kolommen: Naam;Kleuren;Merk (kleuren "
                             "komma-gescheiden, merk optioneel — leeg = Algemeen, oudere exports zonder "
@@ -119,80 +125,56 @@ TEST_F(CsvImportTest, ImportingProductsSaysWhatItIsFor) {
                             "(text)", "Kies bestand...", "Annuleer / Importeer"));
 }
 
-TEST_F(CsvImportTest, StartsInTheEmptyEditorAndTabFollowsTheForm) {
-    const auto& sheet = openSets();
-    EXPECT_EQ(&focused(), &editor(sheet));
-    EXPECT_EQ(editor(sheet).toPlainText(), "");
-    EXPECT_FALSE(find(sheet, "importButton").isEnabled());
-    EXPECT_FALSE(isShown(sheet, "importResult"));
-    paste(sheet, "x");
-    EXPECT_THAT(tabWalk(), ElementsAre("csvText", "chooseFileButton", "cancelButton", "importButton"));
-}
-
 TEST_F(CsvImportTest, NeedsOnlyTextThatIsNotEmpty) {
     const auto& sheet = openSets();
-    paste(sheet, " ");
-    EXPECT_TRUE(find(sheet, "importButton").isEnabled());
-    paste(sheet, "\n");
-    EXPECT_TRUE(find(sheet, "importButton").isEnabled());
-    paste(sheet, "");
-    EXPECT_FALSE(find(sheet, "importButton").isEnabled());
-    QTest::keyClicks(&editor(sheet), "a");
-    EXPECT_TRUE(find(sheet, "importButton").isEnabled());
+    const auto& button = find(sheet, "importButton");
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_FALSE(isShown(sheet, "importResult"));
+    for (const auto* const text : {" ", "\n", "", "a"}) {
+        paste(sheet, text);
+        EXPECT_EQ(button.isEnabled(), *text != '\0') << '"' << text << '"';
+    }
+    EXPECT_THAT(tabWalk(), ElementsAre("csvText", "chooseFileButton", "cancelButton", "importButton"));
     QTest::keyClick(&editor(sheet), Qt::Key_Backspace);
-    EXPECT_FALSE(find(sheet, "importButton").isEnabled());
+    EXPECT_FALSE(button.isEnabled());
 }
 
-TEST_F(CsvImportTest, ImportsSetsTellsInGreenHowManyAndClosesAfterAMoment) {
+TEST_F(CsvImportTest, TellsInGreenHowManySetsItImportedAndClosesAfterAMoment) {
     const auto& sheet = openSets();
-    paste(sheet, kTwoSets);
-    QElapsedTimer since;
-    since.start();
-    import(sheet);
+    import(sheet, kTwoSets);
     ASSERT_TRUE(isShown(sheet, "importResult"));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
     EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
               ui::theme::green(main().palette()));
     EXPECT_TRUE(find(sheet, "importButton").isEnabled());
     EXPECT_THAT(shoot().sets, SizeIs(2));
-    ASSERT_TRUE(runUntil([&] { return !isOpen("importSheet"); }));
-    EXPECT_GE(since.elapsed(), 1450);
+    EXPECT_TRUE(closes(sheet));
 }
 
-TEST_F(CsvImportTest, ImportsProductsTellsHowManyAndClosesAfterAMoment) {
+TEST_F(CsvImportTest, TellsHowManyProductsItImportedAndClosesAfterAMoment) {
     const auto& sheet = openProducts();
-    paste(sheet, kTwoProducts);
-    QElapsedTimer since;
-    since.start();
-    import(sheet);
+    import(sheet, kTwoProducts);
     ASSERT_TRUE(isShown(sheet, "importResult"));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 producten geïmporteerd");
     EXPECT_THAT(rowTexts(this->sheet("catalogSheet"), "productName"), ElementsAre("jas", "riem"));
-    ASSERT_TRUE(runUntil([&] { return !isOpen("catalogImportSheet"); }));
-    EXPECT_GE(since.elapsed(), 1450);
+    EXPECT_TRUE(closes(sheet));
     EXPECT_TRUE(isOpen("catalogSheet"));
 }
 
 TEST_F(CsvImportTest, StaysOpenWhenNothingWasImported) {
-    const auto& sheet = openSets();
-    paste(sheet, "Set;Merk;Items;Model;Locatie");
-    import(sheet);
-    ASSERT_TRUE(isShown(sheet, "importResult"));
-    EXPECT_EQ(textOf(sheet, "importResult"), "0 sets geïmporteerd");
-    runFor(std::chrono::milliseconds(1800));
-    EXPECT_TRUE(isOpen("importSheet"));
+    const auto& sets = openSets();
+    import(sets, "Set;Merk;Items;Model;Locatie");
+    EXPECT_EQ(textOf(sets, "importResult"), "0 sets geïmporteerd");
+    EXPECT_FALSE(closes(sets));
     EXPECT_THAT(shoot().sets, IsEmpty());
-}
-
-TEST_F(CsvImportTest, StaysOpenWhenAllProductsExist) {
+    click(sets, "cancelButton");
+    returnToMain();
     addProduct("JAS");
     addProduct("riem");
-    const auto& sheet = openProducts();
-    paste(sheet, kTwoProducts);
-    import(sheet);
-    EXPECT_EQ(textOf(sheet, "importResult"), "0 producten geïmporteerd");
-    runFor(std::chrono::milliseconds(1800));
-    EXPECT_TRUE(isOpen("catalogImportSheet"));
+    const auto& products = openProducts();
+    import(products, kTwoProducts);
+    EXPECT_EQ(textOf(products, "importResult"), "0 producten geïmporteerd");
+    EXPECT_FALSE(closes(products));
     EXPECT_THAT(catalog().products(), SizeIs(2));
 }
 
@@ -203,25 +185,17 @@ TEST_F(CsvImportTest, PressingTwiceImportsTwice) {
     import(sheet);
     EXPECT_THAT(shoot().sets, SizeIs(4));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
-    EXPECT_TRUE(runUntil([&] { return !isOpen("importSheet"); }));
+    EXPECT_TRUE(closes(sheet));
 }
 
-TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedFor) {
+TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedForOrSaysThatItIsGone) {
     const auto id = addShoot("Texel");
     const auto& sheet = openSets();
-    paste(sheet, kTwoSets);
     addShoot("Ibiza");
-    import(sheet);
+    import(sheet, kTwoSets);
     EXPECT_THAT(shoot().sets, IsEmpty());
     EXPECT_THAT(manager().shoot(id)->sets, SizeIs(2));
-}
-
-TEST_F(CsvImportTest, SaysThatTheShootIsGoneAndKeepsTheText) {
-    const auto& sheet = openSets();
-    const auto id = shoot().id;
-    addShoot("Ibiza");
     manager().deleteShoot(id);
-    paste(sheet, kTwoSets);
     import(sheet);
     EXPECT_EQ(textOf(sheet, "importResult"), "Deze shoot bestaat niet meer.");
     EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
@@ -233,8 +207,7 @@ TEST_F(CsvImportTest, SaysThatTheShootIsGoneAndKeepsTheText) {
 
 TEST_F(CsvImportTest, DoesNothingWithoutAShoot) {
     const auto& sheet = openSetImport();
-    paste(sheet, kTwoSets);
-    import(sheet);
+    import(sheet, kTwoSets);
     EXPECT_FALSE(isShown(sheet, "importResult"));
     EXPECT_TRUE(isOpen("importSheet"));
 }
@@ -254,21 +227,19 @@ TEST_F(CsvImportTest, ALackOfMemoryEndsTheImportAndNothingElse) {
     m_services.clock = []() -> Timestamp { throw std::bad_alloc(); };
     const auto& sheet = openSets();
     m_services.clock = m_clock.clock();
-    paste(sheet, kTwoSets);
-    import(sheet);
+    import(sheet, kTwoSets);
     EXPECT_EQ(textOf(sheet, "importResult"), "Er is te weinig geheugen voor deze lijst");
     EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
     EXPECT_THAT(shoot().sets, IsEmpty());
 }
 
 TEST_F(CsvImportTest, RefusesAListOfMoreThanAHundredThousandLines) {
-    for (const auto* const name : {"importSheet", "catalogImportSheet"}) {
-        const auto& sheet = std::string(name) == "importSheet" ? openSets() : openProducts();
-        paste(sheet, "Set;Merk\n" + QString("1;B\n \n").repeated(100'000));
-        import(sheet);
+    for (const bool ofSets : {true, false}) {
+        auto& sheet = ofSets ? openSets() : openProducts();
+        import(sheet, "Set;Merk\n" + QString("1;B\n \n").repeated(100'000));
         EXPECT_EQ(textOf(sheet, "importResult"), "De lijst heeft 100.001 regels; meer dan 100.000 kan niet");
         EXPECT_TRUE(find(sheet, "importButton").isEnabled());
-        const_cast<QDialog&>(sheet).close();
+        sheet.close();
         settle();
     }
     EXPECT_THAT(shoot().sets, IsEmpty());
@@ -277,26 +248,23 @@ TEST_F(CsvImportTest, RefusesAListOfMoreThanAHundredThousandLines) {
 
 TEST_F(CsvImportTest, CancellingDuringTheMomentLeavesTheNextOneOpen) {
     const auto& sheet = openSets();
-    paste(sheet, kTwoSets);
-    import(sheet);
+    import(sheet, kTwoSets);
     click(sheet, "cancelButton");
     EXPECT_FALSE(isOpen("importSheet"));
     const auto& next = openSets();
-    EXPECT_EQ(editor(next).toPlainText(), "");
     EXPECT_FALSE(isShown(next, "importResult"));
-    runFor(std::chrono::milliseconds(1700));
-    EXPECT_TRUE(isOpen("importSheet"));
+    EXPECT_FALSE(closes(next));
 }
 
 TEST_F(CsvImportTest, ShowsTheChosenFileInPlaceOfWhatWasThere) {
     const auto& sheet = openSets();
     paste(sheet, "oud");
-    chooseFile(sheet, "\xEF\xBB\xBFSet;Merk\r\n1;Zoé");
-    EXPECT_EQ(editor(sheet).toPlainText(), QString::fromUtf8("Set;Merk\n1;Zoé"));
+    chooseFile(sheet, "\xEF\xBB\xBFSet;Merk\r\n1;Café\u00A0Zürich");
+    EXPECT_EQ(editor(sheet).toPlainText(), QString::fromUtf8("Set;Merk\n1;Café Zürich"));
     EXPECT_THAT(m_dialogs.openedTypes, ElementsAre(ElementsAre("csv", "txt")));
     import(sheet);
     ASSERT_THAT(shoot().sets, SizeIs(1));
-    EXPECT_EQ(shoot().sets.front().brand, "Zoé");
+    EXPECT_EQ(shoot().sets.front().brand, "Café\u00A0Zürich") << "spaces that must not break are kept";
 }
 
 TEST_F(CsvImportTest, AnEmptyFileEmptiesTheEditor) {
@@ -315,10 +283,6 @@ TEST_F(CsvImportTest, AFileThatCannotBeReadChangesNothing) {
     m_files.unreadable.insert("/tmp/in.csv");
     chooseFile(sheet, "goed");
     EXPECT_EQ(editor(sheet).toPlainText(), "oud");
-    m_dialogs.whatToOpen = "/tmp/geen.csv";
-    click(sheet, "chooseFileButton");
-    settleReads();
-    EXPECT_EQ(editor(sheet).toPlainText(), "oud");
     m_dialogs.whatToOpen.reset();
     click(sheet, "chooseFileButton");
     EXPECT_EQ(editor(sheet).toPlainText(), "oud");
@@ -327,27 +291,13 @@ TEST_F(CsvImportTest, AFileThatCannotBeReadChangesNothing) {
 
 TEST_F(CsvImportTest, TakesADroppedFile) {
     auto& sheet = openSets();
+    const auto file = QUrl::fromLocalFile("/tmp/mijn sets.csv");
     m_files.files["/tmp/mijn sets.csv"] = kTwoSets;
-    drop(sheet, {QUrl::fromLocalFile("/tmp/mijn sets.csv")});
-    EXPECT_TRUE(m_accepted);
+    EXPECT_TRUE(drop(sheet, {file}));
     EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
-    drop(sheet, {QUrl("https://vantor.example/sets.csv")});
-    EXPECT_FALSE(m_accepted);
-    drop(sheet, {});
-    EXPECT_FALSE(m_accepted);
-    drop(sheet, {QUrl::fromLocalFile("/tmp/mijn sets.csv")}, Qt::MoveAction);
-    EXPECT_FALSE(m_accepted) << "a file that could only be moved";
-}
-
-TEST_F(CsvImportTest, AFileReadWhileTheSheetClosesIsForgotten) {
-    const auto& sheet = openSets();
-    m_files.files["/tmp/in.csv"] = kTwoSets;
-    m_dialogs.whatToOpen = "/tmp/in.csv";
-    QTest::mouseClick(&find<QAbstractButton>(sheet, "chooseFileButton"), Qt::LeftButton);
-    click(sheet, "cancelButton");
-    settleReads();
-    EXPECT_FALSE(isOpen("importSheet"));
-    EXPECT_THAT(shoot().sets, IsEmpty());
+    EXPECT_FALSE(drop(sheet, {QUrl("https://vantor.example/sets.csv")}));
+    EXPECT_FALSE(drop(sheet, {}));
+    EXPECT_FALSE(drop(sheet, {file}, Qt::MoveAction)) << "a file that could only be moved";
 }
 
 // A line of a set for each number, twenty characters long.
@@ -383,73 +333,53 @@ TEST_F(CsvImportTest, ShowsTheBeginningOfAVeryLongTextAndImportsAllOfIt) {
 
 TEST_F(CsvImportTest, EmptyingOrReplacingTheShownBeginningForgetsTheRest) {
     const auto& sheet = openSets();
-    paste(sheet, numberedSets(1, 90000));
-    paste(sheet, "");
-    EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
-    EXPECT_FALSE(find(sheet, "importButton").isEnabled());
-    paste(sheet, numberedSets(1, 90000));
-    paste(sheet, "Set;Merk\n1;Nike");
-    EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
+    for (const auto* const text : {"", "Set;Merk\n1;Nike"}) {
+        paste(sheet, numberedSets(1, 90000));
+        EXPECT_TRUE(isShown(sheet, "onlyBeginning"));
+        paste(sheet, text);
+        EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
+        EXPECT_EQ(find(sheet, "importButton").isEnabled(), *text != '\0');
+    }
     import(sheet);
     EXPECT_THAT(shoot().sets, SizeIs(1));
 }
 
 TEST_F(CsvImportTest, ALineWithoutEndIsNotShownWholeButImportedWhole) {
     const auto& sheet = openSets();
-    const QString brand(200001, 'x');
-    chooseFile(sheet, ("Set;Merk\n1;" + brand + "\n2;Zara").toStdString());
+    const std::string brand(200001, 'x');
+    chooseFile(sheet, "Set;Merk\n1;" + brand + "\n2;Zara");
     ASSERT_TRUE(isShown(sheet, "onlyBeginning"));
     EXPECT_LE(editor(sheet).document()->characterCount(), 60000);
     import(sheet);
     ASSERT_THAT(shoot().sets, SizeIs(2));
-    EXPECT_TRUE(
-        std::ranges::any_of(shoot().sets, [&](const auto& set) { return set.brand == brand.toStdString(); }));
+    EXPECT_TRUE(std::ranges::any_of(shoot().sets, [&](const auto& set) { return set.brand == brand; }));
 }
 
-TEST_F(CsvImportTest, KeepsSpacesThatMustNotBreak) {
-    const auto& sheet = openSets();
-    paste(sheet, QString::fromUtf8("Set;Merk\n1;Café\u00A0Zürich"));
-    import(sheet);
-    EXPECT_EQ(shoot().sets.front().brand, "Café\u00A0Zürich");
-}
-
-TEST_F(CsvImportTest, ReturnWritesALineAndEscapeCloses) {
+TEST_F(CsvImportTest, ReturnWritesALine) {
     const auto& sheet = openSets();
     QTest::keyClicks(&editor(sheet), "1;Nike");
     QTest::keyClick(&editor(sheet), Qt::Key_Return);
     QTest::keyClicks(&editor(sheet), "2;Zara");
     EXPECT_EQ(editor(sheet).toPlainText(), "1;Nike\n2;Zara");
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(isOpen("importSheet"));
-    EXPECT_THAT(shoot().sets, IsEmpty());
 }
 
-struct DefaultBrandCase {
-    const char* chosen;
-    const char* expected;
-};
-
-void PrintTo(const DefaultBrandCase& each, std::ostream* out) {
-    *out << each.chosen;
-}
-
-class DefaultBrandTest : public CsvImportTest, public ::testing::WithParamInterface<DefaultBrandCase> {};
-
-TEST_P(DefaultBrandTest, LinesWithoutABrandColumnGetTheOneThatIsChosen) {
+TEST_F(CsvImportTest, LinesWithoutABrandColumnGetTheOneThatIsChosen) {
     catalog().addBrand("Nike");
     auto& below = openCatalog();
-    choose(find<QComboBox>(below, "brandPicker"), GetParam().chosen);
-    const auto& sheet = openCatalogImport();
-    paste(sheet, "Naam;Kleuren\njas;rood");
-    import(sheet);
-    ASSERT_THAT(catalog().products(), SizeIs(1));
-    EXPECT_EQ(catalog().products().front().brand, GetParam().expected);
+    for (const auto& [chosen, brand] :
+         {std::pair("Alle merken", ""), std::pair("Algemeen", ""), std::pair("Nike", "Nike")}) {
+        choose(find<QComboBox>(below, "brandPicker"), chosen);
+        auto& sheet = openCatalogImport();
+        import(sheet, QString("Naam;Kleuren\njas voor %1;rood").arg(chosen));
+        const auto& products = catalog().products();
+        const auto made = std::ranges::find(products, std::string("jas voor ") + chosen,
+                                            [](const auto& product) { return product.name; });
+        ASSERT_NE(made, products.end()) << chosen;
+        EXPECT_EQ(made->brand, brand) << chosen;
+        sheet.close();
+        settle();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Filters, DefaultBrandTest,
-                         ::testing::Values(DefaultBrandCase{"Alle merken", ""},
-                                           DefaultBrandCase{"Algemeen", ""},
-                                           DefaultBrandCase{"Nike", "Nike"}));
 
 } // namespace
 } // namespace vantor::testing

@@ -64,48 +64,72 @@ TEST_P(EverySheetTest, BlocksItsWindowAndStartsWhereItIsFirstTyped) {
     EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
     EXPECT_NE(sheet.parentWidget(), nullptr);
     EXPECT_EQ(focused().objectName(), GetParam().focus);
-}
+    const QSize first = GetParam().size;
+    EXPECT_EQ(sheet.size(),
+              QSize(first.width(), first.height() != 0 ? first.height() : sheet.maximumHeight()));
 
-TEST_P(EverySheetTest, ItsTitleStandsOut) {
-    const auto& sheet = openIt();
     const auto& title = find<QLabel>(sheet, "sheetTitle");
     EXPECT_EQ(title.text(), sheet.windowTitle());
     EXPECT_TRUE(title.font().bold());
     EXPECT_GT(title.font().pointSizeF(), 1.3 * ui::theme::bodyFont().pointSizeF());
+    const auto prominent =
+        std::ranges::count_if(sheet.findChildren<QPushButton*>(), [&](const QPushButton* button) {
+            return button->window() == &sheet && dynamic_cast<const ui::ProminentButton*>(button) != nullptr;
+        });
+    EXPECT_EQ(prominent, GetParam().name == std::string("shortcutsSheet") ? 0 : 1);
 }
 
-TEST_P(EverySheetTest, EscapeClosesItAloneAndChangesNothing) {
-    const auto& sheet = openIt();
-    const auto before = m_files.files;
-    const auto* const below = sheet.parentWidget();
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(isOpen(GetParam().name));
-    EXPECT_TRUE(below->isVisible());
-    EXPECT_EQ(m_files.files, before);
-}
-
-TEST_P(EverySheetTest, ReturnOnNothingInParticularPressesNoButton) {
+TEST_P(EverySheetTest, OnlyEscapeClosesItAloneAndChangesNothing) {
     auto& sheet = openIt();
     const auto before = m_files.files;
+    const auto* const below = sheet.parentWidget();
     // On a button that has the focus Return is Space.
     if (auto* const focused = sheet.focusWidget())
         focused->clearFocus();
     QTest::keyClick(&sheet, Qt::Key_Return);
     settle();
     EXPECT_TRUE(isOpen(GetParam().name));
-    EXPECT_EQ(m_files.files, before);
     EXPECT_TRUE(m_dialogs.proposedNames.empty());
+    QTest::keyClick(&sheet, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(isOpen(GetParam().name));
+    EXPECT_TRUE(below->isVisible());
+    EXPECT_EQ(m_files.files, before);
+    if (below == m_main.get()) {
+        returnToMain();
+        EXPECT_EQ(focused().objectName(), "scannerField");
+    }
 }
 
-TEST_P(EverySheetTest, OpensAtItsSizeWhereItsContentsNeedNoMore) {
-    const auto& sheet = openIt();
-    const QSize first = GetParam().size;
-    EXPECT_EQ(sheet.width(), first.width());
-    if (first.height() != 0) {
-        EXPECT_EQ(sheet.height(), first.height());
-    } else {
-        EXPECT_EQ(sheet.height(), sheet.maximumHeight());
+// What can be changed in a sheet.
+std::vector<QString> stateOf(const QWidget& sheet) {
+    std::vector<QString> state;
+    for (const auto* const field : sheet.findChildren<QLineEdit*>())
+        state.push_back(field->text());
+    for (const auto* const editor : sheet.findChildren<QPlainTextEdit*>())
+        state.push_back(editor->toPlainText());
+    for (const auto* const box : sheet.findChildren<QComboBox*>())
+        state.push_back(box->currentText());
+    for (const auto* const button : sheet.findChildren<QAbstractButton*>())
+        state.push_back(button->isChecked() ? "checked" : "");
+    return state;
+}
+
+TEST_P(EverySheetTest, StartsAfreshAtEachOpening) {
+    auto& first = openIt();
+    const auto before = stateOf(first);
+    for (auto* const field : first.findChildren<QLineEdit*>())
+        field->setText("half");
+    for (auto* const editor : first.findChildren<QPlainTextEdit*>())
+        editor->setPlainText("half");
+    for (auto* const box : first.findChildren<QComboBox*>())
+        box->setCurrentIndex(box->count() - 1);
+    for (auto* const button : first.findChildren<QAbstractButton*>()) {
+        if (button->isCheckable() && !button->isChecked())
+            button->click();
     }
+    closeSheets();
+    EXPECT_EQ(stateOf(openIt()), before);
 }
 
 TEST_P(EverySheetTest, NamesEachControlForAssistiveTechnology) {
@@ -130,30 +154,14 @@ TEST_P(EverySheetTest, NamesEachControlForAssistiveTechnology) {
     EXPECT_EQ(whole->role(), QAccessible::Dialog);
 }
 
-TEST_P(EverySheetTest, HasOneProminentButtonAtMost) {
-    const auto& sheet = openIt();
-    std::size_t prominent = 0;
-    for (auto* const button : sheet.findChildren<QPushButton*>()) {
-        if (button->window() == &sheet && dynamic_cast<ui::ProminentButton*>(button) != nullptr)
-            ++prominent;
-    }
-    EXPECT_EQ(prominent, GetParam().name == std::string("shortcutsSheet") ? 0U : 1U);
-}
-
 TEST_P(EverySheetTest, ManyOpeningsAndClosingsLeaveNothingBehind) {
     const auto count = [] { return QApplication::allWidgets().size(); };
     openIt();
-    const auto close = [] {
-        while (auto* const modal = QApplication::activeModalWidget()) {
-            modal->close();
-            settle();
-        }
-    };
-    close();
+    closeSheets();
     const auto before = count();
     for (int i = 0; i < 3; ++i) {
         openIt();
-        close();
+        closeSheets();
     }
     EXPECT_EQ(count(), before);
 }

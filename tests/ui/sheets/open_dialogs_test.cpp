@@ -151,10 +151,7 @@ TEST_P(EveryOpenDialogTest, OutlivesWhatComesOverItAndGoesWithWhatAsked) {
     } else {
         EXPECT_EQ(m_files.files, before);
     }
-    while (auto* const modal = QApplication::activeModalWidget()) {
-        modal->close();
-        settle();
-    }
+    closeSheets();
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EveryOpenDialogTest,

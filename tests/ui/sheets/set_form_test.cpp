@@ -44,38 +44,33 @@ protected:
     [[nodiscard]] const SetData& newest() { return shoot().sets.front(); }
 };
 
-TEST_F(SetFormTest, NewSetSaysWhatItIsFor) {
-    const auto& sheet = openNewSet();
-    EXPECT_EQ(sheet.windowTitle(), "Nieuwe Set");
-    EXPECT_THAT(linesOf(sheet),
-                ElementsAre("Nieuwe Set", "Set nummer", "[]", "Merk", "[bijv. Marvis]", "Model", "[Naam]",
-                            "Locatie", "[Studio]", "E-mail (optioneel)",
-                            "[bijv. voor portretsessies per persoon]", "Items", "[Item] / [Kleur]",
-                            "+ Item toevoegen / Uit catalogus", "Annuleer / Toevoegen"));
-}
-
-TEST_F(SetFormTest, EditSetSaysWhatItIsForAndHasNoExampleOfABrand) {
+TEST_F(SetFormTest, SaysWhatItIsForAndTakesAsManyItemsAsItHas) {
     addSet("7", "Nike", {SetItem::make("jurk", "rood"), SetItem::make("jas", "")});
-    const auto& sheet = openEditSet();
-    EXPECT_EQ(sheet.windowTitle(), "Set bewerken");
-    EXPECT_THAT(linesOf(sheet),
-                ElementsAre("Set bewerken", "Set nummer", "[]", "Merk", "[]", "Model", "[Naam]", "Locatie",
-                            "[Studio]", "E-mail (optioneel)", "[bijv. voor portretsessies per persoon]",
-                            "Items", "[Item] / [Kleur] / {Item verwijderen}",
-                            "[Item] / [Kleur] / {Item verwijderen}", "+ Item toevoegen / Uit catalogus",
-                            "Annuleer / Opslaan"));
-}
-
-TEST_F(SetFormTest, HasItsStatedWidths) {
-    const auto check = [](const QWidget& sheet) {
-        EXPECT_EQ(sheet.width(), 450);
+    for (const bool edits : {false, true}) {
+        const auto& sheet = edits ? openEditSet() : openNewSet();
+        // What is edited needs no example of a brand.
+        std::vector<std::string> expected{edits ? "Set bewerken" : "Nieuwe Set",
+                                          "Set nummer",
+                                          "[]",
+                                          "Merk",
+                                          edits ? "[]" : "[bijv. Marvis]",
+                                          "Model",
+                                          "[Naam]",
+                                          "Locatie",
+                                          "[Studio]",
+                                          "E-mail (optioneel)",
+                                          "[bijv. voor portretsessies per persoon]",
+                                          "Items"};
+        expected.insert(expected.end(), edits ? 2 : 1,
+                        edits ? "[Item] / [Kleur] / {Item verwijderen}" : "[Item] / [Kleur]");
+        expected.insert(expected.end(), {"+ Item toevoegen / Uit catalogus",
+                                         edits ? "Annuleer / Opslaan" : "Annuleer / Toevoegen"});
+        EXPECT_EQ(linesOf(sheet), expected);
         EXPECT_EQ(find(sheet, "setNumberField").width(), 60);
-        EXPECT_EQ(find(sheet, "itemColor").width(), 100);
-        EXPECT_NE(dynamic_cast<ui::ProminentButton*>(&find(sheet, "confirmButton")), nullptr);
+        EXPECT_EQ(field(sheet, "itemColor", 0).width(), 100);
         click(sheet, "cancelButton");
-    };
-    check(openNewSet());
-    check(openEditSet());
+        returnToMain();
+    }
 }
 
 TEST_F(SetFormTest, LabelsAndSmallButtonsAreCaptions) {
@@ -105,108 +100,75 @@ TEST_F(SetFormTest, TabFollowsTheFormAlsoThroughLinesThatWereAdded) {
                                        "cancelButton", "confirmButton"));
 }
 
-TEST_F(SetFormTest, StartsInTheSetNumberWithOneBlankLine) {
-    const auto& sheet = openNewSet();
-    EXPECT_EQ(&focused(), &find(sheet, "setNumberField"));
-    for (const auto* const name :
-         {"setNumberField", "brandField", "modelField", "locationField", "emailField"})
-        EXPECT_EQ(textOf(sheet, name), "") << name;
-    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("", "")));
-    EXPECT_THAT(removers(sheet), IsEmpty());
-    EXPECT_FALSE(find(sheet, "confirmButton").isEnabled());
-}
-
 TEST_F(SetFormTest, NeedsABrandOrANamedItem) {
     const auto& sheet = openNewSet();
     const auto& add = find(sheet, "confirmButton");
-    for (const auto* const name : {"setNumberField", "modelField", "locationField", "emailField"}) {
+    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("", "")));
+    EXPECT_THAT(removers(sheet), IsEmpty());
+    for (const auto* const name :
+         {"setNumberField", "modelField", "locationField", "emailField", "itemColor"}) {
+        EXPECT_EQ(textOf(sheet, name), "") << name;
         type(sheet, name, "x");
         EXPECT_FALSE(add.isEnabled()) << name;
     }
-    type(field(sheet, "itemColor", 0), "rood");
-    EXPECT_FALSE(add.isEnabled());
-    type(field(sheet, "itemName", 0), " ");
-    EXPECT_TRUE(add.isEnabled());
-    type(field(sheet, "itemName", 0), "");
-    EXPECT_FALSE(add.isEnabled());
-    type(sheet, "brandField", " ");
-    EXPECT_TRUE(add.isEnabled());
-    type(sheet, "brandField", "");
-    EXPECT_FALSE(add.isEnabled());
+    press(Qt::Key_Return);
+    EXPECT_TRUE(isOpen("newSetSheet"));
+    for (const auto* const name : {"itemName", "brandField"}) {
+        type(sheet, name, " ");
+        EXPECT_TRUE(add.isEnabled()) << name;
+        type(sheet, name, "");
+        EXPECT_FALSE(add.isEnabled()) << name;
+    }
+    type(sheet, "itemName", "jas");
+    click(sheet, "addItemButton");
+    ASSERT_TRUE(add.isEnabled());
+    click(*removers(sheet).at(0));
+    EXPECT_FALSE(add.isEnabled()) << "the only line with a name was removed";
 }
 
-TEST_F(SetFormTest, ABrandAloneIsASetWithTheNextNumberAndNoItems) {
+TEST_F(SetFormTest, StoresWhatWasTypedInTheShootItWasOpenedFor) {
+    const auto meant = shoot().id;
     const auto& sheet = openNewSet();
-    m_clock.set({795173999});
-    type(sheet, "brandField", "Nike");
-    click(sheet, "confirmButton");
-    EXPECT_FALSE(isOpen("newSetSheet"));
-    ASSERT_THAT(shoot().sets, SizeIs(3));
-    EXPECT_EQ(newest().setNumber, "3");
-    EXPECT_EQ(newest().brand, "Nike");
-    EXPECT_THAT(newest().items, IsEmpty());
-    EXPECT_EQ(newest().timestamp.secondsSinceReference, 795173999);
-    EXPECT_EQ(newest().taggedCount, 0);
-}
-
-TEST_F(SetFormTest, StoresTextsAsTypedAndOnlyLinesWithAName) {
-    const auto& sheet = openNewSet();
-    type(sheet, "setNumberField", " 12b ");
-    type(sheet, "brandField", " Nike");
-    type(sheet, "modelField", "Anna ");
-    type(sheet, "locationField", " Studio A");
-    type(sheet, "emailField", "a@b.nl ");
+    const std::map<const char*, QString> typed{{"setNumberField", " 12b "},
+                                               {"brandField", " Nike"},
+                                               {"modelField", "Anna "},
+                                               {"locationField", " Studio A"},
+                                               {"emailField", "a@b.nl "}};
+    for (const auto& [name, text] : typed)
+        type(sheet, name, text);
     type(field(sheet, "itemColor", 0), "rood");
     click(sheet, "addItemButton");
+    EXPECT_EQ(&focused(), &field(sheet, "itemName", 1)) << "a new line takes the focus";
     type(field(sheet, "itemName", 1), " jas ");
     type(field(sheet, "itemColor", 1), " blauw");
-    click(sheet, "addItemButton");
-    click(sheet, "addItemButton");
-    type(field(sheet, "itemName", 3), "broek");
+    addShoot("Texel");
     click(sheet, "confirmButton");
-
-    EXPECT_EQ(newest().setNumber, " 12b ");
-    EXPECT_EQ(newest().brand, " Nike");
-    EXPECT_EQ(newest().model, "Anna ");
-    EXPECT_EQ(newest().location, " Studio A");
-    EXPECT_EQ(newest().email, "a@b.nl ");
-    EXPECT_THAT(items(newest()), ElementsAre(std::pair(" jas ", " blauw"), std::pair("broek", "")));
-}
-
-TEST_F(SetFormTest, NewItemLineTakesTheFocus) {
-    const auto& sheet = openNewSet();
-    click(sheet, "addItemButton");
-    EXPECT_EQ(&focused(), &field(sheet, "itemName", 1));
-    EXPECT_THAT(lines(sheet), SizeIs(2));
-    click(sheet, "addItemButton");
-    EXPECT_EQ(&focused(), &field(sheet, "itemName", 2));
+    EXPECT_FALSE(isOpen("newSetSheet"));
+    EXPECT_THAT(shoot().sets, IsEmpty());
+    const auto& made = manager().shoot(meant)->sets.front();
+    EXPECT_EQ(made.setNumber, " 12b ");
+    EXPECT_EQ(made.brand, " Nike");
+    EXPECT_EQ(made.model, "Anna ");
+    EXPECT_EQ(made.location, " Studio A");
+    EXPECT_EQ(made.email, "a@b.nl ");
+    EXPECT_THAT(items(made), ElementsAre(std::pair(" jas ", " blauw")));
 }
 
 TEST_F(SetFormTest, RemovingLinesStopsAtOne) {
     const auto& sheet = openNewSet();
-    click(sheet, "addItemButton");
-    click(sheet, "addItemButton");
-    type(field(sheet, "itemName", 0), "een");
-    type(field(sheet, "itemName", 1), "twee");
-    type(field(sheet, "itemName", 2), "drie");
+    for (const int line : {0, 1, 2}) {
+        if (line > 0)
+            click(sheet, "addItemButton");
+        type(field(sheet, "itemName", line), QString::number(line));
+    }
     ASSERT_THAT(removers(sheet), SizeIs(3));
     click(*removers(sheet).at(1));
-    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("een", ""), std::pair("drie", "")));
-    ASSERT_THAT(removers(sheet), SizeIs(2));
+    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("0", ""), std::pair("2", "")));
     click(*removers(sheet).at(0));
-    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("drie", "")));
+    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("2", "")));
     EXPECT_THAT(removers(sheet), IsEmpty());
     click(sheet, "addItemButton");
     EXPECT_THAT(removers(sheet), SizeIs(2));
-}
-
-TEST_F(SetFormTest, RemovingTheOnlyNamedLineTakesTheButtonBack) {
-    const auto& sheet = openNewSet();
-    type(field(sheet, "itemName", 0), "jas");
-    click(sheet, "addItemButton");
-    ASSERT_TRUE(find(sheet, "confirmButton").isEnabled());
-    click(*removers(sheet).at(0));
-    EXPECT_FALSE(find(sheet, "confirmButton").isEnabled());
 }
 
 TEST_F(SetFormTest, TabScrollsTheLineItComesToIntoSight) {
@@ -237,37 +199,16 @@ TEST_F(SetFormTest, ReturnGoesFromFieldToFieldAndAddsFromTheLastOnly) {
     const auto& sheet = openNewSet();
     click(sheet, "addItemButton");
     type(sheet, "brandField", "Nike");
-    for (auto* const field : std::vector<QWidget*>{
-             &find(sheet, "setNumberField"), &find(sheet, "brandField"), &find(sheet, "modelField"),
-             &find(sheet, "locationField"), &find(sheet, "emailField"), &field(sheet, "itemName", 0),
-             &field(sheet, "itemColor", 0), &field(sheet, "itemName", 1), &field(sheet, "itemColor", 1)}) {
-        if (field->objectName() == QLatin1String("setNumberField"))
-            field->setFocus();
-        ASSERT_EQ(&focused(), field);
+    find(sheet, "setNumberField").setFocus();
+    std::vector<std::string> walked;
+    while (isOpen("newSetSheet") && walked.size() < 20) {
         ASSERT_THAT(shoot().sets, SizeIs(2));
+        walked.push_back(focused().objectName().toStdString());
         press(Qt::Key_Return);
     }
-    EXPECT_FALSE(isOpen("newSetSheet"));
+    EXPECT_THAT(walked, ElementsAre("setNumberField", "brandField", "modelField", "locationField",
+                                    "emailField", "itemName", "itemColor", "itemName", "itemColor"));
     EXPECT_THAT(shoot().sets, SizeIs(3));
-}
-
-TEST_F(SetFormTest, ReturnInTheLastFieldAddsNothingWhileThatIsNotPossible) {
-    const auto& sheet = openNewSet();
-    find(sheet, "itemColor").setFocus();
-    press(Qt::Key_Return);
-    EXPECT_TRUE(isOpen("newSetSheet"));
-    EXPECT_THAT(shoot().sets, SizeIs(2));
-}
-
-TEST_F(SetFormTest, AddsToTheShootItWasOpenedFor) {
-    const auto meant = shoot().id;
-    const auto& sheet = openNewSet();
-    type(sheet, "brandField", "Nike");
-    addShoot("Texel");
-    click(sheet, "confirmButton");
-    EXPECT_FALSE(isOpen("newSetSheet"));
-    EXPECT_THAT(shoot().sets, IsEmpty());
-    EXPECT_EQ(manager().shoot(meant)->sets.front().setNumber, "3");
 }
 
 TEST_F(SetFormTest, SaysWhatIsGoneAndKeepsWhatWasTyped) {
@@ -287,17 +228,6 @@ TEST_F(SetFormTest, SaysWhatIsGoneAndKeepsWhatWasTyped) {
         settle();
         returnToMain();
     }
-}
-
-TEST_F(SetFormTest, CancellingAddsNothingAndTheNextStartsAfresh) {
-    const auto& sheet = openNewSet();
-    type(sheet, "brandField", "Nike");
-    click(sheet, "addItemButton");
-    click(sheet, "cancelButton");
-    EXPECT_THAT(shoot().sets, SizeIs(2));
-    const auto& again = openNewSet();
-    EXPECT_EQ(textOf(again, "brandField"), "");
-    EXPECT_THAT(lines(again), SizeIs(1));
 }
 
 TEST_F(SetFormTest, EditingShowsTheSetAndKeepsWhatIsNotOnTheForm) {
@@ -328,34 +258,6 @@ TEST_F(SetFormTest, EditingShowsTheSetAndKeepsWhatIsNotOnTheForm) {
     EXPECT_EQ(newest().email, "anna@example.nl");
     EXPECT_THAT(items(newest()), ElementsAre(std::pair("coated pants", "brown")));
     EXPECT_NE(newest().items.front().id, set.items.front().id);
-}
-
-TEST_F(SetFormTest, EditingMayEmptyEverything) {
-    addSet("7", "Nike", {SetItem::make("jas", "rood")});
-    const auto& sheet = openEditSet();
-    type(sheet, "setNumberField", "");
-    type(sheet, "brandField", "");
-    type(field(sheet, "itemName", 0), "");
-    ASSERT_TRUE(find(sheet, "confirmButton").isEnabled());
-    click(sheet, "confirmButton");
-    EXPECT_EQ(newest().setNumber, "");
-    EXPECT_EQ(newest().brand, "");
-    EXPECT_THAT(newest().items, IsEmpty());
-}
-
-TEST_F(SetFormTest, EditingASetWithoutItemsShowsABlankLine) {
-    const auto& sheet = openEditSet();
-    EXPECT_THAT(lines(sheet), ElementsAre(std::pair("", "")));
-    EXPECT_THAT(removers(sheet), IsEmpty());
-}
-
-TEST_F(SetFormTest, CancellingAnEditChangesNothing) {
-    const auto& sheet = openEditSet();
-    type(sheet, "brandField", "Nike");
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(isOpen("editSetSheet"));
-    EXPECT_EQ(newest().brand, "Marvis");
-    EXPECT_EQ(textOf(openEditSet(), "brandField"), "Marvis");
 }
 
 } // namespace

@@ -6,10 +6,6 @@
 
 namespace vantor::testing {
 
-// What a sheet says, line by line from its top, each line from left to right. Fields stand as "[placeholder]",
-// boxes as "<first entry>", lists as "(list)", editors as "(text)". Rows of lists are left out.
-[[nodiscard]] std::vector<std::string> linesOf(const QWidget& sheet);
-
 // The names of what Tab comes to, from where the focus is until it is there again.
 [[nodiscard]] std::vector<std::string> tabWalk();
 
