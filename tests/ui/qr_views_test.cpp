@@ -191,22 +191,13 @@ TEST_F(QrSheet, ShowsTheCodeAtItsSize) {
     EXPECT_NEAR(black.height(), 250 - 2 * module, 1.5);
 }
 
-TEST_F(QrSheet, SavesALargePicture) {
-    auto& opened = openSheetFor(noorderlicht());
-    m_dialogs.whereToSave = "/out/code.png";
-    click(opened, "saveButton");
-    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("SET-12-Noorderlicht.png"));
-    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("png")));
-    const auto image = QImage::fromData(QByteArray::fromStdString(m_files.files["/out/code.png"]), "PNG");
-    EXPECT_EQ(image.size(), QSize(600, 600));
-    EXPECT_EQ(readByZxing(grayOf(image)), m_set.toQRText());
-}
-
-TEST_F(QrSheet, TellsInItsOwnStripWhenNothingIsSaved) {
+TEST_F(QrSheet, SavesALargePictureAndTellsInItsOwnStripWhatBecameOfIt) {
     auto& opened = openSheetFor(noorderlicht());
     const auto before = m_files.files;
     click(opened, "saveButton");
     EXPECT_FALSE(isShown(opened, "noticeStrip"));
+    EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("SET-12-Noorderlicht.png"));
+    EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("png")));
     m_dialogs.whereToSave = "/out/code.png";
     m_files.failsToReplace = true;
     click(opened, "saveButton");
@@ -214,6 +205,12 @@ TEST_F(QrSheet, TellsInItsOwnStripWhenNothingIsSaved) {
     EXPECT_FALSE(isOpen("alert"));
     EXPECT_EQ(textOf(opened, "noticeText"), "code.png is niet bewaard: het lukte niet");
     EXPECT_THAT(allVisible(main(), "noticeStrip"), SizeIs(1));
+    m_files.failsToReplace = false;
+    click(opened, "saveButton");
+    EXPECT_EQ(textOf(opened, "noticeText"), "Bewaard in /out/code.png");
+    const auto image = QImage::fromData(QByteArray::fromStdString(m_files.files["/out/code.png"]), "PNG");
+    EXPECT_EQ(image.size(), QSize(600, 600));
+    EXPECT_EQ(readByZxing(grayOf(image)), m_set.toQRText());
 }
 
 TEST_F(QrSheet, LeavesTheCodeOutWhenTheTextIsTooLong) {

@@ -33,29 +33,8 @@ protected:
     }
 
     QDialog& openIt() {
-        const std::string name = GetParam().name;
-        if (name == "newShootSheet")
-            return openNewShoot();
-        if (name == "newSetSheet")
-            return openNewSet();
-        if (name == "editSetSheet")
-            return openEditSet();
-        if (name == "importSheet")
-            return openSetImport();
-        if (name == "bulkExportSheet")
-            return openBulkExport();
-        if (name == "clientsSheet")
-            return openClients();
-        if (name == "versionsSheet" || name == "shortcutsSheet") {
-            openWindow(name);
-            return awaitSheet(name.c_str());
-        }
-        auto& catalogSheet = openCatalog();
-        if (name == "editProductSheet")
-            return openEditProduct();
-        if (name == "catalogImportSheet")
-            return openCatalogImport();
-        return catalogSheet;
+        openWindow(GetParam().name);
+        return awaitSheet(GetParam().name);
     }
 };
 

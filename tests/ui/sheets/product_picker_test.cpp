@@ -157,7 +157,8 @@ TEST_F(ProductPickerTest, MakesOnlyTheMenusThatAreLookedInto) {
     addShoot("Texel");
     std::vector<Product> all;
     for (int i = 0; i < 5'000; ++i)
-        all.push_back(Product::make("product " + std::to_string(i), {"rood"}, "Merk " + std::to_string(i % 2)));
+        all.push_back(
+            Product::make("product " + std::to_string(i), {"rood"}, "Merk " + std::to_string(i % 2)));
     catalog().addImported({std::move(all), {}, {}});
     // However often.
     for (int times = 0; times < 3; ++times) {
