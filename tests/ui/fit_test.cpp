@@ -192,6 +192,7 @@ TEST_P(FitTest, EverySheet) {
         if (auto* const text = opened.findChild<QPlainTextEdit*>("csvText")) {
             text->setPlainText("kop");
             click(opened, "importButton");
+            settleReads();
         }
         expectFitsAtEverySize(opened);
         closeSheets();
