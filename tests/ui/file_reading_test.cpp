@@ -29,7 +29,6 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 using Paths = std::vector<std::filesystem::path>;
 
 // A disk whose reads wait until they are let on, one by one. Those that would hold the windows up are counted instead.
@@ -210,16 +209,14 @@ TEST_F(FileReading, SaysOnceThatHandedFilesAreNoShoots) {
 TEST_F(FileReading, PassesOverAChosenFileThatCannotBeRead) {
     ui::Shell shell(m_onDisk);
     auto& window = openWindow(shell);
-    for (const auto& file : hostileFiles()) {
+    auto files = hostileFiles();
+    files.push_back(write("kapot.vantor", "kapot"));
+    for (const auto& file : files) {
         choose(window, file);
         settleReads();
-        EXPECT_FALSE(isOpen("alert")) << file;
+        EXPECT_EQ(isOpen("alert"), file == files.back()) << file;
     }
-    EXPECT_THAT(m_dialogs.openedTypes, SizeIs(6));
     EXPECT_THAT(namesOf(window), IsEmpty());
-    choose(window, write("kapot.vantor", "kapot"));
-    settleReads();
-    EXPECT_TRUE(isOpen("alert"));
 }
 
 TEST_F(FileReading, TakesDroppedFilesOfAnyName) {

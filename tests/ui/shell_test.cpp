@@ -76,18 +76,21 @@ TEST_F(ShellTest, EndsWhenItsLastWindowCloses) {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-TEST_F(ShellTest, EscapeClosesTheGeneratorAndNotTheMainWindow) {
+TEST_F(ShellTest, EscapeClosesTheGeneratorAloneAndControlQEverything) {
     auto& main = m_shell.openMain();
-    auto& generator = m_shell.openGenerator();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&generator));
-    pressAt(generator, 1000, Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_shell.openGenerator()));
+    pressAt(m_shell.openGenerator(), 1000, Qt::Key_Escape);
     settle();
     EXPECT_FALSE(isOpen("qr-generator"));
+    m_shell.openGenerator();
     main.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
     pressAt(main, 3000, Qt::Key_Escape);
     settle();
     EXPECT_TRUE(isOpen("main"));
+    pressAt(main, 5000, Qt::Key_Q, QStringLiteral("\x11"), Qt::ControlModifier);
+    settle();
+    EXPECT_THAT(windows(), IsEmpty());
 }
 
 TEST_F(ShellTest, TheOpenSheetHasTheFocusAfterAHandOverAndAfterItsMessage) {
@@ -132,16 +135,6 @@ TEST_F(ShellTest, RemembersTheWindowsSizeAndForgetsWhatWasTypedInTheGenerator) {
     settle();
     EXPECT_EQ(m_shell.openMain().size(), QSize(913, 617));
     EXPECT_EQ(textOf(m_shell.openGenerator(), "brand"), "");
-}
-
-TEST_F(ShellTest, ControlQEndsEverything) {
-    auto& main = m_shell.openMain();
-    m_shell.openGenerator();
-    main.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
-    pressAt(main, 1000, Qt::Key_Q, QStringLiteral("\x11"), Qt::ControlModifier);
-    settle();
-    EXPECT_THAT(windows(), IsEmpty());
 }
 
 } // namespace
