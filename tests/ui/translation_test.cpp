@@ -5,6 +5,7 @@
 #include "tests/support/pseudo_translation.h"
 #include "tests/ui/everything_seen.h"
 #include "tests/ui/ui_fixture.h"
+#include "ui/frame/file_notices.h"
 #include "ui/sheets/catalog_picker_menu.h"
 #include "view/document_notices.h"
 #include "view/start_notices.h"
@@ -237,6 +238,27 @@ protected:
                      {"/α/backups/catalog-2026-03-14.json", catalog}});
     }
 
+    // What is told of files that cannot be read, and of lines that bring nothing.
+    void lookAtNotices() {
+        using enum FileStore::ReadFailure;
+        const auto lookAtIt = [this] {
+            ASSERT_NE(m_notices.current(), nullptr);
+            expectTranslated(m_notices.current()->text);
+            m_notices.dismiss();
+        };
+        for (const auto why : {Missing, TooLarge, Unreadable}) {
+            ui::tellUnreadable(m_services, "/α", why);
+            lookAtIt();
+        }
+        ui::tellNoUtf8(m_services, "/α");
+        lookAtIt();
+        addShoot("α");
+        for (const auto* const csv : {"Set;Merk\n1;α\n2", "Set;Merk\n1\n2"}) {
+            manager().importCSV(csv, shoot().id);
+            lookAtIt();
+        }
+    }
+
     void lookAtFailures() {
         using enum FileFailure::Reason;
         for (const auto reason : {NoSpace, NotPermitted, ReadOnly, Missing, NameTooLong, NameTaken, NotAFile,
@@ -332,6 +354,7 @@ TEST_F(Translation, LeavesNoTextOfAnyWindowInDutch) {
     lookAndClose(sheet("alert"));
     lookAtVersions();
     lookAtStarts();
+    lookAtNotices();
     lookAtFailures();
     EXPECT_THAT(m_untranslated, IsEmpty());
     EXPECT_GE(m_looked, 30);
