@@ -15,6 +15,7 @@ void Notices::removeTopic(const std::string& topic) {
 
 void Notices::show(Notice notice) {
     removeTopic(notice.topic);
+    notice.number = ++m_count;
     if (notice.kind == Notice::Kind::Error)
         m_errors.push_back(std::move(notice));
     else

@@ -33,6 +33,8 @@ struct Notice {
     std::vector<NoticeAction> actions;
     // What it is about: "saving"; empty for one of its own.
     std::string topic;
+    // Given as it is shown: which one it is, from 1.
+    std::uint64_t number = 0;
 };
 
 class Notices {
@@ -53,6 +55,8 @@ public:
 
     // Null when there is nothing to say. Good until the next call.
     [[nodiscard]] const Notice* current() const;
+    // How many were shown so far.
+    [[nodiscard]] std::uint64_t count() const { return m_count; }
     // When expire() has something to do next, from now; absent when never.
     [[nodiscard]] std::optional<std::chrono::milliseconds> timeLeft() const;
 
@@ -70,6 +74,7 @@ private:
     // Errors, the oldest first, and the one other notice.
     std::vector<Notice> m_errors;
     std::optional<Shown> m_other;
+    std::uint64_t m_count = 0;
     Signal<> m_didChange;
 };
 

@@ -60,10 +60,7 @@ TEST_P(ForeignCsv, IsWrittenTheWayItsProgramWrites) {
 
 TEST_P(ForeignCsv, ReadsEveryFieldOfEverySet) {
     const Timestamp now{795173400};
-    const auto [sets, hasLines, leftOut] = readSetCSV(testing::readFile(pathOf(GetParam())), now);
-    ASSERT_TRUE(hasLines);
-    // Where a cell goes on behind a line break.
-    EXPECT_EQ(leftOut.size(), 1U);
+    const auto sets = readSetCSV(testing::readFile(pathOf(GetParam())), now).sets;
     const std::vector<SetData> expected{
         setOf("1", "Marvis", {{"coated pants", "bruin"}, {"gebreid vest", "écru"}}, "Zoë", "Den Hoorn",
               "zoe@example.nl"),

@@ -44,7 +44,8 @@ void tellToAssistiveTechnology(NoticeStrip& strip) {
 NoticeStrip::NoticeStrip(QWidget* over, Notices& notices)
     : QWidget(over->window()),
       m_over(*over),
-      m_notices(notices) {
+      m_notices(notices),
+      m_since(notices.count()) {
     static const bool kInstalled = (QAccessible::installFactory(makeAccessible), true);
     static_cast<void>(kInstalled);
     setObjectName(QLatin1String(kName));
@@ -85,7 +86,8 @@ bool NoticeStrip::isCovered() const {
 void NoticeStrip::render() {
     const auto* const notice = m_notices.current();
     waitForItsEnd();
-    if (notice == nullptr || isCovered()) {
+    const bool isOver = notice != nullptr && notice->kind != Notice::Kind::Error && notice->number <= m_since;
+    if (notice == nullptr || isOver || isCovered()) {
         hide();
         m_shownText.clear();
         return;
@@ -96,6 +98,7 @@ void NoticeStrip::render() {
     m_shownText = text;
     m_text->setText(text);
     renderActions(*notice);
+    takeItsPlaceAmongStops();
     place();
     show();
     raise();
@@ -118,6 +121,22 @@ void NoticeStrip::renderActions(const Notice& notice) {
         m_row->insertWidget(m_row->count() - 1, button);
         m_actions.push_back(button);
     }
+}
+
+void NoticeStrip::takeItsPlaceAmongStops() {
+    const auto isStop = [this](const QWidget* widget) {
+        return m_over.isAncestorOf(widget) && (widget->focusPolicy() & Qt::TabFocus) != 0;
+    };
+    QWidget* last = nullptr;
+    for (auto* widget = m_over.nextInFocusChain(); widget != &m_over; widget = widget->nextInFocusChain()) {
+        if (isStop(widget))
+            last = widget;
+    }
+    for (auto* const button : m_actions) {
+        setTabOrder(last, button);
+        last = button;
+    }
+    setTabOrder(last, m_dismiss);
 }
 
 void NoticeStrip::waitForItsEnd() {

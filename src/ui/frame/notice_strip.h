@@ -1,7 +1,8 @@
 // NoticeStrip: the one line over the lower edge of a window's or sheet's contents that tells what happened.
 //
-// - Shows what the notices say while no window over its own has a strip itself. Lies over what is there, moves nothing
-//   and never takes the focus; its buttons are reached with Tab.
+// - Shows what the notices say, but for what was over before its window opened and is no error, while no window over its
+//   own has a strip itself. Lies over what is there, moves nothing
+//   and never takes the focus; its buttons are reached with Tab, behind what it lies over.
 // - To assistive technology it is a notification whose name is its text, told once when it comes.
 #pragma once
 
@@ -38,12 +39,16 @@ protected:
 private:
     void render();
     void renderActions(const Notice& notice);
+    // Behind the last stop of Tab in what it lies over, whatever has come there since.
+    void takeItsPlaceAmongStops();
     void place();
     void waitForItsEnd();
     [[nodiscard]] bool isCovered() const;
 
     QWidget& m_over;
     Notices& m_notices;
+    // How many notices there were before it.
+    std::uint64_t m_since;
     QTimer m_end;
     Notice::Kind m_kind = Notice::Kind::Plain;
     QString m_shownText;
