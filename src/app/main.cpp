@@ -131,49 +131,10 @@ std::string updateEndpoint() {
     return other.isEmpty() ? std::string(vantor::kUpdateEndpoint) : other.toStdString();
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+// As the owner of the data, until the last window closes.
+int run(QApplication& application, vantor::FirstProcess& process, const vantor::FileStore& fileStore,
+        const fs::path& folder, const vantor::StartArguments& start) {
     using namespace vantor;
-    const std::vector<std::string_view> all(argv + std::min(argc, 1), argv + argc);
-    // Needs no display.
-    if (const auto start = startArguments(all); start.wish != StartArguments::Wish::UnknownOption) {
-        if (const auto status = answered(start))
-            return *status;
-    }
-
-    ignoreRelativeBaseFolders();
-    const auto folder = dataFolder();
-    const PosixFileStore fileStore;
-    PosixProcessLock lock(folder / "lock");
-    // The toolkit takes its own options away, but nothing that is the name of a file.
-    const auto files = std::ranges::find(all, "--");
-    auto count = static_cast<int>(argc - (all.end() - files));
-    QApplication application(count, argv);
-    const EndOfReading endOfReading;
-    QApplication::setApplicationName(QStringLiteral("Vantor Prep"));
-    QApplication::setApplicationVersion(QStringLiteral(VANTOR_VERSION));
-    QApplication::setDesktopFileName(
-        QString::fromUtf8(kApplicationId.data(), static_cast<qsizetype>(kApplicationId.size())));
-    applyColorScheme(application);
-    useDutchTexts(application);
-
-    std::vector<std::string_view> left(argv + std::min(count, 1), argv + count);
-    left.insert(left.end(), files, all.end());
-    const auto start = startArguments(left);
-    if (const auto status = answered(start))
-        return *status;
-    FirstProcess process(lock, meetingPlaces(folder));
-    switch (process.begin(start.files)) {
-    case FirstProcess::Role::Owner:
-        break;
-    case FirstProcess::Role::HandedOver:
-        return 0;
-    case FirstProcess::Role::Unanswered:
-        sayThatNobodyAnswers();
-        return 1;
-    }
-
     QThreadPool background;
     background.setMaxThreadCount(1);
     QtTimer savingTimer;
@@ -219,4 +180,50 @@ int main(int argc, char** argv) {
     const int status = QApplication::exec();
     stores.saveAgain();
     return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace vantor;
+    const std::vector<std::string_view> all(argv + std::min(argc, 1), argv + argc);
+    // Needs no display.
+    if (const auto start = startArguments(all); start.wish != StartArguments::Wish::UnknownOption) {
+        if (const auto status = answered(start))
+            return *status;
+    }
+
+    ignoreRelativeBaseFolders();
+    const auto folder = dataFolder();
+    const PosixFileStore fileStore;
+    PosixProcessLock lock(folder / "lock");
+    // The toolkit takes its own options away, but nothing that is the name of a file.
+    const auto files = std::ranges::find(all, "--");
+    auto count = static_cast<int>(argc - (all.end() - files));
+    QApplication application(count, argv);
+    const EndOfReading endOfReading;
+    QApplication::setApplicationName(QStringLiteral("Vantor Prep"));
+    QApplication::setApplicationVersion(QStringLiteral(VANTOR_VERSION));
+    QApplication::setDesktopFileName(
+        QString::fromUtf8(kApplicationId.data(), static_cast<qsizetype>(kApplicationId.size())));
+    applyColorScheme(application);
+    useDutchTexts(application);
+
+    std::vector<std::string_view> left(argv + std::min(count, 1), argv + count);
+    left.insert(left.end(), files, all.end());
+    const auto start = startArguments(left);
+    if (const auto status = answered(start))
+        return *status;
+    FirstProcess process(lock, meetingPlaces(folder));
+    switch (process.begin(start.files)) {
+    case FirstProcess::Role::Owner:
+        break;
+    case FirstProcess::Role::HandedOver:
+        return 0;
+    case FirstProcess::Role::Unanswered:
+        sayThatNobodyAnswers();
+        return 1;
+    }
+
+    return run(application, process, fileStore, folder, start);
 }
