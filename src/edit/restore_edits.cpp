@@ -73,18 +73,24 @@ Wanted<Shoot> restoredAt(Change& change, const Library& library, std::size_t pla
 Change restoreAll(const Library& library, LibraryVersion version, const std::string& when) {
     auto change = changeNamed(lookUp("Versie van %1 teruggezet", {when}));
     if (version.shoots) {
+        const auto& then = *version.shoots;
+        const auto isThere = [&](const Uuid& id) {
+            return std::ranges::find(then, id, &Shoot::id) != then.end();
+        };
+        if (!library.active.shoot || !isThere(*library.active.shoot))
+            change.activeShoot = then.empty() ? std::optional<Uuid>() : std::optional(then.front().id);
         std::vector<Wanted<Shoot>> wanted;
         std::vector<bool> isTaken(library.shoots.size());
-        for (auto& then : *version.shoots) {
+        for (auto& shoot : *version.shoots) {
             std::size_t place = 0;
-            while (place < isTaken.size() && (isTaken[place] || library.shoots[place].id != then.id))
+            while (place < isTaken.size() && (isTaken[place] || library.shoots[place].id != shoot.id))
                 ++place;
             if (place == isTaken.size()) {
-                wanted.emplace_back(std::move(then));
+                wanted.emplace_back(std::move(shoot));
                 continue;
             }
             isTaken[place] = true;
-            wanted.push_back(restoredAt(change, library, place, std::move(then)));
+            wanted.push_back(restoredAt(change, library, place, std::move(shoot)));
         }
         change.shoots = patchTo(library.shoots, std::move(wanted));
     }

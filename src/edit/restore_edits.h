@@ -17,7 +17,8 @@ struct LibraryVersion {
     std::optional<CatalogData> catalog;
 };
 
-// Everything becomes as the version has it. `when` names it: "vandaag 14:32".
+// Everything becomes as the version has it, and its first shoot the active one where that of now is not in it. `when` names
+// it: "vandaag 14:32".
 [[nodiscard]] Change restoreAll(const Library& library, LibraryVersion version, const std::string& when);
 
 // This shoot alone becomes as the version has it, and the active one; one that is gone comes back in front.

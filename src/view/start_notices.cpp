@@ -55,14 +55,14 @@ std::string catalogInWords(const CatalogData& catalog) {
 
 std::string textOf(Store store, const std::optional<GoodVersion>& good, Timestamp now) {
     const auto what = store == Store::Shoots
-                          ? lookUp("De shoots zijn niet te lezen; het bestand blijft bewaard.")
-                          : lookUp("De productcatalogus is niet te lezen; het bestand blijft bewaard.");
+                          ? lookUp("Shoots niet te lezen, bestand bewaard.")
+                          : lookUp("Catalogus niet te lezen, bestand bewaard.");
     if (!good)
         return what + ' ' + lookUp("Er is geen eerdere versie.");
     const auto counts = good->content.shoots ? countsInWords(countsOf(*good->content.shoots))
                                              : catalogInWords(*good->content.catalog);
     return what + ' ' +
-           lookUp("Laatste goede versie: %1, %2.",
+           lookUp("Goede versie: %1, %2.",
                   {whenInWords(good->version, now, Beginning::Small), counts});
 }
 

@@ -307,5 +307,19 @@ TEST_F(DocumentTest, OldestStepsGoFirst) {
     EXPECT_EQ(numbers().size(), 1U);
 }
 
+TEST_F(DocumentTest, VersionThatIsPutBackHasAnActiveShoot) {
+    const auto version = document.library();
+    shoots.deleteShoot(*shoots.activeShootId());
+    const auto putBack = [&] {
+        document.perform(restoreAll(document.library(), {version.shoots, std::nullopt}, "toen"));
+        return shoots.activeShootId();
+    };
+    EXPECT_EQ(putBack(), version.shoots[0].id);
+    shoots.addShoot(Shoot::make("Najaar", "", "", kMorning));
+    EXPECT_EQ(putBack(), version.shoots[0].id) << "the one of now is not in it";
+    document.undo();
+    EXPECT_EQ(shoots.activeShoot()->name, "Najaar");
+}
+
 } // namespace
 } // namespace vantor

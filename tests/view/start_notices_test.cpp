@@ -133,8 +133,7 @@ TEST_F(StartNoticesTest, NameTheNewestGoodVersionAndTouchNothing) {
     const auto before = m_files.files;
     start();
     EXPECT_EQ(m_notices->current()->kind, Notice::Kind::Error);
-    EXPECT_THAT(told(), StartsWith("De shoots zijn niet te lezen; het bestand blijft bewaard. "
-                                   "Laatste goede versie: vandaag "));
+    EXPECT_THAT(told(), StartsWith("Shoots niet te lezen, bestand bewaard. Goede versie: vandaag "));
     EXPECT_THAT(told(), ::testing::EndsWith(", 1 shoot, 0 sets."));
     EXPECT_THAT(offered(), ElementsAre("Terugzetten", "Leeg beginnen", "Map openen"));
     press("Map openen");
@@ -178,8 +177,7 @@ TEST_F(StartNoticesTest, TellOfEachStoreByItself) {
     press("Terugzetten");
     EXPECT_THAT(shootNames(*m_document), ElementsAre("Zomer"));
     EXPECT_THAT(m_document->library().catalog.clients, IsEmpty());
-    EXPECT_THAT(told(),
-                StartsWith("De productcatalogus is niet te lezen; het bestand blijft bewaard. Laatste"));
+    EXPECT_THAT(told(), StartsWith("Catalogus niet te lezen, bestand bewaard. Goede"));
     EXPECT_THAT(told(), ::testing::EndsWith(", producten: 0, klanten: 1."));
     press("Terugzetten");
     EXPECT_THAT(m_document->library().catalog.clients, ElementsAre("Noorderlicht"));
@@ -189,7 +187,7 @@ TEST_F(StartNoticesTest, TellOfEachStoreByItself) {
 TEST_F(StartNoticesTest, OfferNoVersionWhereThereIsNone) {
     m_files.files = {{kShoots, "broken"}};
     start();
-    EXPECT_EQ(told(), "De shoots zijn niet te lezen; het bestand blijft bewaard. Er is geen eerdere versie.");
+    EXPECT_EQ(told(), "Shoots niet te lezen, bestand bewaard. Er is geen eerdere versie.");
     EXPECT_THAT(offered(), ElementsAre("Leeg beginnen", "Map openen"));
 }
 

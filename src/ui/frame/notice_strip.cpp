@@ -41,15 +41,16 @@ void tellToAssistiveTechnology(NoticeStrip& strip) {
 
 } // namespace
 
-NoticeStrip::NoticeStrip(QWidget* over, Notices& notices)
+NoticeStrip::NoticeStrip(QWidget* over, Notices& notices, Edge edge)
     : QWidget(over->window()),
       m_over(*over),
+      m_edge(edge),
       m_notices(notices),
       m_since(notices.count()) {
     static const bool kInstalled = (QAccessible::installFactory(makeAccessible), true);
     static_cast<void>(kInstalled);
     setObjectName(QLatin1String(kName));
-    m_text = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary, this), "noticeText");
+    m_text = named(new ElidedLabel(theme::bodyFont(), TextColor::Primary, this), "noticeText");
     m_dismiss = new SymbolButton(QStringLiteral("clear"), shown("Sluit melding"), this);
     m_dismiss->setObjectName(QStringLiteral("dismissNotice"));
     m_dismiss->setFocusPolicy(Qt::TabFocus);
@@ -150,8 +151,8 @@ void NoticeStrip::place() {
     // What it lies over may not be shown now.
     const QWidget& over = m_over.isVisible() ? m_over : *window();
     const QSize size(over.width() - 2 * theme::kMargin, sizeHint().height());
-    const auto corner =
-        over.mapTo(window(), QPoint(theme::kMargin, over.height() - size.height() - theme::kStep));
+    const int y = m_edge == Edge::Top ? theme::kStep : over.height() - size.height() - theme::kStep;
+    const auto corner = over.mapTo(window(), QPoint(theme::kMargin, y));
     setGeometry({corner, size});
 }
 

@@ -1,4 +1,4 @@
-// NoticeStrip: the one line over the lower edge of a window's or sheet's contents that tells what happened.
+// NoticeStrip: the one line over an edge of a window's or sheet's contents that tells what happened.
 //
 // - Shows what the notices say, but for what was over before its window opened and is no error, while no window over its
 //   own has a strip itself. Lies over what is there, moves nothing
@@ -23,8 +23,11 @@ class ElidedLabel;
 
 class NoticeStrip : public QWidget {
 public:
-    // Lies over the lower edge of `over`, which belongs to the window it is made for. The notices outlive it.
-    NoticeStrip(QWidget* over, Notices& notices);
+    // In a sheet the upper edge has the title, which its window has as well; the lower one what is pressed next.
+    enum class Edge { Top, Bottom };
+
+    // Lies over that edge of `over`, which belongs to the window it is made for. The notices outlive it.
+    NoticeStrip(QWidget* over, Notices& notices, Edge edge);
 
     // Those of a window and of all windows that were opened over it.
     [[nodiscard]] static std::vector<NoticeStrip*> allWithin(const QWidget& window);
@@ -46,6 +49,7 @@ private:
     [[nodiscard]] bool isCovered() const;
 
     QWidget& m_over;
+    Edge m_edge;
     Notices& m_notices;
     // How many notices there were before it.
     std::uint64_t m_since;

@@ -48,7 +48,7 @@ QRGeneratorView::QRGeneratorView(const Services& services) : m_services(services
     static_assert(2 * kLeastPaneWidth > kLeastWidth);
     setMinimumHeight(kLeastHeight);
     m_setNumber->setFocus();
-    new NoticeStrip(this, m_services.notices);
+    new NoticeStrip(this, m_services.notices, NoticeStrip::Edge::Top);
     new WindowPlace(this, m_services.remembered, kDefaultSize);
     render();
 }

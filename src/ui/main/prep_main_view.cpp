@@ -73,7 +73,7 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
     bindSetCommands();
     bindEditing();
     bindWindowCommands();
-    new NoticeStrip(m_sets, services.notices);
+    new NoticeStrip(m_sets, services.notices, NoticeStrip::Edge::Bottom);
 
     const auto renderOnChange = [this](const auto&) { m_renderSoon.request(); };
     m_subscriptions.push_back(m_services.document.didChange().connect(renderOnChange));

@@ -47,7 +47,7 @@ void Sheet::showNotices() {
     for (auto* over = parentWidget(); over != nullptr; over = over->parentWidget()) {
         const auto strips = NoticeStrip::allWithin(*over->window());
         if (!strips.empty()) {
-            new NoticeStrip(m_pane, strips.front()->notices());
+            new NoticeStrip(m_pane, strips.front()->notices(), NoticeStrip::Edge::Top);
             return;
         }
     }
