@@ -173,7 +173,7 @@ TEST_F(StartNoticesTest, TellOfEachStoreByItself) {
     m_files.files[kShoots] = "broken";
     m_files.files[kCatalog] = "broken as well";
     start();
-    EXPECT_THAT(told(), StartsWith("De shoots"));
+    EXPECT_THAT(told(), StartsWith("Shoots"));
     press("Terugzetten");
     EXPECT_THAT(shootNames(*m_document), ElementsAre("Zomer"));
     EXPECT_THAT(m_document->library().catalog.clients, IsEmpty());
