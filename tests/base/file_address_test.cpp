@@ -34,9 +34,7 @@ TEST(FileAddress, NamesItsFile) {
         const auto named = fileOfAddress(address);
         EXPECT_EQ(named ? std::optional(named->native()) : std::nullopt, file);
     }
-}
-
-TEST(FileAddressList, PassesOverWhatIsNoFile) {
+    // And a list passes over all but files.
     EXPECT_THAT(
         filesOfAddressList("# two\r\nfile:///a\r\nhttps://vantor.example/x\r\n\r\nfile:///b%0Ac\nfile:///d"),
         ElementsAre("/a", "/b\nc", "/d"));

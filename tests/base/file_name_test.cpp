@@ -6,16 +6,9 @@
 namespace vantor {
 namespace {
 
+using testing::repeated;
 using testing::TextCase;
-
 using namespace std::string_literals;
-
-std::string repeated(int count, std::string_view text) {
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
 
 const std::string kFamily = "\U0001F469\u200D\U0001F469\u200D\U0001F467";
 

@@ -16,6 +16,7 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
+using testing::repeated;
 using namespace std::string_literals;
 
 std::string written(JsonWriter::Layout layout, const std::function<void(JsonWriter&)>& write) {
@@ -56,13 +57,7 @@ bool skipsWhole(std::string_view json) {
 }
 
 std::string nested(std::string_view open, int depth, std::string_view middle, std::string_view close) {
-    std::string out;
-    for (int i = 0; i < depth; ++i)
-        out += open;
-    out += middle;
-    for (int i = 0; i < depth; ++i)
-        out += close;
-    return out;
+    return repeated(depth, open) + std::string(middle) + repeated(depth, close);
 }
 
 void writeExample(JsonWriter& out) {
@@ -83,11 +78,8 @@ void writeExample(JsonWriter& out) {
     out.endObject();
 }
 
-TEST(JsonWriter, WritesCompactWithoutAnySpace) {
+TEST(JsonWriter, WritesCompactWithoutAnySpaceOrIndentedByTwo) {
     EXPECT_EQ(compact(writeExample), R"({"a":[1,0.5],"b":[],"c":{},"d":"é/\"\n"})");
-}
-
-TEST(JsonWriter, IndentsByTwoSpaces) {
     EXPECT_EQ(written(JsonWriter::Layout::Indented, writeExample), "{\n"
                                                                    "  \"a\": [\n"
                                                                    "    1,\n"
@@ -132,15 +124,12 @@ TEST(JsonReader, ReadsMembersAndElementsInOrder) {
     EXPECT_THAT(heard, ElementsAre("x", "1", "2", "y", "x"));
 }
 
-TEST(JsonReader, PassesOverAByteOrderMarkInFront) {
+TEST(JsonReader, ReadsEscapesAndPassesOverAByteOrderMarkInFront) {
+    EXPECT_EQ(text("\"\xED\x9F\xBF\xEE\x80\x80\""), "\xED\x9F\xBF\xEE\x80\x80");
+    EXPECT_EQ(text(R"("\"\\\/\b\f\n\r\t\u00e9\u0000\uD83D\uDC69")"), "\"\\/\b\f\n\r\t\u00E9\0\U0001F469"s);
     EXPECT_EQ(text("\uFEFF\"a\""), "a");
     EXPECT_FALSE(text("\uFEFF\uFEFF\"a\""));
     EXPECT_FALSE(text("\"a\"\uFEFF"));
-}
-
-TEST(JsonReader, ReadsEscapes) {
-    EXPECT_EQ(text("\"\xED\x9F\xBF\xEE\x80\x80\""), "\xED\x9F\xBF\xEE\x80\x80");
-    EXPECT_EQ(text(R"("\"\\\/\b\f\n\r\t\u00e9\u0000\uD83D\uDC69")"), "\"\\/\b\f\n\r\t\u00E9\0\U0001F469"s);
 }
 
 TEST(UnreadableText, IsAFailureWhetherReadOrSkipped) {
@@ -267,23 +256,16 @@ TEST(JsonReader, TakesANullAndLeavesAnythingElseStanding) {
     EXPECT_THAT(nulls, ElementsAre(true, false, false));
 }
 
-RC_GTEST_PROP(JsonProperty, TextsReadBackAsWritten, ()) {
+RC_GTEST_PROP(JsonProperty, ValuesReadBackAsWrittenToTheLastBit, (std::uint64_t bits, std::int64_t whole)) {
     const auto value = *testing::text();
-    RC_ASSERT(text(compact([&](JsonWriter& out) { out.text(value); })) == value);
-    RC_ASSERT(text(written(JsonWriter::Layout::Indented, [&](JsonWriter& out) { out.text(value); })) ==
-              value);
-}
-
-RC_GTEST_PROP(JsonProperty, NumbersReadBackToTheLastBit, (std::uint64_t bits)) {
-    const auto value = std::bit_cast<double>(bits);
-    RC_PRE(std::isfinite(value));
-    const auto read = number(compact([&](JsonWriter& out) { out.number(value); }));
+    for (const auto layout : {JsonWriter::Layout::Compact, JsonWriter::Layout::Indented})
+        RC_ASSERT(text(written(layout, [&](JsonWriter& out) { out.text(value); })) == value);
+    RC_ASSERT(integer(compact([&](JsonWriter& out) { out.integer(whole); })) == whole);
+    const auto real = std::bit_cast<double>(bits);
+    RC_PRE(std::isfinite(real));
+    const auto read = number(compact([&](JsonWriter& out) { out.number(real); }));
     RC_ASSERT(read.has_value());
     RC_ASSERT(std::bit_cast<std::uint64_t>(*read) == bits);
-}
-
-RC_GTEST_PROP(JsonProperty, IntegersReadBackAsWritten, (std::int64_t value)) {
-    RC_ASSERT(integer(compact([&](JsonWriter& out) { out.integer(value); })) == value);
 }
 
 RC_GTEST_PROP(JsonProperty, NoBytesAreACrash, ()) {

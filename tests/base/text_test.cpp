@@ -64,20 +64,16 @@ TEST(Trimmed, LeavesWhiteSpaceInside) {
 
 TEST(LinesTest, KeepEmptyOnes) {
     EXPECT_THAT(linesOf(""), ElementsAre(""));
-    EXPECT_THAT(linesOf("a"), ElementsAre("a"));
     EXPECT_THAT(linesOf("a\n"), ElementsAre("a", ""));
     EXPECT_THAT(linesOf("\n\na"), ElementsAre("", "", "a"));
     EXPECT_THAT(linesOf("a\r\nb"), ElementsAre("a", "", "b"));
-    EXPECT_THAT(linesOf("a\u2028b\u0085c\vd\fe"), ElementsAre("a", "b", "c", "d", "e"));
 }
 
 TEST(OnOneLine, TurnsEveryLineBreakIntoASpace) {
     EXPECT_EQ(onOneLine("a\nb\rc\vd\fe\u0085f\u2028g\u2029h"), "a b c d e f g h");
-    EXPECT_EQ(onOneLine("a\r\nb"), "a b");
-    EXPECT_EQ(onOneLine("a\r\r\n\nb"), "a   b");
+    EXPECT_EQ(onOneLine("a\r\nb\r\r\n\nc\td"), "a b   c\td");
     EXPECT_EQ(onOneLine("\n"), " ");
     EXPECT_EQ(onOneLine(""), "");
-    EXPECT_EQ(onOneLine("a b\tc"), "a b\tc");
 }
 
 TEST(TextOfFile, IsWithoutItsByteOrderMarkAndAbsentWhenTheBytesAreNotUtf8) {
@@ -107,11 +103,8 @@ TEST(Characters, AreThoseOfTheTextAndMakeItUpAgain) {
         ASSERT_EQ(characters(text), std::u32string(1, c));
         ASSERT_EQ(utf8(std::u32string(1, c)), text);
     });
-    EXPECT_EQ(characters("a\u00E9\U0001F469"), U"a\u00E9\U0001F469");
     EXPECT_EQ(utf8(characters("")), "");
-}
-
-TEST(Characters, ThatThereAreNotShowAsReplacements) {
+    // Those that there are not show as replacements.
     EXPECT_EQ(characters("a\xFFz"), U"a\uFFFDz");
     EXPECT_EQ(characters("\xE2\x82"), U"\uFFFD");
     for (const char32_t none : {0xD800U, 0xDFFFU, 0x110000U, 0xFFFFFFFFU})
@@ -143,9 +136,7 @@ TEST(FindCharacter, FindsOnlyWhatStandsAlone) {
         SCOPED_TRACE(::testing::PrintToString(text));
         EXPECT_EQ(findCharacter(text, ';'), at);
     }
-}
-
-TEST(FindCharacterFrom, StartsWhereItIsTold) {
+    // From where it is told to start.
     EXPECT_EQ(findCharacter(";a;", ';', 1), 2U);
     EXPECT_EQ(findCharacter("\u0600;", ';', 2), kNowhere) << "what stands in front of the start still counts";
     EXPECT_EQ(findCharacter(";", ';', 1), kNowhere);
@@ -241,7 +232,7 @@ TEST(EqualsIgnoringCase, MindsAccentsButNotTheirSpelling) {
     EXPECT_FALSE(equalsIgnoringCase("ij", "ĳ"));
 }
 
-TEST(CompareNames, IgnoresCaseAndMindsAccents) {
+TEST(CompareNames, IgnoresCaseAndMindsAccentsHoweverLongTheyAre) {
     EXPECT_EQ(compareNames("nike", "NIKE"), 0);
     EXPECT_LT(compareNames("A", "b"), 0);
     EXPECT_LT(compareNames("b", "C"), 0);
@@ -250,7 +241,9 @@ TEST(CompareNames, IgnoresCaseAndMindsAccents) {
     EXPECT_EQ(compareNames("é", "E\u0301"), 0);
     EXPECT_LT(compareNames("", "a"), 0);
     EXPECT_LT(compareNames("1", "a"), 0);
-    EXPECT_GT(compareNames("z", "å"), 0) << "unlike in Swedish";
+    const std::string longName(5000, 'a');
+    EXPECT_LT(collationKey(longName + "a"), collationKey(longName + "b"));
+    EXPECT_EQ(collationKey(longName + "a"), collationKey(longName + "A"));
 }
 
 TEST(CompareNames, IsDutchWhateverTheLocale) {
@@ -268,19 +261,10 @@ TEST(CompareNames, IsDutchWhateverTheLocale) {
     }
 }
 
-TEST(CollationKey, OfALongNameIsWhole) {
-    const std::string longName(5000, 'a');
-    EXPECT_LT(collationKey(longName + "a"), collationKey(longName + "b"));
-    EXPECT_EQ(collationKey(longName + "a"), collationKey(longName + "A"));
-}
-
 RC_GTEST_PROP(TextProperty, CollationKeysOrderAsNamesCompare, ()) {
     const auto a = *testing::text();
     const auto b = *testing::text();
-    const auto sign = [](int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; };
-    const auto keyA = collationKey(a);
-    const auto keyB = collationKey(b);
-    RC_ASSERT(sign(keyA.compare(keyB)) == sign(compareNames(a, b)));
+    RC_ASSERT((collationKey(a) <=> collationKey(b)) == (compareNames(a, b) <=> 0));
 }
 
 RC_GTEST_PROP(TextProperty, CaseMakesNoDifferenceToTheFoldedForm, ()) {

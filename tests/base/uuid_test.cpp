@@ -15,13 +15,15 @@ namespace {
 
 constexpr auto kText = "F81D4FAE-7DEC-41D0-A765-00A0C91E6BF6";
 
-TEST(Uuid, IsReadInEitherCaseAndWrittenInUpperCase) {
+TEST(Uuid, IsReadInEitherCaseWrittenInUpperCaseAndOrderedByItsBytes) {
     const auto id = Uuid::parse("f81D4fae-7Dec-41d0-A765-00a0c91E6bf6");
     ASSERT_TRUE(id);
     EXPECT_EQ(id->text(), kText);
     const auto characters = id->characters();
     EXPECT_EQ(std::string(characters.begin(), characters.end()), kText);
     EXPECT_EQ(Uuid().text(), "00000000-0000-0000-0000-000000000000");
+    EXPECT_LT(*Uuid::parse("00000000-0000-4000-8000-0000000000FF"),
+              *Uuid::parse("01000000-0000-4000-8000-000000000000"));
 }
 
 TEST(UnreadableUuid, IsAbsent) {
@@ -55,11 +57,6 @@ TEST(Uuid, RandomIsOfVersionFourAndNeverRepeatsItselfOnAnyThread) {
         EXPECT_EQ(id.text()[14], '4') << id.text();
         EXPECT_THAT("89AB", ::testing::HasSubstr(id.text().substr(19, 1))) << id.text();
     }
-}
-
-TEST(Uuid, IsOrderedByItsBytes) {
-    EXPECT_LT(*Uuid::parse("00000000-0000-4000-8000-0000000000FF"),
-              *Uuid::parse("01000000-0000-4000-8000-000000000000"));
 }
 
 RC_GTEST_PROP(UuidProperty, ReadsBackWhatItWrites, ()) {

@@ -37,13 +37,8 @@ TEST(WebAddress, IsNone) {
              "https://a/%g4", "https://a:b/", "https://a:80:80/", "https://a:123456/", "https://[::1",
              "https://[]", "https://[a.b]", "https://[::1]x", "https://[::g]/", "https://a@b@c/",
              "https://a b@c/", "https://a/#b#c", "https://a/<b>", "https://a/\"b\"", "https://a/{b}",
-             "https://a/b|c", "https://a/[b]"))
-        EXPECT_FALSE(isWebAddress(text)) << text;
-}
-
-// What a web site could send instead of the address of a download.
-TEST(WebAddress, IsNoAttack) {
-    for (const auto& text : testing::tableOf<std::string_view>(
+             "https://a/b|c", "https://a/[b]",
+             // What a web site could send instead of the address of a download.
              "javascript:alert(1)", "JAVASCRIPT:alert(1)", "java\tscript:alert(1)", " javascript:alert(1)",
              "data:text/html,<b>x</b>", "data:text/html;base64,PGI+", "FILE:///etc/passwd",
              "file://vantor.example/etc/passwd", "sftp://vantor.example/prep", "mailto:a@vantor.example",
