@@ -71,28 +71,9 @@ std::string written(const Shoot& shoot, DateForm dates = DateForm::SecondsSinceR
     return std::string(out.written());
 }
 
-TEST(ShootJson, IsWrittenToTheLetter) {
+TEST(ShootJson, IsWrittenToTheLetterAndEveryFieldRead) {
     EXPECT_EQ(written(exampleShoot()), exampleJson());
-}
-
-TEST(ShootJson, WritesDatesAsTextWhenAsked) {
-    const auto json = written(exampleShoot(), DateForm::Iso8601);
-    auto expected = with(exampleJson(), "795173400.0", "\"2026-03-14T09:30:00Z\"");
-    expected = with(expected, "795173400.5", "\"2026-03-14T09:30:00Z\"");
-    expected = with(expected, "795173401.0", "\"2026-03-14T09:30:01Z\"");
-    EXPECT_EQ(json, expected);
-}
-
-TEST(ShootJson, WritesOneSetAsItStandsInAShoot) {
-    JsonWriter out(JsonWriter::Layout::Compact);
-    writeSet(out, exampleShoot().sets[0], DateForm::SecondsSinceReference);
-    EXPECT_EQ(out.written(), with(kSet, "ITEM", kItem));
-}
-
-TEST(ShootJson, ReadsEveryFieldAndKeepsEveryId) {
-    const auto shoot = read(exampleJson());
-    ASSERT_TRUE(shoot);
-    EXPECT_EQ(differences(*shoot, exampleShoot()), "");
+    EXPECT_EQ(differences(read(exampleJson()).value(), exampleShoot()), "");
 }
 
 TEST(ShootJson, OptionalFieldThatIsMissingOrNullHasTheValueItIsMadeWith) {
@@ -101,13 +82,12 @@ TEST(ShootJson, OptionalFieldThatIsMissingOrNullHasTheValueItIsMadeWith) {
         std::string value;
         std::function<void(Shoot&)> remove;
     };
-    for (const auto& [key, value, remove] : std::vector<Case>{
-             {"email", R"("a@example.com")", [](Shoot& shoot) { shoot.sets[0].email = ""; }},
-             {"taggedCount", "7", [](Shoot& shoot) { shoot.sets[0].taggedCount = 0; }},
-             {"watchFolderPath", R"("/x")", [](Shoot& shoot) { shoot.watchFolderPath.reset(); }},
-             {"activationLog", "[" + std::string(kActivation) + "]",
-              [](Shoot& shoot) { shoot.activationLog.clear(); }},
-         }) {
+    for (const auto& [key, value, remove] :
+         {Case{"email", R"("a@example.com")", [](Shoot& shoot) { shoot.sets[0].email = ""; }},
+          Case{"taggedCount", "7", [](Shoot& shoot) { shoot.sets[0].taggedCount = 0; }},
+          Case{"watchFolderPath", R"("/x")", [](Shoot& shoot) { shoot.watchFolderPath.reset(); }},
+          Case{"activationLog", "[" + std::string(kActivation) + "]",
+               [](Shoot& shoot) { shoot.activationLog.clear(); }}}) {
         SCOPED_TRACE(key);
         auto expected = exampleShoot();
         remove(expected);
@@ -153,19 +133,14 @@ TEST(ShootJson, LastOfEqualKeysHolds) {
     EXPECT_EQ(differences(*shoot, exampleShoot()), "");
 }
 
-TEST(ShootJson, IsMindfulOfTheCaseOfKeys) {
-    EXPECT_FALSE(read(with(exampleJson(), R"("setNumber")", R"("setnumber")")));
-}
-
 TEST(ShootJson, RefusesCountsThatAreNoneAndNumbersOutOfRange) {
+    const auto counting = [](const std::string& count) {
+        return read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":)" + count));
+    };
     for (const auto* count : {"7.0", "-9223372036854775808"})
-        EXPECT_TRUE(
-            read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":)" + std::string(count))));
-    for (const auto* count : {"7.5", "9223372036854775808", "1e999", "\"7\"", "true", "[7]"}) {
-        EXPECT_FALSE(
-            read(with(exampleJson(), R"("taggedCount":7)", R"("taggedCount":)" + std::string(count))))
-            << count;
-    }
+        EXPECT_TRUE(counting(count)) << count;
+    for (const auto* count : {"7.5", "9223372036854775808", "1e999", "\"7\"", "true", "[7]"})
+        EXPECT_FALSE(counting(count)) << count;
     for (const auto* date : {"1e999", "-1e999", "NaN", "\"795173400\"", "\"2026-03-14T09:30:00Z\"", "null"})
         EXPECT_FALSE(read(with(exampleJson(), "795173400.5", date))) << date;
 }
@@ -178,18 +153,11 @@ TEST(ShootJson, EachDateFormRefusesTheOther) {
     EXPECT_FALSE(readShoot(with(text, "2026-03-14T09:30:00Z", "14-03-2026"), DateForm::Iso8601));
 }
 
-TEST(ShootJson, RefusesIdsThatAreNone) {
-    for (const auto* bad :
-         {"", "1", "00000000-0000-4000-8000-00000000000G", "00000000000040008000000000000001"})
-        EXPECT_FALSE(read(with(exampleJson(), "00000000-0000-4000-8000-000000000001", bad))) << bad;
-}
-
 TEST(ShootJson, OneBadShootMakesTheWholeListUnreadable) {
     const auto bad = with(exampleJson(), R"("timestamp")", R"("other")");
     EXPECT_FALSE(readShoots("[" + exampleJson() + "," + bad + "]", DateForm::SecondsSinceReference));
-    const auto shoots =
-        readShoots("[" + exampleJson() + "," + exampleJson() + "]", DateForm::SecondsSinceReference);
-    EXPECT_EQ(shoots.value().size(), 2U);
+    const auto good = "[" + exampleJson() + "," + exampleJson() + "]";
+    EXPECT_EQ(readShoots(good, DateForm::SecondsSinceReference).value().size(), 2U);
 }
 
 // Where the value of the key's first member stands, and how long it is.
@@ -258,16 +226,13 @@ TYPED_TEST(ShootJsonFields, TakeAValueOfTheirTypeAndNothingElse) {
     });
 }
 
-TEST(ShootJson, IsUnreadableWithGarbageBehindIt) {
-    for (const auto& garbage : {"x"s, ","s, "}"s, "{}"s, "null"s, "\xFF"s, "\uFEFF"s, "\0"s})
-        EXPECT_FALSE(read(exampleJson() + garbage)) << garbage;
-    EXPECT_TRUE(read("\uFEFF \r\n\t" + exampleJson() + " \r\n\t"));
-}
-
-TEST(ShootJson, IsNeitherAListNorAnythingElse) {
+TEST(ShootJson, IsNeitherAListNorAnythingElseAndHasNoGarbageBehindIt) {
     for (const auto& json : {""s, "null"s, "{}"s, "[]"s, "[" + exampleJson() + "]", "\"shoot\""s, "7"s,
                              std::string(1'000'000, '['), std::string(1000, '\0')})
         EXPECT_FALSE(read(json)) << json.substr(0, 40);
+    for (const auto& garbage : {"x"s, ","s, "}"s, "{}"s, "null"s, "\xFF"s, "\uFEFF"s, "\0"s})
+        EXPECT_FALSE(read(exampleJson() + garbage)) << garbage;
+    EXPECT_TRUE(read("\uFEFF \r\n\t" + exampleJson() + " \r\n\t"));
     for (const auto& list :
          {exampleJson(), "[null]"s, "[{}]"s, "[[]]"s, "[1]"s, "[,]"s, "["s, "{\"shoots\":[]}"s})
         EXPECT_FALSE(readShoots(list, DateForm::SecondsSinceReference)) << list;
@@ -281,15 +246,6 @@ RC_GTEST_PROP(ShootJsonProperty, ReadsBackToTheLastBitWithNumberDates, ()) {
     const auto back = readShoots(out.written(), DateForm::SecondsSinceReference);
     RC_ASSERT(back.has_value());
     RC_ASSERT(differences(*back, shoots) == "");
-}
-
-RC_GTEST_PROP(ShootJsonProperty, ReadsBackToTheSecondWithTextDates, ()) {
-    const auto shoot = *testing::generated<Shoot>({.moments = testing::wholeSecond()});
-    JsonWriter out(JsonWriter::Layout::Indented);
-    writeShoot(out, shoot, DateForm::Iso8601);
-    const auto back = readShoot(out.written(), DateForm::Iso8601);
-    RC_ASSERT(back.has_value());
-    RC_ASSERT(differences(*back, shoot) == "");
 }
 
 RC_GTEST_PROP(ShootJsonProperty, NoBytesAreACrashAndWhatIsReadCanBeWritten, ()) {

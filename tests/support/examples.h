@@ -25,6 +25,14 @@ inline Uuid numberedId(unsigned number) {
 // 2026-03-14T09:30:00Z
 inline constexpr Timestamp kMorning{795173400};
 
+// The set's number, brand, model, location and e-mail, then its items, in one readable line.
+inline std::string summary(const SetData& set) {
+    auto text = set.setNumber + "|" + set.brand + "|" + set.model + "|" + set.location + "|" + set.email;
+    for (const auto& item : set.items)
+        text += "|" + item.name + "+" + item.color;
+    return text;
+}
+
 // The set "12" of Noorderlicht: two garments, a model, a place, no e-mail address.
 inline SetData noorderlicht() {
     SetData set;
