@@ -8,14 +8,11 @@
 namespace vantor {
 namespace {
 
-TEST(SiteTest, IsTheOneOfTheBuild) {
+TEST(Site, IsTheOneOfTheBuildAndHasWebAddresses) {
     const std::string site = VANTOR_TEST_SITE;
     EXPECT_EQ(kSiteHost, site);
     EXPECT_EQ(kUpdateEndpoint, "https://" + site + "/wp-json/vantor/v1/version-prep");
     EXPECT_EQ(kManualPage, "https://" + site + "/handleiding");
-}
-
-TEST(SiteTest, HasWebAddresses) {
     EXPECT_TRUE(isWebAddress(kUpdateEndpoint));
     EXPECT_TRUE(isWebAddress(kManualPage));
 }
