@@ -22,18 +22,11 @@ using ::testing::ElementsAre;
 using testing::Ignoring;
 using ::testing::IsEmpty;
 using testing::kMorning;
+using testing::summary;
 using testing::TextCase;
 
 std::vector<SetData> read(std::string_view text) {
     return readSetCSV(text, kMorning).sets;
-}
-
-// number|brand|model|location|email, then |name+colour for every item.
-std::string summary(const SetData& set) {
-    auto text = set.setNumber + "|" + set.brand + "|" + set.model + "|" + set.location + "|" + set.email;
-    for (const auto& item : set.items)
-        text += "|" + item.name + "+" + item.color;
-    return text;
 }
 
 std::vector<std::string> summaries(std::string_view text) {
@@ -43,20 +36,15 @@ std::vector<std::string> summaries(std::string_view text) {
     return all;
 }
 
-bool hasLines(std::string_view text) {
-    return readSetCSV(text, kMorning).hasLines;
-}
-
 constexpr auto kDocumented = "Set;Merk;Items;Model;Locatie\n"
                              "1;Marvis;coated pants/brown, sweater/blue navy;Anna;Studio A";
 
 TEST(ReadSetCsv, ReadsTheDocumentedExample) {
-    const auto sets = read(kDocumented);
-    ASSERT_EQ(sets.size(), 1U);
-    EXPECT_EQ(summary(sets[0]), "1|Marvis|Anna|Studio A||coated pants+brown|sweater+blue navy");
-    EXPECT_EQ(sets[0].taggedCount, 0);
-    EXPECT_EQ(sets[0].timestamp.secondsSinceReference, kMorning.secondsSinceReference);
-    const std::set<Uuid> ids{sets[0].id, sets[0].items[0].id, sets[0].items[1].id, Uuid()};
+    const auto set = read(kDocumented).at(0);
+    EXPECT_EQ(summary(set), "1|Marvis|Anna|Studio A||coated pants+brown|sweater+blue navy");
+    EXPECT_EQ(set.taggedCount, 0);
+    EXPECT_EQ(set.timestamp.secondsSinceReference, kMorning.secondsSinceReference);
+    const std::set<Uuid> ids{set.id, set.items[0].id, set.items[1].id, Uuid()};
     EXPECT_EQ(ids.size(), 4U) << "fresh ids";
 }
 
@@ -64,9 +52,9 @@ TEST(ReadSetCsv, GivesNothingForAHeaderAlone) {
     for (const auto* text :
          {"", "\n\n", " \t\n\u00A0", "Set;Merk", "Set;Merk\n\n  \n\t\r\n", "\uFEFF\n\nSet;Merk\n"}) {
         EXPECT_THAT(summaries(text), IsEmpty()) << text;
-        EXPECT_FALSE(hasLines(text)) << text;
+        EXPECT_FALSE(readSetCSV(text, kMorning).hasLines) << text;
     }
-    EXPECT_TRUE(hasLines("Set;Merk\nx"));
+    EXPECT_TRUE(readSetCSV("Set;Merk\nx", kMorning).hasLines);
 }
 
 TEST(ReadSetCsv, MakesASetOfEachLine) {
@@ -106,16 +94,13 @@ TEST(ReadSetCsv, MakesASetOfEachLine) {
                   "Merk;Model\nNi\0ke;\xFF\n\0\n"s,
                   {"1|Ni\0ke|\xFF||"s, "2|\0|||"s}}))
         EXPECT_EQ(summaries(text), sets) << behaviour;
-    EXPECT_EQ(read("Set;Merk;Getagd\n1;Nike;12").at(0).taggedCount, 0);
 }
 
 TEST(ReadSetCsv, TakesAnyLineEnd) {
-    const auto lines = summaries("Set;Merk\n1;a\n2;b\n");
-    EXPECT_THAT(lines, ElementsAre("1|a|||", "2|b|||"));
-    for (const auto* end : {"\r\n", "\r", "\u2028", "\u2029", "\u0085", "\v", "\f"}) {
-        const std::string e = end;
-        EXPECT_EQ(summaries("Set;Merk" + e + "1;a" + e + "2;b" + e), lines);
-        EXPECT_EQ(summaries("Set;Merk" + e + "1;a" + e + "2;b"), lines) << "without one at the end";
+    for (const std::string end : {"\n", "\r\n", "\r", "\u2028", "\u2029", "\u0085", "\v", "\f"}) {
+        for (const auto& last : {end, std::string()})
+            EXPECT_THAT(summaries("Set;Merk" + end + "1;a" + end + "2;b" + last),
+                        ElementsAre("1|a|||", "2|b|||"));
     }
 }
 
@@ -140,12 +125,10 @@ TEST(SetCsvHeader, TellsTheColumns) {
 }
 
 TEST(ReadSetCsv, TakesAVeryLongLine) {
-    std::string text = "Merk;Items\n";
-    text.append(100'000'000, 'x');
-    const auto sets = read(text);
+    const auto sets = read("Merk;Items\n" + std::string(100'000'000, 'x') + ";tee");
     ASSERT_EQ(sets.size(), 1U);
     EXPECT_EQ(sets[0].brand.size(), 100'000'000U);
-    EXPECT_FALSE(hasLines(std::string_view(text).substr(11)));
+    EXPECT_EQ(sets[0].items.size(), 1U);
 }
 
 Shoot shootOf(SetList sets) {
