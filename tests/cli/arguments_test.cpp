@@ -41,11 +41,7 @@ std::vector<std::string> wordsOf(std::string line) {
 
 TEST_F(Arguments, MisuseIsNamedAndDoesNothing) {
     write("a.csv", "Set;Merk\n1;Marvis\n");
-    struct Case {
-        std::string line;
-        std::string problem;
-    };
-    for (const auto& [line, problem] : std::vector<Case>{
+    for (const auto& [line, problem] : std::vector<std::pair<std::string, std::string>>{
              {"", "geen opdracht gegeven"},
              {"druk a.csv", "onbekende opdracht ‘druk’"},
              {"druk --help", "onbekende opdracht ‘druk’"},
@@ -88,16 +84,12 @@ TEST_F(Arguments, MisuseIsNamedAndDoesNothing) {
     }
 }
 
-TEST_F(Arguments, OptionsStandBeforeOrBehindTheInput) {
-    write("a.csv", "Set;Merk\n1;Marvis\n");
-    done({"convert", "--output", "1.csv", "a.csv"});
-    done({"convert", "a.csv", "--output=2.csv"});
-    EXPECT_EQ(read("1.csv"), read("2.csv"));
-}
-
-TEST_F(Arguments, FilesAreReadAsTheirNamesOrOptionsSay) {
+TEST_F(Arguments, OptionsStandBeforeOrBehindTheInputAndFilesAreReadAsTheirNamesOrOptionsSay) {
     for (const std::string name : {"A.CSV", "--help.csv", "sets.txt"})
         write(name, "Set;Merk\n1;Marvis\n");
+    done({"convert", "--output", "1.csv", "A.CSV"});
+    done({"convert", "A.CSV", "--output=2.csv"});
+    EXPECT_EQ(read("1.csv"), read("2.csv"));
     done({"convert", "A.CSV", "--output", "B.Vantor"});
     for (const auto& arguments : std::vector<std::vector<std::string>>{
              {"list", "B.Vantor"}, {"list", "--", "--help.csv"}, {"list", "sets.txt", "--from", "csv"}})

@@ -1,6 +1,7 @@
 #include "tests/cli/program.h"
 
 #include "formats/shoot_file.h"
+#include "tests/support/read_file.h"
 
 #include <sys/wait.h>
 
@@ -34,11 +35,6 @@ std::string quoted(std::string word) {
 }
 
 } // namespace
-
-void PrintTo(const Outcome& run, std::ostream* out) {
-    *out << "status " << (run.status ? std::to_string(*run.status) : "absent") << "\noutput: " << run.output
-         << "\nerrors: " << run.errors;
-}
 
 void Program::TearDown() {
     for (const auto* const folder : {"data", "config", ".local", ".config"})
@@ -110,9 +106,7 @@ SetData setOf(std::string number, std::string brand, std::vector<SetItem> items)
 }
 
 std::string example(const std::string& name) {
-    auto bytes = bytesOf(fs::path(VANTOR_EXAMPLES) / name);
-    EXPECT_FALSE(bytes.empty()) << "cannot read the example " << name;
-    return bytes;
+    return readFile(fs::path(VANTOR_EXAMPLES) / name);
 }
 
 } // namespace vantor::testing

@@ -12,7 +12,7 @@
 
 #include <filesystem>
 #include <optional>
-#include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +29,6 @@ struct Outcome {
     std::string output;
     std::string errors;
 };
-
-void PrintTo(const Outcome& run, std::ostream* out);
 
 struct Streams {
     // Bytes for standard input; without them it is empty.
