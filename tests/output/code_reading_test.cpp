@@ -52,33 +52,24 @@ TEST(PrintedCards, AreReadByBothReaders) {
     }
 }
 
-TEST(GeneratedPictures, AreReadByBothReaders) {
-    const QrencodeEncoder encoder;
+TEST(GeneratedPictures, AreReadByBothReadersWhateverTheirTextsHold) {
+    // Digits and capitals alone, line breaks, zero, what shifted character sets would change, and emoji.
+    std::vector<std::string> texts{
+        "0123456789", "SET:12", "geëxporteerd",        "a\nb\r\nc", std::string("a\0b", 3),
+        "ßÿÀ¤",       "李娜",   "👩‍🎨🇳🇱", "\\000026",  "%%$GS\x1D"};
     std::mt19937 random(3);
-    for (const std::size_t bytes : {20U, 60U, 120U, 200U, 400U, 700U, 900U}) {
-        const auto text = testing::setOfBytes(bytes, random).toQRText();
+    for (const std::size_t bytes : {20U, 60U, 120U, 200U, 400U, 700U, 900U})
+        texts.push_back(testing::setOfBytes(bytes, random).toQRText());
+    const QrencodeEncoder encoder;
+    for (const auto& text : texts) {
         const auto picture = QRGenerator(encoder).generate(text, 600);
         ASSERT_TRUE(picture);
         const auto png = LibpngWriter().encode(*picture);
         ASSERT_TRUE(png);
         const auto seen = testing::decodePng(*png);
         ASSERT_TRUE(seen);
-        EXPECT_EQ(readByZxing(*seen), text) << bytes;
-        EXPECT_EQ(readByZbar(*seen), text) << bytes;
-    }
-}
-
-TEST(GeneratedPictures, AreReadWithEveryByteThatTextsHold) {
-    const QrencodeEncoder encoder;
-    // Digits and capitals alone, line breaks, zero, what shifted character sets would change, and emoji.
-    for (const auto& text :
-         {std::string("0123456789"), std::string("SET:12"), std::string("geëxporteerd"),
-          std::string("a\nb\r\nc"), std::string("a\0b", 3), std::string("ßÿÀ¤"), std::string("李娜"),
-          std::string("👩‍🎨🇳🇱"), std::string("\\000026"), std::string("%%$GS\x1D")}) {
-        const auto picture = QRGenerator(encoder).generate(text, 600);
-        ASSERT_TRUE(picture);
-        EXPECT_EQ(readByZxing(testing::grayPicture(*picture)), text);
-        EXPECT_EQ(readByZbar(testing::grayPicture(*picture)), text);
+        EXPECT_EQ(readByZxing(*seen), text);
+        EXPECT_EQ(readByZbar(*seen), text);
     }
 }
 

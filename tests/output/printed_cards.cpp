@@ -16,11 +16,6 @@ namespace {
 constexpr std::array kWords{"jurk", "broek", "coltrui",  "geëxporteerd", "crème", "blauw", "naïef", "zijde",
                             "wol",  "Zoë",   "Ångström", "½ maat",       "24",    "7b",    "李娜",  "🧥"};
 
-template <typename List>
-const auto& anyOf(const List& list, std::mt19937& random) {
-    return list[random() % list.size()];
-}
-
 // One page, printed by another program than drew it.
 GrayPicture printedPage(const std::filesystem::path& document, std::size_t page, int dotsPerInch,
                         const TemporaryFolder& folder) {
@@ -30,9 +25,7 @@ GrayPicture printedPage(const std::filesystem::path& document, std::size_t page,
         runCommand("pdftoppm -gray -singlefile -r " + std::to_string(dotsPerInch) + " -f " + number + " -l " +
                    number + " " + document.string() + " " + picture.string());
     EXPECT_EQ(result.status, 0) << result.output;
-    const auto read = readPgm(picture.string() + ".pgm");
-    EXPECT_TRUE(read);
-    return read.value_or(GrayPicture{});
+    return readPgm(picture.string() + ".pgm").value();
 }
 
 } // namespace
@@ -41,11 +34,10 @@ SetData setOfBytes(std::size_t bytes, std::mt19937& random) {
     auto set = SetData::make(Timestamp{0});
     set.setNumber = std::to_string(random() % 100);
     set.brand = "B";
-    while (true) {
-        const auto* const color = anyOf(kWords, random);
-        set.items.push_back(SetItem::make(anyOf(kWords, random), color));
-        if (set.toQRText().size() > bytes)
-            break;
+    const auto word = [&random] { return kWords[random() % kWords.size()]; };
+    while (set.toQRText().size() <= bytes) {
+        const auto* const color = word();
+        set.items.push_back(SetItem::make(word(), color));
     }
     set.items.pop_back();
     for (auto length = set.toQRText().size(); length < bytes; ++length)
@@ -63,7 +55,7 @@ std::vector<GrayPicture> printedCards(const SetList& sets, BulkQRDensity density
 
     static constexpr double kPointsPerInch = 72;
     const std::size_t columns = density == BulkQRDensity::large ? 2 : 3;
-    const std::size_t perPage = columns * columns;
+    const auto perPage = columns * columns;
     std::vector<GrayPicture> cards;
     for (std::size_t first = 0; first < sets.size(); first += perPage) {
         const auto page = printedPage(document, first / perPage + 1, dotsPerInch, folder);
