@@ -157,6 +157,15 @@ class Desktop:
         return self.wait_for(holds, what)
 
 
+# The list's first row, and the first button in it.
+FIRST_ROW = ["ctrl+f", "Tab", "Home", "Tab"]
+
+
+def command(stops):
+    """So many Tab stops on from the scanner field, and press what is there. A disabled command is no stop."""
+    return ["ctrl+l"] + ["Tab"] * stops + ["space"]
+
+
 def stored(shoot_file):
     """A shoot file's shoot as the program's own store keeps it: dates as seconds since 2001."""
     from datetime import datetime, timezone
@@ -175,13 +184,8 @@ def stored(shoot_file):
 
 def card_text(one_set):
     """The text of a set's card."""
-    lines = []
-    for tag, key in (("SET", "setNumber"), ("BRAND", "brand")):
-        if one_set[key]:
-            lines.append(f"{tag}:{one_set[key]}")
-    for item in one_set["items"]:
-        lines.append(f"ITEM:{item['name']}" + (f"/{item['color']}" if item["color"] else ""))
-    for tag, key in (("MODEL", "model"), ("LOCATION", "location"), ("EMAIL", "email")):
-        if one_set[key]:
-            lines.append(f"{tag}:{one_set[key]}")
-    return "\n".join(lines)
+    def lines(*fields):
+        return [f"{tag}:{one_set[key]}" for tag, key in fields if one_set[key]]
+    items = [f"ITEM:{item['name']}" + (f"/{item['color']}" if item["color"] else "") for item in one_set["items"]]
+    return "\n".join(lines(("SET", "setNumber"), ("BRAND", "brand")) + items
+                     + lines(("MODEL", "model"), ("LOCATION", "location"), ("EMAIL", "email")))

@@ -5,13 +5,7 @@ import re
 import subprocess
 import sys
 
-from desktop import Desktop, card_text
-from screenshots import FIRST_ROW
-
-
-def command(stops):
-    """So many Tab stops on from the scanner field, and press what is there. A disabled command is no stop."""
-    return ["ctrl+l"] + ["Tab"] * stops + ["space"]
+from desktop import FIRST_ROW, Desktop, card_text, command
 
 
 def choose_file(desktop, title, path):
