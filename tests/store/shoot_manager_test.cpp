@@ -1,13 +1,11 @@
 #include "model/shoot_json.h"
-#include "store/shoot_manager.h"
 #include "tests/store/shoot_manager_fixture.h"
-#include "tests/support/lone_stores.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <optional>
+#include <tuple>
 
 namespace vantor {
 namespace {
@@ -18,42 +16,31 @@ using ::testing::IsEmpty;
 
 class ShootManagerTest : public testing::ShootManagerFixture {};
 
-TEST_F(ShootManagerTest, BeginsEmptyAndReadsNothing) {
+TEST_F(ShootManagerTest, BeginsEmptyAddsInFrontAndReplacesWholeSetsWhereverTheyAre) {
     EXPECT_THAT(m_manager.shoots(), IsEmpty());
     EXPECT_FALSE(m_manager.activeShootId());
     EXPECT_FALSE(m_manager.activeSetId());
     EXPECT_EQ(m_manager.activeShoot(), nullptr);
     EXPECT_EQ(m_manager.activeSet(), nullptr);
     EXPECT_THAT(m_files.reads, IsEmpty());
-}
 
-TEST_F(ShootManagerTest, NewestSetComesFirstInTheShootThatIsNamedWhicheverIsActive) {
     const auto a = newShoot("a");
-    const auto b = newShoot("b");
-    EXPECT_EQ(savesOf([&] { newSet(a, "A"); }), 1U);
-    EXPECT_EQ(savesOf([&] { newSet(a, "B"); }), 1U);
-    EXPECT_THAT(numbers(a), ElementsAre("B", "A"));
+    EXPECT_EQ(savesOf([&] { newShoot("b"); }), 1U);
+    const auto b = m_manager.shoots()[0].id;
+    EXPECT_EQ(m_manager.shoots()[0].name, "b");
+    EXPECT_EQ(m_manager.shoots()[1].name, "a");
+    EXPECT_EQ(m_manager.activeShootId(), b);
+
+    newSet(a, "1");
+    const auto wanted = newSet(a, "2");
+    EXPECT_EQ(savesOf([&] { newSet(a, "3"); }), 1U);
+    EXPECT_THAT(numbers(a), ElementsAre("3", "2", "1"));
     EXPECT_THAT(numbers(b), IsEmpty());
     EXPECT_EQ(m_manager.activeShootId(), b);
     EXPECT_FALSE(m_manager.activeSetId()) << "adding does not activate";
-}
 
-TEST_F(ShootManagerTest, AddedShootComesFirstAndIsActiveAndSaved) {
-    newShoot("a");
-    EXPECT_EQ(savesOf([&] { newShoot("b"); }), 1U);
-    EXPECT_EQ(m_manager.shoots()[0].name, "b");
-    EXPECT_EQ(m_manager.shoots()[1].name, "a");
-    EXPECT_EQ(m_manager.activeShootId(), m_manager.shoots()[0].id);
-}
-
-TEST_F(ShootManagerTest, UpdateReplacesTheWholeSetWhereverItIs) {
-    const auto a = newShoot("a");
-    const auto b = newShoot("b");
-    newSet(a, "1");
-    const auto wanted = newSet(a, "2");
-    newSet(a, "3");
     newSet(b, "4");
-    auto updated = testing::troublesomeSet();
+    const auto updated = testing::troublesomeSet();
     EXPECT_EQ(savesOf([&] { m_manager.updateSet(wanted, updated); }), 1U);
     EXPECT_THAT(numbers(a), ElementsAre("3", "12b", "1"));
     EXPECT_EQ(differences(shoot(a).sets[1], updated), "") << "all nine fields, the id too";
@@ -94,23 +81,18 @@ TEST_F(ShootManagerTest, WhatIsUnknownChangesNothingAndOnlyDeletingItSaves) {
     EXPECT_EQ(m_manager.activeSet(), nullptr);
 }
 
-TEST_F(ShootManagerTest, DeletingTheActiveSetClearsItAndDeletingAnotherLeavesIt) {
-    const auto a = newShoot("a");
-    const auto one = newSet(a, "1");
-    const auto two = newSet(a, "2");
-    m_manager.activateSet(one);
-    m_manager.deleteSet(two);
-    EXPECT_EQ(m_manager.activeSetId(), one);
-    m_manager.deleteSet(one);
-    EXPECT_FALSE(m_manager.activeSetId());
-}
-
-TEST_F(ShootManagerTest, DeletingTheActiveShootActivatesTheOneInFrontAndLeavesTheActiveSetsId) {
+TEST_F(ShootManagerTest, DeletingTheActiveSetClearsItAndTheActiveShootActivatesTheOneInFront) {
     const auto a = newShoot("a");
     const auto b = newShoot("b");
     const auto c = newShoot("c");
     const auto one = newSet(b, "1");
+    const auto two = newSet(b, "2");
+    m_manager.activateSet(two);
+    m_manager.deleteSet(two);
+    EXPECT_FALSE(m_manager.activeSetId());
     m_manager.activateSet(one);
+    m_manager.deleteSet(newSet(b, "3"));
+    EXPECT_EQ(m_manager.activeSetId(), one) << "another one was deleted";
     m_manager.deleteShoot(a);
     EXPECT_EQ(m_manager.activeShootId(), b) << "another one was deleted";
     m_manager.deleteShoot(b);
@@ -185,9 +167,7 @@ TEST_F(ShootManagerTest, FirstShootIsActiveAfterLoadingWhicheverWasBefore) {
     m_manager.load();
     EXPECT_THAT(m_manager.shoots(), IsEmpty());
     EXPECT_FALSE(m_manager.activeShootId());
-}
 
-TEST_F(ShootManagerTest, FileOfAnEarlierVersionIsRead) {
     m_files.files[m_path] = data("shoots_legacy.json");
     m_manager.load();
     auto expected = testing::storedShoots();
@@ -199,7 +179,7 @@ TEST_F(ShootManagerTest, FileOfAnEarlierVersionIsRead) {
             set.email.clear();
         }
     }
-    EXPECT_EQ(differences(m_manager.shoots(), expected), "");
+    EXPECT_EQ(differences(m_manager.shoots(), expected), "") << "the file of an earlier version";
 }
 
 TEST_F(ShootManagerTest, StoresWithoutAFileKeepWhatTheyHoldWhenLoaded) {
@@ -235,12 +215,7 @@ TEST_F(ShootManagerTest, AnnouncesEveryChangeBeforeItTakesEffectAndThenSavesItsW
             EXPECT_EQ(m_manager.activeSetId(), activeSet);
     });
     using A = Aspect;
-    struct Operation {
-        const char* name;
-        std::function<void()> act;
-        std::vector<Aspect> announced;
-    };
-    const std::vector<Operation> operations{
+    const std::vector<std::tuple<const char*, std::function<void()>, std::vector<Aspect>>> operations{
         {"insertShoot", [&] { m_manager.insertShoot(Shoot::make("b", "", "", {})); }, {A::Shoots}},
         {"addSet", [&] { newSet(a, "2"); }, {A::Shoots}},
         {"activateSet", [&] { m_manager.activateSet(one); }, {A::ActiveSetId, A::ActiveShootId, A::Shoots}},
