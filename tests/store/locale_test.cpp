@@ -3,6 +3,7 @@
 #include "store/shoot_manager.h"
 #include "tests/store/store_fixture.h"
 #include "tests/support/differences.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/lone_stores.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <array>
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <locale>
@@ -41,11 +41,8 @@ protected:
     InTheNetherlands() : StoreFixture("/home/anna/.local/share/Vantor/file.json") {}
 
     void SetUp() override {
-        ASSERT_EQ(setenv("LOCPATH", VANTOR_TEST_LOCALES, 1), 0);
         ASSERT_NE(std::setlocale(LC_ALL, "nl_NL.UTF-8"), nullptr);
         std::locale::global(std::locale(std::locale(), new DutchNumbers));
-        // Lets the zone hold without any database of zones.
-        ASSERT_EQ(setenv("TZ", "ODD-12:45", 1), 0);
         tzset();
         ASSERT_EQ(printed("%.1f", 0.5), "0,5");
         const std::time_t noon = 43200;
@@ -55,10 +52,11 @@ protected:
     void TearDown() override {
         std::locale::global(std::locale::classic());
         std::setlocale(LC_ALL, "C");
-        unsetenv("TZ");
-        tzset();
-        unsetenv("LOCPATH");
     }
+
+    const testing::EnvironmentVariable m_locales{"LOCPATH", VANTOR_TEST_LOCALES};
+    // Lets the zone hold without any database of zones.
+    const testing::EnvironmentVariable m_zone{"TZ", "ODD-12:45"};
 };
 
 TEST_F(InTheNetherlands, ShootsAreSavedAndLoadedAsAnywhere) {
@@ -90,14 +88,12 @@ TEST_F(InTheNetherlands, CatalogueIsSavedAndLoadedAsAnywhere) {
     EXPECT_EQ(saved(), data("catalog.json"));
 }
 
-TEST_F(InTheNetherlands, ShootFileIsWrittenAndReadAsAnywhere) {
+TEST_F(InTheNetherlands, ShootFilesAndCsvAreWrittenAndReadAsAnywhere) {
     const auto golden =
         testing::readFile(std::filesystem::path(VANTOR_TEST_DATA) / "../../formats/data/ibiza.vantor");
     EXPECT_EQ(writeShootFile(testing::ibiza()), golden);
     EXPECT_EQ(differences(readShootFile(golden).value(), testing::ibiza()), "");
-}
 
-TEST_F(InTheNetherlands, CsvIsWrittenAsAnywhere) {
     testing::LoneShoots manager;
     auto shoot = testing::ibiza();
     shoot.sets = SetList{shoot.sets.front()};

@@ -13,6 +13,7 @@
 #include <functional>
 #include <iostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -50,19 +51,16 @@ void expectAtMostSixTimes(const char* what, const std::string& bytes, const Read
     EXPECT_LE(ratio, 6) << what;
 }
 
-std::size_t setsOfShoots(const std::string& json) {
-    const auto shoots = readShoots(json, DateForm::SecondsSinceReference);
-    return shoots && !shoots->empty() ? shoots->front().sets.size() : 0;
+std::size_t shootsOf(const std::string& json) {
+    return readShoots(json, DateForm::SecondsSinceReference).value_or(std::vector<Shoot>()).size();
 }
 
-std::size_t shootsOf(const std::string& json) {
-    const auto shoots = readShoots(json, DateForm::SecondsSinceReference);
-    return shoots ? shoots->size() : 0;
+std::size_t setsOfShoots(const std::string& json) {
+    return readShoots(json, DateForm::SecondsSinceReference).value().at(0).sets.size();
 }
 
 std::size_t productsOf(const std::string& json) {
-    const auto catalog = readCatalog(json);
-    return catalog ? catalog->products.size() : 0;
+    return readCatalog(json).value().products.size();
 }
 
 // A list, and what stands around it.
@@ -122,14 +120,8 @@ TEST(LoadingMemory, OfTenThousandSetsIsAtMostSixTimesTheFile) {
 
 // Many lists are just above a power of two, where one that doubles has the most room to spare.
 TEST(LoadingMemory, OfWhatTakesTheMostIsAtMostSixTimesTheFile) {
-    struct Case {
-        const char* what;
-        std::string json;
-        Read read;
-        std::size_t expected;
-    };
     const std::string tooLongToBeKeptInPlace(16, 'x');
-    const Case cases[] = {
+    const std::vector<std::tuple<const char*, std::string, Read, std::size_t>> cases{
         {"many empty shoots", repeated(kEmptyShoot, 40'000), shootsOf, 40'000},
         {"just above a power of two", repeated(kEmptyShoot, 32'769), shootsOf, 32'769},
         {"many empty sets", "[" + shootWith(repeated(setWith("[]"), 32'769)) + "]", setsOfShoots, 32'769},

@@ -10,13 +10,13 @@
 #include "tests/support/standing_clock.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -81,21 +81,19 @@ protected:
         std::ranges::sort(all);
         return all;
     }
-    void putPoint(const std::string& name) { m_files.files[kPoints / name] = std::string(1000, ' '); }
+    void putFiles(const fs::path& folder, const Names& names) {
+        for (const auto& name : names)
+            m_files.files[folder / name] = std::string(1000, ' ');
+    }
 
     testing::MemoryFileStore m_files;
     testing::StandingClock m_clock{testing::kMorning};
 };
 
-struct Act {
-    std::function<void(Running&)> act;
-    // Before what a point is kept; absent: none is.
-    std::optional<std::string> before;
-};
-
 TEST_F(RestorePointsTest, AreKeptBeforeWhatTakesOrBringsMuchAndBeforeTheFirstChangeOfADay) {
     const auto activate = [](Running& run) { run.shoots.activateSet(run.shoot().sets.front().id); };
-    const std::vector<Act> acts{
+    // And before what a point is kept; absent: none is.
+    const std::vector<std::pair<std::function<void(Running&)>, std::optional<std::string>>> acts{
         {[](Running& run) { run.shoots.addSet(run.shoot().id, testing::noorderlicht()); }, std::nullopt},
         {activate, std::nullopt},
         {[](Running& run) { run.shoots.deleteSet(run.shoot().sets.back().id); }, std::nullopt},
@@ -125,22 +123,23 @@ TEST_F(RestorePointsTest, AreKeptBeforeWhatTakesOrBringsMuchAndBeforeTheFirstCha
     }
     EXPECT_THAT(names(), SizeIs(1));
     Running run(m_files, m_clock.clock());
-    for (std::size_t i = 0; i < acts.size(); ++i) {
+    for (const auto& [act, expected] : acts) {
+        SCOPED_TRACE(expected.value_or("no point"));
         later(1);
         const auto content =
             m_files.files.at(kShoots) + "\n" + m_files.files.at(kFolder / "catalog.json") + "\n";
         const auto before = names();
-        acts[i].act(run);
-        EXPECT_EQ(names(), before) << i << ": it is made in the background";
+        act(run);
+        EXPECT_EQ(names(), before) << "it is made in the background";
         run.letGo();
         const auto after = names();
-        ASSERT_EQ(after.size(), before.size() + (acts[i].before ? 1 : 0)) << i;
-        if (!acts[i].before)
+        ASSERT_EQ(after.size(), before.size() + (expected ? 1 : 0));
+        if (!expected)
             continue;
         EXPECT_EQ(after.back(), compactTime(m_clock.now()) + ".jsonl");
         const auto& bytes = m_files.files.at(kPoints / after.back());
-        EXPECT_EQ(readPointHead(bytes)->before, *acts[i].before);
-        EXPECT_EQ(bytes.substr(bytes.find('\n') + 1), content) << i << ": as all was before";
+        EXPECT_EQ(readPointHead(bytes)->before, expected);
+        EXPECT_EQ(bytes.substr(bytes.find('\n') + 1), content) << "as all was before";
     }
 }
 
@@ -187,12 +186,8 @@ TEST_F(RestorePointsTest, GoWhenThereAreNewerOnesEnough) {
     Names recent;
     for (unsigned i = 0; i < 52; ++i)
         recent.push_back(compactTime({testing::kMorning.secondsSinceReference - 60 * i}) + ".jsonl");
-    struct Case {
-        const char* what;
-        Names names;
-        Names outdated;
-    };
-    const std::vector<Case> cases{
+    // Those there are, and those that go.
+    const std::vector<std::tuple<const char*, Names, Names>> cases{
         {"fifty of the last three days", recent, {recent[50], recent[51]}},
         {"of a day before, the last one",
          {"20260310T080000Z.jsonl", "20260310T180000Z.jsonl", "20260309T080000Z.jsonl"},
@@ -207,14 +202,13 @@ TEST_F(RestorePointsTest, GoWhenThereAreNewerOnesEnough) {
         {"of a clock that was ahead", {"20990101T000000Z.jsonl", "20990101T000001Z.jsonl"}, {}},
         {"not ours", {"mine.jsonl", "20260001T000000Z.jsonl"}, {}},
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(outdatedPoints(each.names, testing::kMorning), each.outdated) << each.what;
+    for (const auto& [what, names, outdated] : cases)
+        EXPECT_EQ(outdatedPoints(names, testing::kMorning), outdated) << what;
 }
 
 TEST_F(RestorePointsTest, GoOnlyForOneThatCouldBeMadeAlsoWhileTheClockIsWrong) {
     const Names old{"20200101T000000Z.jsonl", "20200101T000001Z.jsonl"};
-    for (const auto& name : old)
-        putPoint(name);
+    putFiles(kPoints, old);
     const auto keep = [&] {
         Running run(m_files, m_clock.clock());
         run.shoots.addShoot(testing::ibiza());
@@ -233,13 +227,10 @@ TEST_F(RestorePointsTest, GoOnlyForOneThatCouldBeMadeAlsoWhileTheClockIsWrong) {
 }
 
 TEST_F(RestorePointsTest, GoOldestFirstOnlyForASaveThatWantsRoom) {
-    for (const auto* const name :
-         {"shoots-2026-03-01.json", "catalog-2026-03-01.json", "shoots-2026-03-03.json",
-          "mine-2026-01-01.json", "shoots-from-annas.json"})
-        m_files.files[kCopies / name] = std::string(1000, ' ');
-    for (const auto* const name :
-         {"20260302T080000Z.jsonl", "20260304T080000Z.jsonl", "20260305T080000Z.jsonl", "mine.jsonl"})
-        putPoint(name);
+    putFiles(kCopies, {"shoots-2026-03-01.json", "catalog-2026-03-01.json", "shoots-2026-03-03.json",
+                       "mine-2026-01-01.json", "shoots-from-annas.json"});
+    putFiles(kPoints,
+             {"20260302T080000Z.jsonl", "20260304T080000Z.jsonl", "20260305T080000Z.jsonl", "mine.jsonl"});
     Running run(m_files, m_clock.clock());
     // What is left, and whether the save succeeds, where the room is short of so many files.
     const auto save = [&](std::size_t files) {

@@ -4,13 +4,13 @@
 #include "tests/support/standing_clock.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace vantor {
@@ -75,13 +75,9 @@ TEST_F(StoreFileTest, SetsAsideWhatItNeitherReadNorWrote) {
     };
     const auto gone = [this] { m_files.files.clear(); };
     const auto replaced = [this] { m_files.files[kPath] = "others'"; };
-    struct Case {
-        const char* what;
-        std::vector<std::function<void()>> before;
-        // What is set aside by the next save.
-        std::string aside;
-    };
-    const std::vector<Case> cases{
+    // What is done before, and set aside by the next save.
+    using Act = std::function<void()>;
+    const std::vector<std::tuple<const char*, std::vector<Act>, std::string>> cases{
         {"never asked for", {}, "old"},
         {"read well", {read}, ""},
         {"read well, in a folder that could not be made",
@@ -112,21 +108,10 @@ TEST_F(StoreFileTest, SetsAsideWhatItNeitherReadNorWrote) {
     }
 }
 
-TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveAndOnlyByThat) {
+TEST_F(StoreFileTest, FileThatMadeNoSenseIsSetAsideByTheFirstSaveThatCanAndNotOverwrittenBefore) {
     m_files.files[kPath] = "garbage";
     EXPECT_EQ(load(false), "garbage");
     EXPECT_THAT(m_files.renames, IsEmpty()) << "nothing is touched before the first save";
-    m_file.save("new");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "new"), Pair(kAside, "garbage")));
-    m_clock.set({0});
-    m_file.save("newer");
-    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
-    EXPECT_THAT(m_files.renames, ElementsAre(Pair(kPath, kAside)));
-}
-
-TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
-    m_files.files[kPath] = "garbage";
-    load(false);
     m_files.failsToRename = true;
     m_file.save("new");
     EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "garbage")));
@@ -134,6 +119,10 @@ TEST_F(StoreFileTest, FileThatCannotBeSetAsideIsNotOverwritten) {
     m_files.failsToRename = false;
     m_file.save("newer");
     EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newer"), Pair(kAside, "garbage")));
+    m_clock.set({0});
+    m_file.save("newest");
+    EXPECT_THAT(stored(), ElementsAre(Pair(kPath, "newest"), Pair(kAside, "garbage")));
+    EXPECT_THAT(m_files.renames, ElementsAre(Pair(kPath, kAside)));
 }
 
 TEST_F(StoreFileTest, KnowsSinceWhenAndWhyItIsNotSaved) {
@@ -178,16 +167,17 @@ TEST_F(StoreFileTest, WhatIsNotSavedYetIsLoadedInsteadOfTheFile) {
     EXPECT_EQ(m_files.replacements.size(), saves) << "all is saved";
 }
 
-TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKept) {
+TEST_F(StoreFileTest, OnlyTheLastFiveFilesSetAsideAreKeptAndNoneGoesForOneThatCouldNotBe) {
     m_files.files[kPath.parent_path() / "catalog.json.unreadable-20250314T093000Z"] = "another store's";
-    for (int day = 0; day < 7; ++day) {
+    for (int day = 0; day < 8; ++day) {
         m_clock.set({testing::kMorning.secondsSinceReference + day * 86400});
+        m_files.failsToRename = day == 7;
         setAside("garbage " + std::to_string(day));
     }
     std::vector<std::string> kept;
     for (const auto& [path, bytes] : stored())
         kept.push_back(bytes);
-    EXPECT_THAT(kept, ElementsAre("another store's", "new", "garbage 2", "garbage 3", "garbage 4",
+    EXPECT_THAT(kept, ElementsAre("another store's", "garbage 7", "garbage 2", "garbage 3", "garbage 4",
                                   "garbage 5", "garbage 6"));
 }
 
@@ -201,32 +191,15 @@ TEST_F(StoreFileTest, WhatStartsManyTimesInOneSecondLosesTheOldestFilesSetAside)
     EXPECT_THAT(stored(), Not(Contains(Pair(::testing::_, "garbage 0"))));
 }
 
-TEST_F(StoreFileTest, NoFileThatWasSetAsideGoesForOneThatCouldNotBe) {
-    for (int day = 0; day < 5; ++day) {
-        m_clock.set({testing::kMorning.secondsSinceReference + day * 86400});
-        setAside("garbage " + std::to_string(day));
-    }
-    m_files.failsToRename = true;
-    setAside("garbage 5");
-    EXPECT_EQ(stored().size(), 6U);
-    EXPECT_EQ(m_files.files.at(kPath), "garbage 5");
-    EXPECT_THAT(stored(), Contains(Pair(::testing::_, "garbage 0")));
-}
-
 TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSaves) {
     using Loaded = StoreFile::Loaded;
-    struct Case {
-        const char* what;
-        std::function<void()> harm;
-        Loaded loaded;
-    };
     const auto put = [this](const char* bytes) { return [this, bytes] { m_files.files[kPath] = bytes; }; };
     const auto saveLarge = [&] {
         m_files.leave(100);
         m_file.save(std::string(1000, 'x'));
         m_file.saveAgain();
     };
-    const std::vector<Case> cases{
+    const std::vector<std::tuple<const char*, std::function<void()>, Loaded>> cases{
         {"nothing", [] {}, Loaded::Read},
         {"changed by others", put("others'"), Loaded::ReadChanged},
         {"one of long ago put back", put("one"), Loaded::ReadChanged},
@@ -253,15 +226,15 @@ TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSa
          },
          Loaded::Read},
     };
-    for (const auto& each : cases) {
+    for (const auto& [what, harm, loaded] : cases) {
         m_files.capacity.reset();
         for (const auto* const content : {"one", "two", "three"})
             m_file.save(content);
-        each.harm();
+        harm();
         StoreFile next(m_files, kPath);
         EXPECT_EQ(next.loaded(), Loaded::NotYet);
         next.load([](std::string_view bytes) { return bytes != "garbage"; });
-        EXPECT_EQ(next.loaded(), each.loaded) << each.what;
+        EXPECT_EQ(next.loaded(), loaded) << what;
         m_files.files.clear();
     }
 }

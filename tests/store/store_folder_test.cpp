@@ -8,7 +8,6 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <filesystem>
@@ -29,9 +28,6 @@ const fs::path kShoots = kFolder / "shoots.json";
 
 class StoreFolderTest : public ::testing::Test {
 protected:
-    static void add(ShootManager& manager, const std::string& name) {
-        manager.addShoot(Shoot::make(name, "", "", testing::kMorning));
-    }
     [[nodiscard]] bool holds(const fs::path& path, const std::string& text) const {
         return m_files.files.at(path).find(text) != std::string::npos;
     }
@@ -42,19 +38,16 @@ protected:
     StoreFolder m_folder{m_files, kFolder, m_clock.clock(), [](const std::function<void()>&) {}, m_timer};
 };
 
-TEST_F(StoreFolderTest, ClearsBothFoldersOfUnfinishedSavesBeforeAnythingIsRead) {
+TEST_F(StoreFolderTest, ClearsBothFoldersOfUnfinishedSavesAndTriesEveryFiveSecondsToSaveWhatIsNot) {
     EXPECT_THAT(m_files.cleared, ElementsAre(kFolder, kFolder / "versions"));
     EXPECT_THAT(m_files.reads, IsEmpty());
-}
-
-TEST_F(StoreFolderTest, TriesEveryFiveSecondsToSaveWhatIsNot) {
     int told = 0;
     const auto connection = m_folder.savingChanged().connect([&] { ++told; });
     m_files.failsToReplace = true;
     {
         testing::LoneShoots manager(&m_folder.shoots(), m_clock.clock());
-        add(manager, "Texel");
-        add(manager, "Ibiza");
+        for (const auto* const name : {"Texel", "Ibiza"})
+            manager.addShoot(Shoot::make(name, "", "", testing::kMorning));
         m_clock.set({m_clock.now().secondsSinceReference + 1});
         testing::LoneCatalog(&m_folder.catalog()).addBrand("Noorderlicht");
     }

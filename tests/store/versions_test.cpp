@@ -5,10 +5,8 @@
 #include "tests/support/memory_file_store.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,35 +18,19 @@ const std::filesystem::path kFolder = "/home/anna/.local/share/Vantor";
 const auto kShoots = testing::jsonOf(std::vector{testing::ibiza()});
 const auto kCatalog = testing::jsonOf(testing::storedCatalog());
 
-// A version, as it is listed and read.
-struct Found {
-    std::string moment;
-    std::string before;
-    // Shoots and sets; empty where they cannot be told.
-    std::string counts;
-    // Which stores it gives back.
-    std::string content;
-
-    friend bool operator==(const Found&, const Found&) = default;
-};
-
-void PrintTo(const Found& found, std::ostream* out) {
-    *out << found.moment << '|' << found.before << '|' << found.counts << '|' << found.content;
-}
-
-std::vector<Found> foundIn(const FileStore& files) {
-    std::vector<Found> all;
+// Each as it is listed and read: its moment, before what it was, shoots and sets where they can be told, the stores that
+// it gives back.
+std::vector<std::string> foundIn(const FileStore& files) {
+    std::vector<std::string> all;
     for (const auto& version : versionsIn(files, kFolder)) {
-        Found found{version.at.iso8601(), version.before, {}, {}};
+        auto& found = all.emplace_back(version.at.iso8601() + "|" + version.before + "|");
         if (version.counts)
-            found.counts =
-                std::to_string(version.counts->shoots) + "/" + std::to_string(version.counts->sets);
+            found += std::to_string(version.counts->shoots) + "/" + std::to_string(version.counts->sets);
         const auto content = contentOf(files, version);
         if (content && content->shoots)
-            found.content += *content->shoots == std::vector{testing::ibiza()} ? "shoots " : "others ";
+            found += *content->shoots == std::vector{testing::ibiza()} ? "|shoots" : "|others";
         if (content && content->catalog)
-            found.content += *content->catalog == testing::storedCatalog() ? "catalog" : "other";
-        all.push_back(std::move(found));
+            found += *content->catalog == testing::storedCatalog() ? "|catalog" : "|other";
     }
     return all;
 }
@@ -75,19 +57,15 @@ TEST(Versions, AreListedNewestFirstAndReadAsWhatTheyAre) {
     put("catalog.json.unreadable-20260313T120000Z", kCatalog);
     put("shoots.json.unreadable-20260310T120000Z", kShoots);
     put("notes.json.unreadable-20260310T120000Z", kShoots);
-    const std::vector<Found> expected{
-        {"2026-03-14T09:30:00Z", "", "0/0", "others catalog"},
-        {"2026-03-14T09:30:00Z", "Import", "1/2", "shoots catalog"},
-        {"2026-03-13T12:00:00Z", "", "", "catalog"},
-        {"2026-03-13T09:30:00Z", "", "", ""},
-        {"2026-03-13T00:00:00Z", "", "1/2", "shoots catalog"},
-        {"2026-03-12T09:30:00Z", "Import", "1/2", ""},
-        {"2026-03-11T00:00:00Z", "", "", "other"},
-        {"2026-03-10T12:00:00Z", "", "1/2", "shoots "},
-    };
-    EXPECT_EQ(foundIn(files), expected);
+    EXPECT_THAT(foundIn(files),
+                ::testing::ElementsAre("2026-03-14T09:30:00Z||0/0|others|catalog",
+                                       "2026-03-14T09:30:00Z|Import|1/2|shoots|catalog",
+                                       "2026-03-13T12:00:00Z|||catalog", "2026-03-13T09:30:00Z||",
+                                       "2026-03-13T00:00:00Z||1/2|shoots|catalog",
+                                       "2026-03-12T09:30:00Z|Import|1/2", "2026-03-11T00:00:00Z|||other",
+                                       "2026-03-10T12:00:00Z||1/2|shoots"));
     files.files.clear();
-    EXPECT_EQ(foundIn(files), std::vector<Found>());
+    EXPECT_THAT(foundIn(files), ::testing::IsEmpty());
 }
 
 } // namespace
