@@ -56,6 +56,7 @@ TEST(LibpngWriter, KeepsEveryPixel) {
 TEST(LibpngWriter, WritesOneBitGreyNotInterlacedAndNothingBesideThePicture) {
     const auto bytes = LibpngWriter().encode(noise(600, 400));
     ASSERT_TRUE(bytes);
+    EXPECT_EQ(bytes, LibpngWriter().encode(noise(600, 400)));
     EXPECT_EQ(bytes->substr(0, 8), "\x89PNG\r\n\x1A\n");
     EXPECT_EQ(numberAt(*bytes, 16), 600U);
     EXPECT_EQ(numberAt(*bytes, 20), 400U);
@@ -65,10 +66,6 @@ TEST(LibpngWriter, WritesOneBitGreyNotInterlacedAndNothingBesideThePicture) {
     EXPECT_EQ(names.front(), "IHDR");
     EXPECT_EQ(names.back(), "IEND");
     EXPECT_EQ(std::ranges::count(names, "IDAT"), static_cast<std::ptrdiff_t>(names.size()) - 2);
-}
-
-TEST(LibpngWriter, MakesEqualFilesOfEqualPictures) {
-    EXPECT_EQ(LibpngWriter().encode(noise(100, 100)), LibpngWriter().encode(noise(100, 100)));
 }
 
 TEST(LibpngWriter, RefusesPicturesWithoutPixels) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -36,9 +37,10 @@ TEST(QrencodeEncoder, TakesTheSmallestCodeThatHoldsTheBytes) {
     }
 }
 
-TEST(QrencodeEncoder, DigitsAndCapitalsTakeAsMuchRoomAsOtherBytes) {
-    for (const auto* const text : {"012345678901234", "ABCDEFGHIJKLMNO",
-                                   "\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93"})
+TEST(QrencodeEncoder, DigitsCapitalsAndBytesOfValueZeroTakeAsMuchRoomAsOtherBytes) {
+    using namespace std::string_view_literals;
+    for (const auto text : {"012345678901234"sv, "ABCDEFGHIJKLMNO"sv, "a\0bcdefghijklmno"sv,
+                            "\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93\x5F\x93"sv})
         EXPECT_EQ(QrencodeEncoder().encode(text)->width(), 27) << text;
 }
 
@@ -68,12 +70,6 @@ TEST(QrencodeEncoder, SurroundsACodeOfLevelMWithOneQuietModule) {
         EXPECT_TRUE(code->isBlack(1, 9));
         EXPECT_FALSE(code->isBlack(2, 9));
     }
-}
-
-TEST(QrencodeEncoder, KeepsBytesOfValueZero) {
-    const auto with = QrencodeEncoder().encode(std::string_view("a\0bcdefghijklmnop", 17));
-    ASSERT_TRUE(with);
-    EXPECT_EQ(with->width(), 27) << "as much room as any other";
 }
 
 } // namespace
