@@ -72,8 +72,9 @@ protected:
         return std::make_unique<PosixProcessLock>(m_folder / "lock");
     }
 
-    void own() {
-        m_lock = makeLock();
+    void own() { own(makeLock()); }
+    void own(std::unique_ptr<ProcessLock> lock) {
+        m_lock = std::move(lock);
         m_owner.emplace(*m_lock, m_places);
         ASSERT_EQ(m_owner->begin({}), Role::Owner);
     }
@@ -147,8 +148,16 @@ protected:
     std::vector<ui::HandedFiles> m_handed;
 };
 
-TEST_F(FirstProcessTest, HandsFilesOverOnceAndInOrder) {
-    ownAndServe();
+TEST_F(FirstProcessTest, HandsFilesOverOnceAndInOrderAlsoThoseThatCameBeforeItServes) {
+    own();
+    auto early = start({"/a"});
+    std::this_thread::sleep_for(300ms);
+    EXPECT_FALSE(early.hasEnded());
+    serve();
+    EXPECT_EQ(early.role(), Role::HandedOver);
+    EXPECT_THAT(m_handed, SizeIs(1));
+    m_handed.clear();
+
     const Files files{"/b \xC3\xA9\n.vantor", "/\xFF\xFE.vantor", "/a"};
     EXPECT_EQ(roleOf(files), Role::HandedOver);
     ASSERT_THAT(m_handed, SizeIs(1));
@@ -172,16 +181,6 @@ TEST_F(FirstProcessTest, AnswersOnlyWhenTheFilesAreOpened) {
     EXPECT_THAT(m_handed, SizeIs(1));
 }
 
-TEST_F(FirstProcessTest, TakesWhatCameBeforeItServes) {
-    own();
-    auto second = start({"/a"});
-    std::this_thread::sleep_for(300ms);
-    EXPECT_FALSE(second.hasEnded());
-    serve();
-    EXPECT_EQ(second.role(), Role::HandedOver);
-    EXPECT_THAT(m_handed, SizeIs(1));
-}
-
 TEST_F(FirstProcessTest, WaitsForAnOwnerThatDoesNotListenYetAsLongAsItsPatience) {
     m_lock = makeLock();
     ASSERT_EQ(m_lock->tryTake(), ProcessLock::Attempt::Taken);
@@ -189,8 +188,7 @@ TEST_F(FirstProcessTest, WaitsForAnOwnerThatDoesNotListenYetAsLongAsItsPatience)
     auto second = start({"/a"});
     std::this_thread::sleep_for(300ms);
     EXPECT_FALSE(second.hasEnded());
-    m_owner.emplace(*m_lock, m_places);
-    ASSERT_EQ(m_owner->begin({}), Role::Owner);
+    own(std::move(m_lock));
     serve();
     EXPECT_EQ(second.role(), Role::HandedOver);
 }
@@ -216,7 +214,7 @@ TEST_F(FirstProcessTest, GivesAnOwnerUpThatDoesNotReact) {
     EXPECT_THAT(m_handed[0].files, ElementsAre("/b"));
 }
 
-TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGo) {
+TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGoAndTellsThatNobodyWaitsAnyMoreWhileItOpens) {
     ownAndServe(false);
     auto socket = awaited({"/a"});
     say(*socket, "g");
@@ -224,11 +222,7 @@ TEST_F(FirstProcessTest, DoesNotOpenWhatWasGivenUpAfterGo) {
     socket->abort();
     runFor(200ms);
     EXPECT_THAT(m_handed, IsEmpty());
-}
-
-TEST_F(FirstProcessTest, TellsThatNobodyWaitsAnyMoreWhileItOpens) {
-    ownAndServe(false);
-    auto socket = awaited({"/a"});
+    socket = awaited({"/a"});
     say(*socket, "g");
     ASSERT_TRUE(runUntil([&] { return m_handed.size() == 1; }));
     EXPECT_TRUE(m_handed[0].isWanted());
@@ -279,8 +273,14 @@ TEST_F(FirstProcessTest, AsksAgainWhenTheOwnerGaveUp) {
     EXPECT_TRUE(m_handed[1].handedBeforeAt);
 }
 
-TEST_F(FirstProcessTest, TakesAMessageThatComesByteByByte) {
+TEST_F(FirstProcessTest, TakesAMessageThatComesByteByByteAndIsNotHeldUpByPeersThatSayNothing) {
     ownAndServe();
+    std::vector<std::unique_ptr<QLocalSocket>> silent;
+    for (int i = 0; i < 100; ++i) {
+        silent.push_back(connected());
+        runFor(1ms);
+    }
+    say(*silent[0], "VANTOR1\n");
     auto socket = connected();
     for (const char byte : messageOf({"/a", "/b"})) {
         say(*socket, std::string(1, byte));
@@ -311,18 +311,6 @@ TEST_F(FirstProcessTest, LeavesPeersThatSpeakAnotherLanguage) {
     EXPECT_THAT(m_handed, SizeIs(1));
 }
 
-TEST_F(FirstProcessTest, IsNotHeldUpByPeersThatSayNothing) {
-    ownAndServe();
-    std::vector<std::unique_ptr<QLocalSocket>> silent;
-    for (int i = 0; i < 100; ++i) {
-        silent.push_back(connected());
-        runFor(1ms);
-    }
-    say(*silent[0], "VANTOR1\n");
-    EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
-    EXPECT_THAT(m_handed, SizeIs(1));
-}
-
 TEST_F(FirstProcessTest, TakesTheSocketOfAKilledOwnerOver) {
     {
         // A name that nobody listens at.
@@ -338,7 +326,7 @@ TEST_F(FirstProcessTest, TakesTheSocketOfAKilledOwnerOver) {
     EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
 }
 
-TEST_F(FirstProcessTest, TakesTheNextPlaceWhereTheFirstCannotBe) {
+TEST_F(FirstProcessTest, TakesTheNextPlaceWhereTheFirstCannotBeAndIsTheOnlyOwnerAlsoWhereItCannotListen) {
     m_places.prepend(QString::fromStdString((m_folder / "missing" / "socket").string()));
     m_places.prepend(QString::fromStdString((m_folder / std::string(200, 'x')).string()));
     ownAndServe();
@@ -346,18 +334,14 @@ TEST_F(FirstProcessTest, TakesTheNextPlaceWhereTheFirstCannotBe) {
     // As in another session, where other folders are for sockets.
     m_places = {QString::fromStdString((m_folder / "elsewhere").string())};
     EXPECT_EQ(roleOf({"/a"}), Role::HandedOver);
-}
-
-TEST_F(FirstProcessTest, IsTheOnlyOwnerAlsoWhereItCannotListen) {
+    end();
     m_places = {QString::fromStdString((m_folder / "missing" / "socket").string())};
     own();
     EXPECT_EQ(roleOf({"/a"}, 300ms), Role::Unanswered);
 }
 
 TEST_F(FirstProcessTest, IsTheOwnerByListeningWhereThereCanBeNoLock) {
-    m_lock = std::make_unique<NoLock>();
-    m_owner.emplace(*m_lock, m_places);
-    ASSERT_EQ(m_owner->begin({}), Role::Owner);
+    own(std::make_unique<NoLock>());
     serve();
     Start second(std::make_unique<NoLock>(), m_places, {"/a"}, 10s);
     EXPECT_EQ(second.role(), Role::HandedOver);
