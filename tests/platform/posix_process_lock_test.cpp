@@ -159,12 +159,10 @@ TEST_P(PosixProcessLockTest, IsNotInheritedByProgramsThatTheHolderStarts) {
     ::waitpid(process, nullptr, 0);
 }
 
-TEST_P(PosixProcessLockTest, CannotBeWhereNoFolderCanBe) {
+TEST_P(PosixProcessLockTest, IsTheFoldersWhereItsFileCannotBeAndNoneWhereNoFolderCanBe) {
     write(m_folder / "Vantor", "a file");
     EXPECT_EQ(makeLock()->tryTake(), Attempt::Impossible);
-}
-
-TEST_P(PosixProcessLockTest, IsTheFoldersWhereItsFileCannotBe) {
+    std::filesystem::remove(m_folder / "Vantor");
     std::filesystem::create_directories(m_file);
     const auto expectOneAtATime = [this] {
         const auto first = makeLock();
@@ -185,19 +183,13 @@ TEST_P(PosixProcessLockTest, IsTheFoldersWhereItsFileCannotBe) {
 
 // --- the kernel decides, whatever the file says
 
-TEST(PosixProcessLockByTheKernel, IsTakenThoughTheFileNamesALivingProcess) {
+TEST(PosixProcessLockByTheKernel, IsTakenThoughTheFileNamesALivingProcessAndHeldWhateverBecomesOfIt) {
     const TemporaryFolder folder;
     {
         PosixProcessLock before(folder / "before", noKernelLocks);
         ASSERT_EQ(before.tryTake(), Attempt::Taken);
         std::filesystem::copy_file(folder / "before", folder / "lock");
     }
-    PosixProcessLock lock(folder / "lock");
-    EXPECT_EQ(lock.tryTake(), Attempt::Taken);
-}
-
-TEST(PosixProcessLockByTheKernel, IsHeldWhateverBecomesOfItsFile) {
-    const TemporaryFolder folder;
     PosixProcessLock first(folder / "lock");
     PosixProcessLock second(folder / "lock");
     ASSERT_EQ(first.tryTake(), Attempt::Taken);
@@ -269,7 +261,7 @@ protected:
     std::vector<std::string> m_lines;
 };
 
-TEST_F(StaleLock, IsTakenOverUnlessItIsOfThatVeryLivingProcess) {
+TEST_F(StaleLock, IsTakenOverUnlessItIsOfThatVeryLivingProcessAndMakesSense) {
     const auto ended = ::fork();
     if (ended == 0)
         ::_exit(0);
@@ -279,9 +271,6 @@ TEST_F(StaleLock, IsTakenOverUnlessItIsOfThatVeryLivingProcess) {
     EXPECT_EQ(tryAfter(2, "1"), Attempt::Taken) << "a later process of that number";
     EXPECT_EQ(tryAfter(3, "00000000-0000-4000-8000-000000000000"), Attempt::Taken)
         << "before the machine started";
-}
-
-TEST_F(StaleLock, ThatMakesNoSenseIsTakenOver) {
     for (const auto* const content :
          {"", "\n\n\n\n\n", "vantor-prep lock 1", "vantor-prep lock 1\nx\n1\n2\n\n",
           "vantor-prep lock 1\n-1\n1\n2\n\n"}) {
