@@ -15,35 +15,24 @@ import support
 STORES = ("shoots", "catalog")
 
 
-class Disk:
-    """A small file system, mounted for as long as it is used."""
+def run(*command):
+    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    if done.returncode != 0:
+        raise OSError(f"{' '.join(command[:3])}: {done.stdout.strip()}")
 
-    def __init__(self, kind, folder):
-        self.kind = kind
-        self.place = folder / kind
-        self.image = folder / "image"
 
-    def mount(self):
-        """Where it is mounted."""
-        self.place.mkdir()
-        if self.kind == "tmpfs":
-            command = ["mount", "-t", "tmpfs", "-o", "size=24m", "none", str(self.place)]
-        else:
-            with open(self.image, "wb") as image:
-                image.truncate(40 << 20)
-            self.run("mkfs.ext4", "-q", "-F", "-b", "1024", "-m", "0", str(self.image))
-            command = ["mount", "-o", "loop", str(self.image), str(self.place)]
-        self.run(*command)
-        return self.place
-
-    def unmount(self):
-        self.run("umount", str(self.place))
-
-    @staticmethod
-    def run(*command):
-        done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
-        if done.returncode != 0:
-            raise OSError(f"{' '.join(command[:3])}: {done.stdout.strip()}")
+def mounted(kind, folder):
+    """Where a small file system of that kind is mounted now."""
+    place, image = folder / kind, folder / "image"
+    place.mkdir()
+    if kind == "tmpfs":
+        run("mount", "-t", "tmpfs", "-o", "size=24m", "none", str(place))
+    else:
+        image.touch()
+        os.truncate(image, 40 << 20)
+        run("mkfs.ext4", "-q", "-F", "-b", "1024", "-m", "0", str(image))
+        run("mount", "-o", "loop", str(image), str(place))
+    return place
 
 
 def free(place):
@@ -85,12 +74,10 @@ def attack(programs, place, kind, name, levels, breaches):
     for room in rooms:
         leave(place, room)
         status, _ = support.driver(programs, f"save-{name}", stores)
-        if file.read_bytes() != old:
-            breaches.append(f"{kind}, {name}, {room} of {len(old)} bytes free: the old content is gone")
-        elif status != 1:
-            breaches.append(f"{kind}, {name}, {room} of {len(old)} bytes free: status {status}")
-        elif unfinished(stores):
-            breaches.append(f"{kind}, {name}, {room} of {len(old)} bytes free: {unfinished(stores)} left")
+        left = [each.name for each in stores.rglob(".vantor-save-*")]
+        if file.read_bytes() != old or status != 1 or left:
+            breaches.append(f"{kind}, {name}, {room} of {len(old)} bytes free: status {status}, {left} left, "
+                            f"the old content is {'there' if file.read_bytes() == old else 'gone'}")
         else:
             stayed += 1
     for more in (64, 128, 1024):
@@ -169,23 +156,16 @@ def with_mounts_of_its_own():
     os.execvp(command[0], command + [sys.executable, *sys.argv])
 
 
-def unfinished(stores):
-    return [each.name for each in stores.rglob(".vantor-save-*")]
-
-
 def main():
     programs, long = support.arguments()
     # A catalogue of more blocks than levels, so that each level is another one.
     levels, records = (200, 7_500) if long else (20, 1_500)
     with_mounts_of_its_own()
-    breaches = []
-    figures = []
-    skipped = []
+    breaches, figures, skipped = [], [], []
     for kind in ("tmpfs", "ext4"):
         with support.folder() as path:
             try:
-                disk = Disk(kind, path)
-                place = disk.mount()
+                place = mounted(kind, path)
             except OSError as error:
                 skipped.append(f"{kind} SKIPPED ({error})")
                 continue
@@ -196,7 +176,7 @@ def main():
                     figures.append(f"{name} on {kind}: the old content stayed at {stayed} of {levels} levels, "
                                    f"the new one came at {came} of 3")
             finally:
-                disk.unmount()
+                run("umount", str(place))
     if not figures:
         print("full_disk: " + ", ".join(skipped))
         sys.exit(support.SKIPPED)

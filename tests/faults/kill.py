@@ -47,15 +47,13 @@ def main():
     seed = random.randrange(1 << 32)
     moments = random.Random(seed)
     breaches = []
-    inside = 0
-    changes = 0
+    inside = changes = 0
     with support.folder() as disk, support.folder(on_memory_disk=True) as memory:
         # A disk makes most moments fall into its syncing, memory makes them fall into the writing.
         places = [disk / "stores", memory / "stores"]
-        states = []
+        states = [({0}, {0})] * 2
         for path in places:
             support.made(programs, path, RECORDS)
-            states.append(({0}, {0}))
         for kill in range(kills):
             which = kill % 2
             try:
@@ -64,10 +62,9 @@ def main():
                 shoots = told(lines, "shoots", states[which][0])
                 catalog = told(lines, "catalog", states[which][1])
                 found = support.Found(programs, places[which])
-                if found.shoots not in map(str, shoots):
-                    breaches.append(f"kill {kill}: shoots in state {found.shoots}, not in {shoots}")
-                if found.catalog not in map(str, catalog):
-                    breaches.append(f"kill {kill}: catalogue in state {found.catalog}, not in {catalog}")
+                for what, state, states_told in (("shoots", found.shoots, shoots), ("catalogue", found.catalog, catalog)):
+                    if state not in map(str, states_told):
+                        breaches.append(f"kill {kill}: {what} in state {state}, not in {states_told}")
                 if found.left or found.aside:
                     breaches.append(f"kill {kill}: {found.left} unfinished saves left, {found.aside} set aside")
                 inside += found.unfinished > 0
