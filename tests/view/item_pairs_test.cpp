@@ -1,37 +1,18 @@
 #include "view/item_pairs.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
 
-using NameAndColor = std::pair<std::string, std::string>;
-
-std::vector<NameAndColor> textsOf(const std::vector<SetItem>& items) {
-    std::vector<NameAndColor> texts;
-    for (const auto& item : items)
-        texts.emplace_back(item.name, item.color);
-    return texts;
-}
-
-TEST(ItemsOf, DropsPairsWithoutANameAndKeepsTheRestAsTyped) {
-    EXPECT_THAT(textsOf(itemsOf({{"", "red"}, {" b ", " "}, {"", ""}, {"cap", ""}, {" b ", " "}, {" ", ""}})),
-                ElementsAre(NameAndColor(" b ", " "), NameAndColor("cap", ""), NameAndColor(" b ", " "),
-                            NameAndColor(" ", "")));
-}
-
-TEST(ItemsOf, GivesEveryItemAnIdOfItsOwn) {
-    const auto once = itemsOf({{"a", ""}, {"a", ""}});
-    const auto again = itemsOf({{"a", ""}});
-    EXPECT_NE(once[0].id, once[1].id);
-    EXPECT_NE(once[0].id, again[0].id);
+TEST(ItemsOf, DropsPairsWithoutANameAndKeepsTheRestAsTypedEachWithAnIdOfItsOwn) {
+    const ItemPairs typed{{"", "red"}, {" b ", " "}, {"", ""}, {"cap", ""}, {" b ", " "}, {" ", ""}};
+    const auto items = itemsOf(typed);
+    EXPECT_THAT(pairsOf(items), ElementsAre(typed[1], typed[3], typed[4], typed[5]));
+    EXPECT_NE(items[0].id, items[2].id);
+    EXPECT_NE(items[0].id, itemsOf(typed)[0].id);
 }
 
 TEST(PairsOf, AreTheItemsAsTheyStandOrOneBlankLine) {

@@ -3,7 +3,6 @@
 #include "view/new_shoot_draft.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -22,12 +21,9 @@ std::vector<Shoot> shootsOf(const std::vector<std::string>& clients) {
     return shoots;
 }
 
-TEST(NewShootDraft, NeedsANameIfOnlyOfSpaces) {
+TEST(NewShootDraft, NeedsANameIfOnlyOfSpacesAndMakesAnEmptyShootOfNowInFrontAndActive) {
     EXPECT_FALSE((NewShootDraft{"", "Ibiza", "Marvis"}.canCreate()));
     EXPECT_TRUE((NewShootDraft{"  ", "", ""}.canCreate()));
-}
-
-TEST(NewShootDraft, MakesAnEmptyShootOfNowInFrontAndActive) {
     testing::LoneShoots manager;
     NewShootDraft{"first", "", ""}.create(manager, kMorning);
     NewShootDraft{"  ", " Ibiza ", "Marvis"}.create(manager, kMorning);
@@ -44,11 +40,8 @@ TEST(NewShootDraft, MakesAnEmptyShootOfNowInFrontAndActive) {
     EXPECT_NE(shoot.id, manager.shoots()[1].id);
 }
 
-TEST(ClientsOf, NamesEachOnceInPlainOrder) {
+TEST(KnownClients, AreThoseOfTheCatalogueAndOfShootsOnceEachInPlainOrder) {
     EXPECT_THAT(clientsOf(shootsOf({"b", "", "a", "B", "b", "É"})), ElementsAre("B", "a", "b", "É"));
-}
-
-TEST(KnownClients, JoinsThoseOfTheCatalogueAndOfShootsAndKeepsSpellingsApart) {
     testing::LoneCatalog catalog;
     catalog.setClients({"nike", "Marvis", "anna"});
     EXPECT_THAT(knownClients(catalog, shootsOf({"Adidas", "Marvis", "Anna"})),

@@ -1,7 +1,6 @@
 #include "view/notices.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vantor {
 namespace {
@@ -50,9 +49,8 @@ TEST_F(NoticesTest, ErrorStaysAndOnlyANewerOneTakesItsPlace) {
     EXPECT_EQ(shown(), "verwijderd") << "its time is not over yet";
     passes(1ms);
     EXPECT_EQ(shown(), "");
-}
 
-TEST_F(NoticesTest, NoticesOfOneTopicAreOne) {
+    // Those of one topic are one.
     show(Kind::Error, "schijf vol", "saving");
     show(Kind::Error, "alleen te lezen", "saving");
     EXPECT_EQ(shown(), "alleen te lezen");

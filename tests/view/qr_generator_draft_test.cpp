@@ -9,12 +9,9 @@ namespace {
 
 using testing::kMorning;
 
-TEST(QRGeneratorDraft, StartsWithNoItemLinesAndTheTextOfAnEmptySet) {
+TEST(QRGeneratorDraft, StartsEmptyAndMakesAnotherUntaggedSetOfNowEachTimeOfTheFieldsAsTheyStand) {
     EXPECT_TRUE(QRGeneratorDraft().items.empty());
     EXPECT_EQ(QRGeneratorDraft().buildSetData(kMorning).toQRText(), "");
-}
-
-TEST(QRGeneratorDraft, MakesAnotherUntaggedSetOfNowEachTimeOfTheFieldsAsTheyStand) {
     const QRGeneratorDraft draft{
         " 12 ", " Marvis", "Anna ", "\tStudio", {{"", "red"}, {"cap", ""}, {"sock", "blue"}}};
     const auto set = draft.buildSetData(kMorning);

@@ -1,7 +1,6 @@
 #include "view/set_filter.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vantor {
 namespace {
@@ -35,12 +34,8 @@ TEST(SetFilter, KeepsTheShootsOrder) {
     EXPECT_THAT(filteredSets(sets, "navy"), ElementsAre(0, 3));
     EXPECT_THAT(filteredSets(sets, ""), ElementsAre(0, 1, 2, 3));
     EXPECT_THAT(filteredSets({}, ""), IsEmpty());
-}
-
-TEST(SetFilter, FindsLettersHoweverTheirAccentsAreComposed) {
-    SetList sets(1);
-    sets[0].brand = "Zoe\u0301";
-    EXPECT_THAT(filteredSets(sets, "ZO\u00C9"), ElementsAre(0));
+    sets[1].brand = "Zoe\u0301";
+    EXPECT_THAT(filteredSets(sets, "ZO\u00C9"), ElementsAre(1)) << "however accents are composed";
 }
 
 } // namespace

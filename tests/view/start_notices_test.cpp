@@ -5,9 +5,9 @@
 #include "view/start_notices.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
 
 namespace vantor::testing {
 namespace {
@@ -96,21 +96,15 @@ protected:
     std::unique_ptr<Document> m_document;
 };
 
-TEST_F(StartNoticesTest, SayNothingOfFilesThatAreAsTheyWereWrittenOrMissing) {
+TEST_F(StartNoticesTest, SayOnceWhichFilesSomethingElseChangedAndNothingOfOthersOrMissingOnes) {
     start();
     EXPECT_EQ(told(), "");
     EXPECT_THAT(shootNames(*m_document), ElementsAre("Zomer"));
+    const auto before = m_files.files;
     m_files.files.clear();
     start();
     EXPECT_EQ(told(), "");
-}
-
-TEST_F(StartNoticesTest, SayOnceWhichFilesSomethingElseChanged) {
-    struct Case {
-        std::vector<const char*> changed;
-        const char* text;
-    };
-    const auto before = m_files.files;
+    using Case = std::pair<std::vector<const char*>, const char*>;
     for (const auto& [changed, text] :
          {Case{{kShoots}, "shoots.json is buiten Vantor Prep om veranderd"},
           Case{{kCatalog}, "catalog.json is buiten Vantor Prep om veranderd"},
@@ -158,17 +152,6 @@ TEST_F(StartNoticesTest, PutTheVersionBackAsOneStepWithWhatWasMadeSince) {
     EXPECT_THAT(shootNames(*m_document), ElementsAre("Meanwhile"));
 }
 
-TEST_F(StartNoticesTest, LeaveTheFileToTheFirstSaveWhereTheUserBeginsEmpty) {
-    m_files.files[kShoots] = "broken";
-    start();
-    press("Leeg beginnen");
-    EXPECT_EQ(told(), "");
-    EXPECT_EQ(m_files.files.at(kShoots), "broken");
-    EXPECT_THAT(setAside(), IsEmpty());
-    m_document->saveShoots();
-    EXPECT_THAT(setAside(), ElementsAre("broken"));
-}
-
 TEST_F(StartNoticesTest, TellOfEachStoreByItself) {
     m_files.files[kShoots] = "broken";
     m_files.files[kCatalog] = "broken as well";
@@ -184,11 +167,17 @@ TEST_F(StartNoticesTest, TellOfEachStoreByItself) {
     EXPECT_THAT(setAside(), UnorderedElementsAre("broken", "broken as well"));
 }
 
-TEST_F(StartNoticesTest, OfferNoVersionWhereThereIsNone) {
+TEST_F(StartNoticesTest, OfferNoVersionWhereThereIsNoneAndLeaveTheFileToTheFirstSaveOfWhoBeginsEmpty) {
     m_files.files = {{kShoots, "broken"}};
     start();
     EXPECT_EQ(told(), "Shoots niet te lezen, bestand bewaard. Er is geen eerdere versie.");
     EXPECT_THAT(offered(), ElementsAre("Leeg beginnen", "Map openen"));
+    press("Leeg beginnen");
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(m_files.files.at(kShoots), "broken");
+    EXPECT_THAT(setAside(), IsEmpty());
+    m_document->saveShoots();
+    EXPECT_THAT(setAside(), ElementsAre("broken"));
 }
 
 } // namespace
