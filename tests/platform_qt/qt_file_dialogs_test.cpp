@@ -6,7 +6,6 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -115,6 +114,10 @@ void type(QFileDialog& dialog, const std::string& name) {
     nameField(dialog).setText(QString::fromStdString(name));
 }
 
+std::function<void(QFileDialog&)> pressing(QDialogButtonBox::StandardButton which) {
+    return [=](QFileDialog& dialog) { press(dialog, which); };
+}
+
 std::function<void(QFileDialog&)> open(const std::string& name) {
     return [=](QFileDialog& dialog) {
         type(dialog, name);
@@ -127,18 +130,6 @@ std::function<void(QFileDialog&)> saveAs(const std::string& name) {
         type(dialog, name);
         press(dialog, QDialogButtonBox::Save);
     };
-}
-
-std::function<void(QFileDialog&)> saveAsProposed() {
-    return [](QFileDialog& dialog) { press(dialog, QDialogButtonBox::Save); };
-}
-
-std::function<void(QFileDialog&)> cancel() {
-    return [](QFileDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); };
-}
-
-std::function<void(QMessageBox&)> answer(const char* button) {
-    return [=](QMessageBox& question) { press(question, button); };
 }
 
 class QtFileDialogsTest : public ::testing::Test {
@@ -176,12 +167,12 @@ TEST_F(QtFileDialogsTest, BlocksTheWindowThatAsksAndGivesNothingWhenTheUserCance
     user.whenSaving([this](QFileDialog& dialog) {
         EXPECT_EQ(dialog.parentWidget(), &window);
         EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
-        cancel()(dialog);
+        press(dialog, QDialogButtonBox::Cancel);
     });
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
     user.whenSaving([](QFileDialog& dialog) { dialog.close(); });
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), Path());
-    user.whenOpening(cancel());
+    user.whenOpening(pressing(QDialogButtonBox::Cancel));
     EXPECT_EQ(askToOpen({kCsv}), Path());
 }
 
@@ -217,15 +208,28 @@ TEST_F(QtFileDialogsTest, AddsTheExtensionWhereItIsMissing) {
     }
 }
 
-TEST_F(QtFileDialogsTest, ReplacesOnlyAfterAsking) {
+TEST_F(QtFileDialogsTest, ReplacesOnlyAfterAskingAndGoesBackToTheDialogWhenTheFileIsToStay) {
+    // Of that name, but without the extension.
+    makeFile("sets");
+    user.whenSaving(saveAs(in("sets")));
+    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
     makeFile("sets.csv");
     std::string asked;
-    user.whenSaving(saveAs(in("sets"))).whenAsked([&](QMessageBox& question) {
-        asked = question.text().toStdString();
-        EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("Annuleer"));
-        press(question, "Vervang");
-    });
+    std::string proposed;
+    user.whenSaving(saveAs(in("sets.csv")))
+        .whenAsked([](QMessageBox& question) { press(question, "Annuleer"); })
+        .whenSaving([&](QFileDialog& dialog) {
+            proposed = nameField(dialog).text().toStdString();
+            EXPECT_EQ(dialog.directory().path().toStdString(), folder.path().string());
+            saveAs("sets")(dialog);
+        })
+        .whenAsked([&](QMessageBox& question) {
+            asked = question.text().toStdString();
+            EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("Annuleer"));
+            press(question, "Vervang");
+        });
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
+    EXPECT_EQ(proposed, "sets.csv");
     EXPECT_EQ(asked, "“sets.csv” bestaat al. Wil je het vervangen?") << "with the extension that was added";
     EXPECT_EQ(testing::readFile(folder / "sets.csv"), "oud");
 }
@@ -243,26 +247,6 @@ TEST_F(QtFileDialogsTest, AsksByANameThatCannotReorderTheQuestion) {
         .whenSaving([](QFileDialog& dialog) { dialog.reject(); });
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), std::nullopt);
     EXPECT_EQ(asked, "“\u2068<b>\u202Egnp<U+0001>.csv\u2069” bestaat al. Wil je het vervangen?");
-}
-
-TEST_F(QtFileDialogsTest, DoesNotAskForTheNameWithoutItsExtension) {
-    makeFile("sets");
-    user.whenSaving(saveAs(in("sets")));
-    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "sets.csv");
-}
-
-TEST_F(QtFileDialogsTest, GoesBackToTheDialogWhenTheFileIsToStay) {
-    makeFile("sets.csv");
-    std::string proposed;
-    user.whenSaving(saveAs(in("sets.csv")))
-        .whenAsked(answer("Annuleer"))
-        .whenSaving([&](QFileDialog& dialog) {
-            proposed = nameField(dialog).text().toStdString();
-            EXPECT_EQ(dialog.directory().path().toStdString(), folder.path().string());
-            saveAs("nieuw.csv")(dialog);
-        });
-    EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "nieuw.csv");
-    EXPECT_EQ(proposed, "sets.csv");
 }
 
 TEST_F(QtFileDialogsTest, NeverReplacesAFolder) {
@@ -294,22 +278,12 @@ TEST_F(QtFileDialogsTest, RemembersTheFolderOfTheLastFile) {
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "map" / "nieuw.csv");
     user.whenSaving(saveAs(in("hoger")));
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "hoger.csv");
-    user.whenSaving(saveAsProposed());
+    user.whenSaving(pressing(QDialogButtonBox::Save));
     EXPECT_EQ(askToSave("Zomer.csv", kCsv), folder / "Zomer.csv");
 }
 
 TEST_F(QtFileDialogsTest, OpensOneExistingFileOfAnyOfTheTypes) {
-    makeFile("sets.txt");
-    user.whenOpening([&](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.nameFilters(),
-                  QStringList{QStringLiteral("CSV-bestand, Tekst (*.csv *.txt *.text)")});
-        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
-        open(in("sets.txt"))(dialog);
-    });
-    EXPECT_EQ(askToOpen({kCsv, kText}), folder / "sets.txt");
-}
-
-TEST_F(QtFileDialogsTest, OpensFilesWithQuotationMarksInTheirNames) {
+    // With quotation marks in its name.
     makeFile(R"(24" "x".csv)");
     user.whenOpening([&](QFileDialog& dialog) {
         dialog.setDirectory(QString::fromStdString(folder.path().string()));
@@ -320,6 +294,14 @@ TEST_F(QtFileDialogsTest, OpensFilesWithQuotationMarksInTheirNames) {
         Q_EMIT list->activated(entry());
     });
     EXPECT_EQ(askToOpen({kCsv}), folder / R"(24" "x".csv)");
+    makeFile("sets.txt");
+    user.whenOpening([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.nameFilters(),
+                  QStringList{QStringLiteral("CSV-bestand, Tekst (*.csv *.txt *.text)")});
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        open(in("sets.txt"))(dialog);
+    });
+    EXPECT_EQ(askToOpen({kCsv, kText}), folder / "sets.txt");
 }
 
 TEST_F(QtFileDialogsTest, GoesUnansweredWithTheWindowThatAsked) {
@@ -425,7 +407,7 @@ TEST_F(QtFileDialogsTest, SaysItsOwnTextsInAnotherLanguage) {
             saveAs(in(name))(dialog);
         });
         user.whenAsked(lookAtQuestion);
-        user.whenSaving(cancel());
+        user.whenSaving(pressing(QDialogButtonBox::Cancel));
         EXPECT_EQ(askToSave("3", kOther), Path());
     }
 }
