@@ -22,13 +22,9 @@ protected:
     std::filesystem::path file = folder / "instellingen.ini";
 };
 
-TEST_F(QtKeyValueStoreTest, IsEmptyAtFirst) {
-    const QtKeyValueStore store(file);
-    EXPECT_EQ(store.text(kKey), std::nullopt);
-    EXPECT_FALSE(store.date(kKey));
-}
-
-TEST_F(QtKeyValueStoreTest, KeepsTextsOverARestart) {
+TEST_F(QtKeyValueStoreTest, IsEmptyAtFirstAndKeepsTextsOverARestart) {
+    EXPECT_EQ(QtKeyValueStore(file).text(kKey), std::nullopt);
+    EXPECT_FALSE(QtKeyValueStore(file).date(kKey));
     for (const auto& text :
          {std::string(), std::string("2.0"), std::string("https://vantor.example/a?b=1&c=d;e#f"),
           std::string(" a, b; c = \"d\" "), std::string("@Date"), std::string("@Variant(1)"),
@@ -52,7 +48,7 @@ TEST_F(QtKeyValueStoreTest, KeepsDatesToTheLastBitOverARestart) {
     }
 }
 
-TEST_F(QtKeyValueStoreTest, ReplacesOneKindByTheOther) {
+TEST_F(QtKeyValueStoreTest, ReplacesOneKindByTheOtherAndRemovesForGood) {
     QtKeyValueStore store(file);
     store.setDate(kKey, {1});
     store.setText(kKey, "tekst");
@@ -61,10 +57,7 @@ TEST_F(QtKeyValueStoreTest, ReplacesOneKindByTheOther) {
     store.setDate(kKey, {2});
     EXPECT_EQ(store.text(kKey), std::nullopt);
     EXPECT_TRUE(store.date(kKey));
-}
 
-TEST_F(QtKeyValueStoreTest, RemovesForGood) {
-    QtKeyValueStore store(file);
     store.setText("a", "1");
     store.setText("b", "2");
     store.remove("a");
@@ -91,20 +84,15 @@ TEST_F(QtKeyValueStoreTest, TakesNothingElseForATextOrADate) {
     }
 }
 
-TEST_F(QtKeyValueStoreTest, SurvivesAFileOfNonsense) {
+TEST_F(QtKeyValueStoreTest, SurvivesAFileOfNonsenseAndIsSilentWhereNothingCanBeWritten) {
     std::ofstream(file, std::ios::binary) << "[General\n"
                                           << kKey << "=@Variant(\\0\\0\\0\\x7f\\xff)\n=\n\xFF\xFE" << '\0';
-    QtKeyValueStore store(file);
-    EXPECT_FALSE(store.date(kKey));
-    store.setText("a", "1");
-    EXPECT_EQ(store.text("a"), "1");
-}
-
-TEST_F(QtKeyValueStoreTest, IsSilentWhereNothingCanBeWritten) {
-    std::ofstream(folder / "geen-map") << "x";
-    QtKeyValueStore store(folder / "geen-map" / "instellingen.ini");
-    store.setText("a", "1");
-    EXPECT_EQ(store.text("a"), "1");
+    for (const auto& place : {file, file / "instellingen.ini"}) {
+        QtKeyValueStore store(place);
+        EXPECT_FALSE(store.date(kKey));
+        store.setText("a", "1");
+        EXPECT_EQ(store.text("a"), "1");
+    }
 }
 
 TEST_F(QtKeyValueStoreTest, KeepsToTheUsersOwnSettingsOfTheProgram) {
