@@ -79,7 +79,6 @@ class Replacement(Scenario):
         if status == 0 and (path / "data" / "file").stat().st_mode & 0o7777 != 0o640:
             yield "the mode was not kept"
 
-
     def is_essential(self, call, line):
         return call != "close" or Scenario.is_essential(self, call, line)
 
@@ -108,13 +107,13 @@ class Stores(Scenario):
     """Starts, makes a change in each store and saves."""
 
     STORES = ("shoots.json", "catalog.json")
+    # What is saved when what was there could not be read.
+    EMPTY = {"shoots.json": b"[]", "catalog.json": b'{"products":[],"clients":[],"brands":[]}'}
 
     def prepare(self):
         support.made(self.programs, self.start, 20)
         self.damage()
         self.old = self.contents(self.start)
-        # What is saved when what was there could not be read.
-        self.empty = {"shoots.json": b"[]", "catalog.json": b'{"products":[],"clients":[],"brands":[]}'}
 
     def damage(self):
         pass
@@ -131,13 +130,13 @@ class Stores(Scenario):
             content = file.read_bytes() if file.exists() else None
             aside = [each.read_bytes() for each in path.glob(name + ".unreadable-*")]
             old = self.old.get(name)
-            if content not in (None, old, self.new[name], self.empty[name]):
+            if content not in (None, old, self.new[name], self.EMPTY[name]):
                 yield f"{name} torn: {len(content)} bytes"
             if any(each != old for each in aside):
                 yield f"{name} set aside, but not whole"
             if old is not None and content not in (old, self.new[name]) and old not in aside:
                 yield f"{name} lost"
-            if old is not None and content == self.empty[name] and old not in aside:
+            if old is not None and content == self.EMPTY[name] and old not in aside:
                 yield f"{name} replaced by nothing"
             if status == 0 and content is None:
                 yield f"{name} reported as saved, but not there"
@@ -145,7 +144,7 @@ class Stores(Scenario):
                 yield f"{name} reported as saved, but old"
         for point in path.glob("versions/*.jsonl"):
             for name, line in zip(self.STORES, point.read_bytes().split(b"\n")[1:]):
-                if line not in (self.old.get(name), self.new[name], self.empty[name]):
+                if line not in (self.old.get(name), self.new[name], self.EMPTY[name]):
                     yield f"{name} torn in {point.name}"
 
 
@@ -161,9 +160,7 @@ class DamagedStores(Stores):
 class FirstStart(Stores):
     """The same where there is nothing yet, not even the folder."""
 
-    def prepare(self):
-        self.old = {}
-        self.empty = {"shoots.json": b"[]", "catalog.json": b'{"products":[],"clients":[],"brands":[]}'}
+    prepare = NewFile.prepare
 
     def words(self, path):
         return "save", path / "new" / "folder"
@@ -201,9 +198,9 @@ class Intrusion(Stores):
             aside = [each.read_bytes() for each in path.glob(name + ".unreadable-*")]
             if other not in [content, *left, *aside]:
                 yield f"what was put in place of {name} is gone"
-            if content not in (None, other, self.old[name], self.new[name], self.empty[name]):
+            if content not in (None, other, self.old[name], self.new[name], self.EMPTY[name]):
                 yield f"{name} torn: {len(content)} bytes"
-            if status == 0 and content not in (self.new[name], self.empty[name]):
+            if status == 0 and content not in (self.new[name], self.EMPTY[name]):
                 yield f"{name} reported as saved, but not"
 
 
