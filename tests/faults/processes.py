@@ -208,21 +208,19 @@ def kill_owner(data, figures):
 
 def kill_round(data, moments, figures, kills):
     starts = start_all(data, moments)
-    killed = []
-    if kills:
-        began = time.monotonic()
-        moment = moments.random() * figures["settled"]
-        while time.monotonic() - began < moment:
-            data.check_listeners()
-            time.sleep(0.001)
-        killed = [kill_owner(data, figures)]
-        figures["kills"] += 1
-        figures["undone"] += sum(f"shoot {i}" not in data.shoots() for i in range(STARTS))
-        judge(data, starts, killed)
-    else:
-        began = time.monotonic()
-        judge(data, starts, killed)
+    began = time.monotonic()
+    if not kills:
+        judge(data, starts, [])
         figures["settled"] = time.monotonic() - began
+        return
+    moment = moments.random() * figures["settled"]
+    while time.monotonic() - began < moment:
+        data.check_listeners()
+        time.sleep(0.001)
+    killed = kill_owner(data, figures)
+    figures["kills"] += 1
+    figures["undone"] += sum(f"shoot {i}" not in data.shoots() for i in range(STARTS))
+    judge(data, starts, [killed])
 
 
 def begun_saves(data):
@@ -336,15 +334,13 @@ def main():
         except (support.Breach, AssertionError) as breach:
             breaches.append(f"hang {number}: {breach}")
     longest = {kind: max(figures[kind], default=0) for kind in ("waiting", "new")}
-    print(f"processes: {rounds} rounds of {STARTS} starts, {figures['kills']} owners killed with {figures['undone']} "
-          f"files not yet opened; longest takeover {longest['waiting']:.2f} s by one of {len(figures['waiting'])} that "
-          f"waited, {longest['new']:.2f} s by one of {len(figures['new'])} new starts; {stops} owners stopped, "
-          f"{figures['given up']} starts gave up; {hangs} hung, said so after {max(messages, default=0):.1f} s; "
-          f"{len(breaches)} breaches")
-    for breach in breaches:
-        print(f"  {breach} (seed {seed})", file=sys.stderr)
-    return 1 if breaches else 0
+    support.conclude(
+        "processes", f"{rounds} rounds of {STARTS} starts, {figures['kills']} owners killed with {figures['undone']} "
+        f"files not yet opened; longest takeover {longest['waiting']:.2f} s by one of {len(figures['waiting'])} that "
+        f"waited, {longest['new']:.2f} s by one of {len(figures['new'])} new starts; {stops} owners stopped, "
+        f"{figures['given up']} starts gave up; {hangs} hung, said so after {max(messages, default=0):.1f} s, seed {seed}",
+        breaches)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()
