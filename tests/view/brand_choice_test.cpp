@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -82,12 +83,7 @@ TEST_F(BrandChoiceTest, ListsTheProductsOfAFilterToTheLetter) {
 }
 
 TEST(BrandFilter, IsAllOrGeneralOrANamedBrand) {
-    struct Case {
-        BrandFilter filter;
-        const char* brandForNew;
-        bool isNamed;
-        bool isAll;
-    };
+    using Case = std::tuple<BrandFilter, const char*, bool, bool>;
     for (const auto& [filter, brandForNew, isNamed, isAll] :
          {Case{BrandFilter::all(), "", false, true}, Case{BrandFilter::general(), "", false, false},
           Case{BrandFilter::brand(""), "", false, false},

@@ -2,7 +2,11 @@
 #include "view/version_list.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+
+#include <optional>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 namespace vantor::testing {
 namespace {
@@ -36,14 +40,8 @@ TEST(VersionLine, SaysWhenWhatForAndHowMuch) {
     auto hostile = version(Kind::RestorePoint, "2026-11-20T22:59:59Z", "p", "a\nb");
     auto catalogOnly = version(Kind::SetAside, "2026-02-03T08:00:00Z", "p");
     catalogOnly.counts.reset();
-    struct Case {
-        Version version;
-        const char* when;
-        const char* withinSentence;
-        const char* what;
-        const char* counts;
-    };
-    const Case cases[] = {
+    // When, the same within a sentence, what for, and how much.
+    const std::vector<std::tuple<Version, const char*, const char*, const char*, const char*>> cases{
         {few, "Vandaag 00:05", "vandaag 00:05", "voor: Shoot \"Zomer\" verwijderd", "1 shoot, 1 set"},
         {hostile, "Gisteren 23:59", "gisteren 23:59", "voor: a<U+000A>b", "3 shoots, 74 sets"},
         {version(Kind::RestorePoint, "2026-11-18T08:41:00Z", "p"), "18 november 09:41", "18 november 09:41",
@@ -130,10 +128,7 @@ TEST_F(VersionListTest, KnowsWhatItReadAlsoWhenVersionsCameInFront) {
 }
 
 TEST_F(VersionListTest, SaysWhyThereAreNoShoots) {
-    struct Case {
-        std::optional<LibraryVersion> content;
-        const char* reason;
-    };
+    using Case = std::pair<std::optional<LibraryVersion>, const char*>;
     for (const auto& [content, reason] :
          {Case{std::nullopt, "Deze versie is niet te lezen."},
           Case{LibraryVersion{std::vector<Shoot>(), std::nullopt}, "Geen shoots in deze versie."},
