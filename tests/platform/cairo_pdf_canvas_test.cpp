@@ -208,10 +208,14 @@ TEST(CairoPdfCanvas, MeasuresTextAsItIsDrawn) {
     EXPECT_EQ(canvas->textWidth("", kRegular), 0);
 }
 
-TEST(CairoPdfCanvas, StrokesDashedLinesWhereTheyAre) {
+TEST(CairoPdfCanvas, StrokesLinesWhereTheyAreWithTheGivenDashesGreyAndOpacity) {
     const Document document({[](PdfCanvas& canvas) {
         canvas.strokeLines(std::vector<PdfLine>{{{100, 700}, {100, 600}}, {{200, 650}, {300, 650}}},
                            {.gray = 0, .alpha = 1, .width = 4, .dash = 10, .gap = 5});
+        canvas.strokeLines(std::vector<PdfLine>{{{100, 400}, {200, 400}}}, {.width = 10});
+        // 0.4 of grey 0.5 over white is 0.8.
+        canvas.strokeLines(std::vector<PdfLine>{{{100, 300}, {200, 300}}},
+                           {.gray = 0.5, .alpha = 0.4, .width = 20, .dash = 100, .gap = 1});
     }});
     EXPECT_THAT(document.source(), HasSubstr("[ 10 5] 0 d"));
     const auto page = document.printed(72);
@@ -224,20 +228,10 @@ TEST(CairoPdfCanvas, StrokesDashedLinesWhereTheyAre) {
     for (const auto& [x, y] :
          {std::pair(100.0, 687.5), {212.5, 650}, {100, 710}, {100, 590}, {195, 650}, {205, 655}})
         EXPECT_FALSE(isBlack(x, y)) << x << ", " << y;
-}
-
-TEST(CairoPdfCanvas, StrokesWithTheGivenGreyAndOpacityAndSolidWithoutDashes) {
-    const Document document({[](PdfCanvas& canvas) {
-        canvas.strokeLines(std::vector<PdfLine>{{{100, 700}, {200, 700}}}, {.width = 10});
-        // 0.4 of grey 0.5 over white is 0.8.
-        canvas.strokeLines(std::vector<PdfLine>{{{100, 600}, {200, 600}}},
-                           {.gray = 0.5, .alpha = 0.4, .width = 20, .dash = 100, .gap = 1});
-    }});
-    const auto page = document.printed(72);
     for (int x = 101; x < 199; ++x)
-        EXPECT_EQ(page.at(x, static_cast<int>(kHeight - 700)), 0) << x;
-    EXPECT_NEAR(page.at(150, static_cast<int>(kHeight - 600)), 204, 2);
-    EXPECT_EQ(page.at(150, static_cast<int>(kHeight - 620)), 255);
+        EXPECT_EQ(page.at(x, static_cast<int>(kHeight - 400)), 0) << x;
+    EXPECT_NEAR(page.at(150, static_cast<int>(kHeight - 300)), 204, 2);
+    EXPECT_EQ(page.at(150, static_cast<int>(kHeight - 320)), 255);
 }
 
 TEST(CairoPdfCanvas, KeepsEveryPixelOfAPictureInOneBitWithoutSmoothing) {
