@@ -107,9 +107,12 @@ class Desktop:
         time.sleep(0.15)
         return found
 
-    def wait_until_closed(self, title):
+    def wait_until_closed(self, title, under=None):
+        """And then for the window below it, if one is named."""
         self.wait_for(lambda: not self.windows(title), f"“{title}” to close")
         time.sleep(0.15)
+        if under:
+            self.window(under)
 
     def key(self, *keys):
         self.run("xdotool", "key", *keys)

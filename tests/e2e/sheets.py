@@ -8,13 +8,13 @@ import sys
 from desktop import FIRST_ROW, Desktop, card_text, command
 
 
-def choose_file(desktop, title, path):
-    """Types the path into the file dialog that is open and confirms it."""
+def choose_file(desktop, title, path, under=None):
+    """Types the path into the file dialog that is open and confirms it; waits for the window below, if one is named."""
     desktop.window(title)
     desktop.key("ctrl+a")
     desktop.type(path)
     desktop.key("Return")
-    desktop.wait_until_closed(title)
+    desktop.wait_until_closed(title, under)
 
 
 def read_code(picture):
@@ -53,8 +53,7 @@ def make_a_shoot(desktop):
     desktop.window("Klanten")
     desktop.type("marvis")
     desktop.key("Return", "Escape")
-    desktop.wait_until_closed("Klanten")
-    desktop.window("Nieuwe Shoot")
+    desktop.wait_until_closed("Klanten", "Nieuwe Shoot")
     assert desktop.catalog()["clients"] == ["marvis"]
     # Back to the picker: the first client stands below "Geen klant".
     desktop.key("shift+Tab", "Down", "shift+Tab", "Return")
@@ -68,11 +67,9 @@ def import_catalogue(desktop, stops_to_import, file):
     desktop.key(*["shift+Tab"] * stops_to_import, "space")
     desktop.window("Import Productcatalogus")
     desktop.key("Tab", "space")
-    choose_file(desktop, "Open bestand", file)
-    desktop.window("Import Productcatalogus")
+    choose_file(desktop, "Open bestand", file, "Import Productcatalogus")
     desktop.key("Tab", "Tab", "space")
-    desktop.wait_until_closed("Import Productcatalogus")
-    desktop.window("Productcatalogus")
+    desktop.wait_until_closed("Import Productcatalogus", "Productcatalogus")
 
 
 def fill_the_catalogue(desktop, examples):
@@ -97,14 +94,12 @@ def fill_the_catalogue(desktop, examples):
     desktop.key("ctrl+a")
     desktop.type("rood, , blauw ")
     desktop.key("Return")
-    desktop.wait_until_closed("Product bewerken")
-    desktop.window("Productcatalogus")
+    desktop.wait_until_closed("Product bewerken", "Productcatalogus")
     desktop.wait_for(lambda: products(desktop.catalog())[0] == ("aaa eerste", ["rood", "blauw"], "Marvis"), "the edit")
     desktop.key("End", "Delete")
     desktop.wait_for(lambda: len(desktop.catalog()["products"]) == imported - 1, "the deletion")
     desktop.key("Escape")
-    desktop.wait_until_closed("Productcatalogus")
-    desktop.window("Vantor Prep")
+    desktop.wait_until_closed("Productcatalogus", "Vantor Prep")
 
 
 def add_sets(desktop, examples):
@@ -136,8 +131,7 @@ def add_sets(desktop, examples):
     desktop.key(*command(3))
     desktop.window("Import CSV")
     desktop.key("Tab", "space")
-    choose_file(desktop, "Open bestand", os.path.join(examples, "zomer-op-texel.csv"))
-    desktop.window("Import CSV")
+    choose_file(desktop, "Open bestand", os.path.join(examples, "zomer-op-texel.csv"), "Import CSV")
     desktop.key("Tab", "Tab", "space")
     desktop.wait_until_closed("Import CSV")
     desktop.wait_for_shoots(lambda s: len(s[0]["sets"]) == 30, "the imported sets")
@@ -160,8 +154,7 @@ def save_one_code(desktop, cli):
     desktop.key(*FIRST_ROW, "space")
     desktop.window("QR-code: .*")
     desktop.key("Tab", "space")
-    choose_file(desktop, "Bewaar als", path)
-    desktop.window("QR-code: .*")
+    choose_file(desktop, "Bewaar als", path, "QR-code: .*")
     desktop.key("Escape")
     desktop.wait_until_closed("QR-code: .*")
     code = read_code(path)
@@ -188,11 +181,9 @@ def export_catalogue(desktop, path):
     desktop.key(*command(8))
     desktop.window("Productcatalogus")
     desktop.key("shift+Tab", "shift+Tab", "shift+Tab", "space")
-    choose_file(desktop, "Bewaar als", path)
-    desktop.window("Productcatalogus")
+    choose_file(desktop, "Bewaar als", path, "Productcatalogus")
     desktop.key("Escape")
-    desktop.wait_until_closed("Productcatalogus")
-    desktop.window("Vantor Prep")
+    desktop.wait_until_closed("Productcatalogus", "Vantor Prep")
 
 
 def main(program, cli, examples):
@@ -208,8 +199,7 @@ def main(program, cli, examples):
         export_catalogue(desktop, catalog_file)
         shoot_file = os.path.join(desktop.home, "herfst.vantor")
         desktop.key("ctrl+s")
-        choose_file(desktop, "Bewaar als", shoot_file)
-        desktop.window("Vantor Prep")
+        choose_file(desktop, "Bewaar als", shoot_file, "Vantor Prep")
         desktop.leave()
         shoot, catalog = desktop.shoots()[0], desktop.catalog()
 
@@ -228,8 +218,7 @@ def main(program, cli, examples):
             import_catalogue(second, 3, catalog_file)
             assert products(second.catalog()) == products(catalog)
             second.key("Escape")
-            second.wait_until_closed("Productcatalogus")
-            second.window("Vantor Prep")
+            second.wait_until_closed("Productcatalogus", "Vantor Prep")
             again = os.path.join(second.home, "opnieuw.csv")
             export_catalogue(second, again)
             with open(catalog_file, "rb") as one, open(again, "rb") as other:
