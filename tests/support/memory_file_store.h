@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/file_store.h"
+#include "tests/support/string_sink.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -76,15 +77,15 @@ public:
         replacements.push_back(path);
         if (failsToCreateFolders && list(path.parent_path()).empty())
             return FileFailure{FileFailure::Reason::Missing};
-        Sink sink;
+        StringSink sink;
         if (failsToReplace || !write(sink))
             return FileFailure{};
-        if (freeSpace(path).value_or(kNoLimit) < sink.bytes.size())
+        if (freeSpace(path).value_or(kNoLimit) < sink.bytes().size())
             return FileFailure{FileFailure::Reason::NoSpace};
-        FileResult result = identityOf(sink.bytes);
+        FileResult result = identityOf(sink.bytes());
         if (failsToSync)
             result.failure = {FileFailure::Reason::NotDurable};
-        files[path] = std::move(sink.bytes);
+        files[path] = sink.bytes();
         return result;
     }
 
@@ -154,14 +155,6 @@ private:
     static FileIdentity identityOf(const std::string& bytes) {
         return {0, std::hash<std::string>()(bytes), bytes.size(), 0, 0};
     }
-
-    struct Sink final : ByteSink {
-        std::string bytes;
-        bool write(std::string_view more) override {
-            bytes += more;
-            return true;
-        }
-    };
 };
 
 } // namespace vantor::testing
