@@ -20,7 +20,7 @@
 
 namespace vantor::testing {
 
-class MemoryFileStore final : public FileStore {
+class MemoryFileStore : public FileStore {
 public:
     // Whole files by their path.
     mutable std::map<std::filesystem::path, std::string> files;

@@ -32,48 +32,22 @@ using ::testing::IsEmpty;
 using Paths = std::vector<std::filesystem::path>;
 
 // A disk whose reads wait until they are let on, one by one. Those that would hold the windows up are counted instead.
-class SlowFileStore final : public FileStore {
+class SlowFileStore final : public MemoryFileStore {
 public:
-    explicit SlowFileStore(const FileStore& files) : m_files(files) {}
-
-    void letOn(int reads = 1) const { m_mayRead.release(reads); }
+    void letOn(int count = 1) const { m_mayRead.release(count); }
     [[nodiscard]] int begun() const { return m_begun; }
     [[nodiscard]] int heldUpTheWindow() const { return m_heldUpTheWindow; }
 
-    using FileStore::createFolders;
-    using FileStore::replace;
     [[nodiscard]] ReadResult read(const std::filesystem::path& path, std::uint64_t mostBytes) const override {
         ++m_begun;
         if (QThread::currentThread() == QCoreApplication::instance()->thread())
             ++m_heldUpTheWindow;
         else
             m_mayRead.acquire();
-        return m_files.read(path, mostBytes);
+        return PosixFileStore().read(path, mostBytes);
     }
-    [[nodiscard]] FileResult identify(const std::filesystem::path&) const override { return FileFailure{}; }
-    FileResult replace(const std::filesystem::path&, const Write&, Access) const override {
-        return FileFailure{};
-    }
-    FileResult replaceUnsynced(const std::filesystem::path&, std::string_view) const override {
-        return FileFailure{};
-    }
-    [[nodiscard]] std::optional<std::string> readBeginning(const std::filesystem::path&,
-                                                           std::size_t) const override {
-        return std::nullopt;
-    }
-    FileResult createFolders(const std::filesystem::path&, Access) const override { return FileFailure{}; }
-    FileResult setAside(const std::filesystem::path&, const std::filesystem::path&) const override {
-        return FileFailure{};
-    }
-    [[nodiscard]] std::optional<std::uint64_t> freeSpace(const std::filesystem::path&) const override {
-        return std::nullopt;
-    }
-    [[nodiscard]] std::vector<std::string> list(const std::filesystem::path&) const override { return {}; }
-    bool remove(const std::filesystem::path&) const override { return false; }
-    void removeLeftovers(const std::filesystem::path&) const override {}
 
 private:
-    const FileStore& m_files;
     mutable QSemaphore m_mayRead;
     mutable std::atomic<int> m_begun = 0;
     mutable std::atomic<int> m_heldUpTheWindow = 0;
@@ -105,7 +79,7 @@ protected:
         QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
     }
 
-    static std::vector<std::string> namesOf(ui::PrepMainView& window) {
+    static std::vector<std::string> shootsOf(ui::PrepMainView& window) {
         std::vector<std::string> names;
         for (const auto& shoot : window.manager().shoots())
             names.push_back(shoot.name);
@@ -149,9 +123,9 @@ protected:
 
     TemporaryFolder m_folder;
     PosixFileStore m_disk;
-    const ui::Services m_onDisk = servicesOn(m_disk);
-    SlowFileStore m_slowDisk{m_disk};
-    const ui::Services m_onSlowDisk = servicesOn(m_slowDisk);
+    const ui::Services m_onDisk = servicesOn(m_disk, m_encoder);
+    SlowFileStore m_slowDisk;
+    const ui::Services m_onSlowDisk = servicesOn(m_slowDisk, m_encoder);
 };
 
 // --- shoot files
@@ -169,7 +143,7 @@ TEST_F(FileReading, AddsHandedShootsInTheirOrder) {
     }
     shell.openFiles({files, {}, {}, {}});
     settleReads();
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("7", "6", "5", "4", "3", "2", "1", "0"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("7", "6", "5", "4", "3", "2", "1", "0"));
 }
 
 TEST_F(FileReading, SaysWhenHandedFilesAreOpenedAndSaved) {
@@ -185,7 +159,7 @@ TEST_F(FileReading, SaysWhenHandedFilesAreOpenedAndSaved) {
     settleReads();
     EXPECT_EQ(opened, true);
     EXPECT_EQ(saved, m_files.files["/data/Vantor/shoots.json"]);
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Texel"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("Texel", "Texel"));
 
     opened.reset();
     shell.openFiles({{}, {}, {}, [&](bool all) { opened = all; }});
@@ -196,7 +170,7 @@ TEST_F(FileReading, SaysOnceThatHandedFilesAreNoShoots) {
     ui::Shell shell(m_onDisk);
     shell.openFiles({hostileFiles(), {}, {}, {}});
     settleReads();
-    EXPECT_THAT(namesOf(shell.openMain()), IsEmpty());
+    EXPECT_THAT(shootsOf(shell.openMain()), IsEmpty());
     QTest::keyClick(&sheet("alert"), Qt::Key_Escape);
     settle();
     EXPECT_FALSE(isOpen("alert"));
@@ -216,7 +190,7 @@ TEST_F(FileReading, PassesOverAChosenFileThatCannotBeRead) {
         settleReads();
         EXPECT_EQ(isOpen("alert"), file == files.back()) << file;
     }
-    EXPECT_THAT(namesOf(window), IsEmpty());
+    EXPECT_THAT(shootsOf(window), IsEmpty());
 }
 
 TEST_F(FileReading, TakesDroppedFilesOfAnyName) {
@@ -227,7 +201,7 @@ TEST_F(FileReading, TakesDroppedFilesOfAnyName) {
     const auto folder = addressOf(m_folder.path());
     drop(window, folder + "/a%FF%0A.vantor\r\n" + folder + "/.vantor\r\n" + folder + "/a.csv\r\n");
     settleReads();
-    EXPECT_THAT(namesOf(window), ElementsAre("Vlieland", "Texel"));
+    EXPECT_THAT(shootsOf(window), ElementsAre("Vlieland", "Texel"));
     EXPECT_FALSE(isOpen("alert"));
 }
 
@@ -239,10 +213,10 @@ TEST_F(FileReading, KeepsTheWindowGoingWhileADiskDoesNotAnswer) {
     choose(window, file);
     drop(window, addressOf(file));
     EXPECT_TRUE(runUntil([&] { return m_slowDisk.begun() == 3; }));
-    EXPECT_THAT(namesOf(shell.openMain()), IsEmpty());
+    EXPECT_THAT(shootsOf(shell.openMain()), IsEmpty());
     m_slowDisk.letOn(3);
     settleReads();
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Texel", "Texel"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("Texel", "Texel", "Texel"));
     const auto files = hostileFiles();
     for (const auto& each : files) {
         choose(window, each);
@@ -267,7 +241,7 @@ TEST_F(FileReading, GivesUpWhatIsUnreadWhenTheWindowCloses) {
     EXPECT_EQ(opened, false);
     m_slowDisk.letOn();
     settleReads();
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("Texel"));
 }
 
 TEST_F(FileReading, StoresNothingThatNobodyWaitsForAnyMore) {
@@ -282,7 +256,7 @@ TEST_F(FileReading, StoresNothingThatNobodyWaitsForAnyMore) {
     m_slowDisk.letOn();
     settleReads();
     EXPECT_EQ(opened, false);
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Texel"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("Texel"));
     EXPECT_EQ(m_slowDisk.begun(), 2);
 }
 
@@ -297,12 +271,12 @@ TEST_F(FileReading, AddsNoShootThatAnEndedProcessStored) {
     m_clock.set({handedAt.secondsSinceReference + 1});
     shell.openFiles({{texel}, {}, {}, {}});
     settleReads();
-    ASSERT_THAT(namesOf(shell.openMain()), ElementsAre("Texel", "Vlieland", "Texel"));
+    ASSERT_THAT(shootsOf(shell.openMain()), ElementsAre("Texel", "Vlieland", "Texel"));
     shell.openMain().close();
     settle();
     shell.openFiles({{texel, texel, vlieland}, handedAt, {}, {}});
     settleReads();
-    EXPECT_THAT(namesOf(shell.openMain()), ElementsAre("Vlieland", "Texel", "Texel", "Vlieland", "Texel"));
+    EXPECT_THAT(shootsOf(shell.openMain()), ElementsAre("Vlieland", "Texel", "Texel", "Vlieland", "Texel"));
 }
 
 // --- sets and products

@@ -182,9 +182,7 @@ TEST_P(FitTest, TheGenerator) {
 
 TEST_P(FitTest, EverySheet) {
     fill();
-    for (const auto* const name : {"newShootSheet", "newSetSheet", "editSetSheet", "importSheet",
-                                   "bulkExportSheet", "clientsSheet", "catalogSheet", "editProductSheet",
-                                   "catalogImportSheet", "qrSheet", "versionsSheet", "shortcutsSheet"}) {
+    for (const auto* const name : kSheets) {
         auto& opened = openWindow(name);
         expectFits(opened, "as it opens");
         for (int i = 0; std::string(name) == "newSetSheet" && i < 12; ++i)

@@ -2,11 +2,12 @@
 
 #include "base/json.h"
 #include "model/shoot_json.h"
+#include "tests/ui/everything_seen.h"
 #include "ui/frame/beside_window.h"
 
 #include <QLabel>
 #include <QMouseEvent>
-#include <QToolButton>
+#include <QThreadPool>
 #include <algorithm>
 #include <utility>
 
@@ -71,6 +72,34 @@ void type(const QWidget& within, const char* name, const QString& text) {
     type(find<QLineEdit>(within, name), text);
 }
 
+QWidget& focused() {
+    auto* const widget = QApplication::focusWidget();
+    if (widget == nullptr)
+        throw std::runtime_error("nothing has the focus");
+    return *widget;
+}
+
+void press(int key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(&focused(), static_cast<Qt::Key>(key), modifiers);
+    settle();
+}
+
+std::vector<QWidget*> tabWalk(Qt::Key key) {
+    std::vector<QWidget*> reached;
+    while (std::ranges::count(reached, &focused()) == 0) {
+        reached.push_back(&focused());
+        press(key);
+    }
+    return reached;
+}
+
+std::vector<std::string> namesOf(const std::vector<QWidget*>& widgets) {
+    std::vector<std::string> names;
+    for (const auto* const widget : widgets)
+        names.push_back(widget->objectName().toStdString());
+    return names;
+}
+
 QStringList entries(const QComboBox& box) {
     QStringList texts;
     for (int i = 0; i < box.count(); ++i)
@@ -104,6 +133,13 @@ QString textOf(const QWidget& widget) {
     return {};
 }
 
+std::vector<std::string> textsOf(const QWidget& within, const char* name) {
+    std::vector<std::string> texts;
+    for (const auto* const widget : allVisible<QWidget>(within, name))
+        texts.push_back(textOf(*widget).toStdString());
+    return texts;
+}
+
 namespace {
 
 struct Piece {
@@ -124,17 +160,20 @@ bool standsInside(const QWidget* widget, const QWidget& within) {
 
 std::string pieceOf(const QWidget& widget) {
     if (const auto* const field = qobject_cast<const QLineEdit*>(&widget))
-        return "[" + field->placeholderText().toStdString() + "]";
+        return "[" + field->placeholderText().toStdString() + "]" + field->text().toStdString();
     if (const auto* const box = qobject_cast<const QComboBox*>(&widget))
-        return "<" + box->itemText(0).toStdString() + ">";
+        return "<" + box->currentText().toStdString() + ">";
     if (qobject_cast<const QPlainTextEdit*>(&widget) != nullptr)
         return "(text)";
     if (dynamic_cast<const ui::RecyclingList*>(&widget) != nullptr)
         return "(list)";
-    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
-        button != nullptr && button->text().isEmpty())
-        return "{" + button->toolTip().toStdString() + "}";
-    return textOf(widget).toStdString();
+    auto text = textOf(widget).toStdString();
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget)) {
+        if (!button->toolTip().isEmpty())
+            text += "{" + button->toolTip().toStdString() + "}";
+        return (button->isEnabled() ? "" : "-") + std::string(button->isChecked() ? "+" : "") + text;
+    }
+    return text;
 }
 
 } // namespace
@@ -182,17 +221,33 @@ void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text, Qt::Ke
     QApplication::sendEvent(receiver, &release);
 }
 
-UiTest::UiTest()
-    : m_updates("https://vantor.example/version", "check", "1.2.3", m_http, m_defaults, m_timer,
-                m_clock.clock()),
-      m_services(servicesOn(m_files)) {}
-
-ui::Services UiTest::servicesOn(const FileStore& files, PdfCanvasFactory canvases) {
-    return {
-        files,      m_dialogs, m_clipboard,         m_urls,           m_remembered,
-        m_encoder,  m_pngs,    std::move(canvases), m_updates,        m_clock.clock(),
-        m_document, &m_stores, m_notices,           "vantor.example", "https://vantor.example/handleiding"};
+ui::Services UiTest::servicesOn(const FileStore& files, const QrEncoder& encoder) {
+    return {files,
+            m_dialogs,
+            m_clipboard,
+            m_urls,
+            m_remembered,
+            encoder,
+            m_pngs,
+            CairoPdfCanvas::make,
+            m_updates,
+            m_clock.clock(),
+            m_document,
+            &m_stores,
+            m_notices,
+            "vantor.example",
+            "https://vantor.example/handleiding"};
 }
+
+namespace {
+
+void await(QWidget& window) {
+    if (!QTest::qWaitForWindowActive(&window))
+        ADD_FAILURE() << window.objectName().toStdString() << " does not become active";
+    settle();
+}
+
+} // namespace
 
 UiTest::~UiTest() {
     settle();
@@ -204,10 +259,7 @@ UiTest::~UiTest() {
 ui::PrepMainView& UiTest::openMain() {
     m_main = std::make_unique<ui::PrepMainView>(m_services, [this] { ++m_generatorsAsked; });
     m_main->show();
-    m_main->activateWindow();
-    if (!QTest::qWaitForWindowActive(m_main.get()))
-        ADD_FAILURE() << "the main window does not become active";
-    settle();
+    returnToMain();
     return *m_main;
 }
 
@@ -229,9 +281,7 @@ ui::QRGeneratorView& UiTest::openGenerator() {
     m_generator = std::make_unique<ui::QRGeneratorView>(m_services);
     m_generator->show();
     m_generator->activateWindow();
-    if (!QTest::qWaitForWindowActive(m_generator.get()))
-        ADD_FAILURE() << "the generator does not become active";
-    settle();
+    await(*m_generator);
     return *m_generator;
 }
 
@@ -249,18 +299,15 @@ bool UiTest::isOpen(const char* name) const {
     });
 }
 
-QDialog& UiTest::open(const char* button, const char* sheetName) {
-    click(*m_main, button);
-    auto& opened = sheet(sheetName);
-    if (!QTest::qWaitForWindowActive(&opened))
-        ADD_FAILURE() << sheetName << " does not become active";
-    return opened;
+QDialog& UiTest::awaitSheet(const char* name) {
+    settle();
+    await(sheet(name));
+    return sheet(name);
 }
 
 void UiTest::returnToMain() {
     m_main->activateWindow();
-    if (!QTest::qWaitForWindowActive(m_main.get()))
-        ADD_FAILURE() << "the main window does not become active";
+    await(*m_main);
 }
 
 void UiTest::closeSheets() {
@@ -317,24 +364,78 @@ void UiTest::announceVersion(const std::string& version, const std::string& url)
 }
 
 QWidget& UiTest::openWindow(const std::string& name) {
-    static const std::map<std::string, const char*> kCommands = {
-        {"newShootSheet", "newShoot"},   {"newSetSheet", "newSet"},         {"importSheet", "importCsv"},
-        {"versionsSheet", "versions"},   {"bulkExportSheet", "bulkExport"}, {"clientsSheet", "clients"},
-        {"catalogSheet", "catalog"},     {"editProductSheet", "catalog"},   {"catalogImportSheet", "catalog"},
-        {"shortcutsSheet", "shortcuts"},
-    };
+    static const std::map<std::string, const char*> kButtons = {{"newShootSheet", "newShootButton"},
+                                                                {"newSetSheet", "newSetButton"},
+                                                                {"importSheet", "importButton"},
+                                                                {"bulkExportSheet", "bulkExportButton"},
+                                                                {"clientsSheet", "clientsButton"},
+                                                                {"catalogSheet", "catalogButton"},
+                                                                {"editSetSheet", "editButton"},
+                                                                {"qrSheet", "qrButton"},
+                                                                {"editProductSheet", "editProductButton"},
+                                                                {"catalogImportSheet", "importButton"},
+                                                                {"confirmation", "deleteShootButton"}};
+    if (m_main == nullptr)
+        openMain();
     if (name == "main")
         return main();
-    if (name == "editSetSheet" || name == "qrSheet")
-        click(*rows().front(), name == "qrSheet" ? "qrButton" : "editButton");
+    const bool isOfProducts = name == "editProductSheet" || name == "catalogImportSheet";
+    if (isOfProducts && !isOpen("catalogSheet"))
+        openWindow("catalogSheet");
+    if (name == "versionsSheet" || name == "shortcutsSheet")
+        give(name == "versionsSheet" ? "versions" : "shortcuts");
     else
-        give(kCommands.at(name));
+        click(*allVisible<QAbstractButton>(
+                   isOfProducts ? sheet("catalogSheet") : static_cast<QWidget&>(main()), kButtons.at(name))
+                   .at(0));
     settleReads();
-    if (name == "editProductSheet")
-        click(*allVisible<QAbstractButton>(sheet("catalogSheet"), "editProductButton").at(0));
-    if (name == "catalogImportSheet")
-        click(sheet("catalogSheet"), "importButton");
-    return sheet(name.c_str());
+    return awaitSheet(name.c_str());
+}
+
+void UiTest::visitWindows(const QString& typed, const std::function<void(QWidget&)>& look) {
+    look(main());
+    for (const auto* const name : kSheets) {
+        auto& opened = openWindow(name);
+        look(opened);
+        if (auto* const picker = opened.findChild<QPushButton*>("catalogPicker")) {
+            for (auto* const menu : menusWithin(*picker->menu()))
+                look(*menu);
+        } else if (auto* const text = opened.findChild<QPlainTextEdit*>("csvText")) {
+            text->setPlainText("1;" + typed);
+            click(opened, "importButton");
+            settleReads();
+            look(opened);
+        } else if (name == std::string("bulkExportSheet")) {
+            click(opened, "selectAllButton");
+            look(opened);
+            click(opened, "selectAllButton");
+            m_dialogs.whereToSave = "/ω/ω";
+            find<QAbstractButton>(opened, "exportButton").click();
+            look(find(opened, "exportProgress"));
+            QThreadPool::globalInstance()->waitForDone();
+            settle();
+        }
+        closeSheets();
+    }
+    rows().front()->openMenu(main().mapToGlobal(QPoint(50, 50)));
+    look(*QApplication::activePopupWidget());
+    QApplication::activePopupWidget()->close();
+    settle();
+    for (auto* const button : {&find<QAbstractButton>(*rows().front(), "deleteButton"),
+                               &find<QAbstractButton>(main(), "deleteShootButton")}) {
+        click(*button);
+        look(sheet("confirmation"));
+        closeSheets();
+    }
+    auto& generator = openGenerator();
+    look(generator);
+    click(generator, "addItemButton");
+    for (auto* const field : generator.findChildren<QLineEdit*>())
+        field->setText(typed);
+    click(generator, "generateButton");
+    look(generator);
+    m_generator.reset();
+    returnToMain();
 }
 
 } // namespace vantor::testing

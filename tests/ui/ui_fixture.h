@@ -33,6 +33,8 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTest>
+#include <array>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -44,6 +46,11 @@ namespace vantor::testing {
 void settle();
 // The same, and lets files be read beside the window, up to twenty in a row.
 void settleReads();
+
+// All that open from the main window.
+inline constexpr std::array kSheets{"newShootSheet",      "newSetSheet",  "editSetSheet",  "importSheet",
+                                    "bulkExportSheet",    "clientsSheet", "catalogSheet",  "editProductSheet",
+                                    "catalogImportSheet", "qrSheet",      "versionsSheet", "shortcutsSheet"};
 
 // The one widget of that name, shown or not.
 template <typename Widget = QWidget>
@@ -80,6 +87,14 @@ void doubleClick(QWidget& window, const QPoint& at);
 void type(QLineEdit& field, const QString& text);
 void type(const QWidget& within, const char* name, const QString& text);
 
+// What the focus is on; the test fails when it is on nothing.
+[[nodiscard]] QWidget& focused();
+void press(int key, Qt::KeyboardModifiers modifiers = {});
+
+// What Tab, or another key, comes to from where the focus is, until it has been there before.
+[[nodiscard]] std::vector<QWidget*> tabWalk(Qt::Key key = Qt::Key_Tab);
+[[nodiscard]] std::vector<std::string> namesOf(const std::vector<QWidget*>& widgets);
+
 // Chooses an entry of a box by what it says, as a user would with the keyboard.
 void choose(QComboBox& box, const QString& text);
 
@@ -96,9 +111,12 @@ void choose(QComboBox& box, const QString& text);
     return textOf(find(within, name));
 }
 
+// What the widgets of that name say, from top to bottom.
+[[nodiscard]] std::vector<std::string> textsOf(const QWidget& within, const char* name);
+
 // What a window, a sheet or a part of one says, line by line from its top, each line from left to right. Fields stand as
-// "[placeholder]", boxes as "<first entry>", lists as "(list)", editors as "(text)", buttons without a text as
-// "{help text}". Rows of lists are left out.
+// "[placeholder]text", boxes as "<chosen entry>", lists as "(list)", editors as "(text)", buttons with their help texts as
+// "text{help}", those that are off as "-text" and those that are checked as "+text". Rows of lists are left out.
 [[nodiscard]] std::vector<std::string> linesOf(const QWidget& within);
 
 // A store's file of these shoots.
@@ -111,7 +129,6 @@ void pressAt(QWidget& on, std::uint64_t at, int key, const QString& text = {},
 
 class UiTest : public ::testing::Test {
 protected:
-    UiTest();
     ~UiTest() override;
 
     // The main window, shown and active.
@@ -132,17 +149,22 @@ protected:
     void returnToMain();
     // Closes every sheet and message, and goes back to the main window.
     void closeSheets();
-    // Opens a sheet with the button that does.
-    QDialog& open(const char* button, const char* sheetName);
+    // The sheet, question or message of that name once it has the window system's attention.
+    QDialog& awaitSheet(const char* name);
 
     // Gives a command of the main window by its name in the table, as its menu does.
     void give(const char* command);
 
-    // What the windows work with, on other files than those in memory or with another canvas; the stores stay in memory.
-    ui::Services servicesOn(const FileStore& files, PdfCanvasFactory canvases = CairoPdfCanvas::make);
+    // What the windows work with, on other files than those in memory or with another encoder; the stores stay in memory.
+    ui::Services servicesOn(const FileStore& files, const QrEncoder& encoder);
 
-    // "main" or the name of a sheet, opened from the main window as a user would: with a set there, and a product.
+    // "main", which is opened unless it is, or a sheet, opened as a user would: on the first set in sight, or on the first
+    // product; "confirmation" is that of deleting the shoot.
     QWidget& openWindow(const std::string& name);
+
+    // Hands over whatever there is to see around a full main window, one after the other: its sheets, what they say while
+    // they work, menus, questions, and the generator with this text in all its fields.
+    void visitWindows(const QString& typed, const std::function<void(QWidget&)>& look);
 
     // Adds a shoot in front and makes it active.
     Uuid addShoot(const std::string& name, const std::string& client = {});
@@ -173,8 +195,9 @@ protected:
     Notices m_notices{[] { return std::chrono::milliseconds(0); }};
     QrencodeEncoder m_encoder;
     LibpngWriter m_pngs;
-    UpdateChecker m_updates;
-    ui::Services m_services;
+    UpdateChecker m_updates{
+        "https://vantor.example/version", "check", "1.2.3", m_http, m_defaults, m_timer, m_clock.clock()};
+    ui::Services m_services = servicesOn(m_files, m_encoder);
     std::unique_ptr<ui::PrepMainView> m_main;
     std::unique_ptr<ui::QRGeneratorView> m_generator;
     int m_generatorsAsked = 0;

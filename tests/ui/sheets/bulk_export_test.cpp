@@ -1,13 +1,11 @@
 #include "platform/posix/posix_file_store.h"
 #include "tests/support/command.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/ui/sheets/sheet_test.h"
+#include "tests/ui/ui_fixture.h"
 #include "ui/sheets/bulk_qr_export_sheet.h"
 
 #include <QCheckBox>
-#include <QLayout>
 #include <QProgressDialog>
-#include <QScrollArea>
 #include <QSemaphore>
 #include <QThreadPool>
 #include <atomic>
@@ -19,63 +17,36 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class BulkExportTest : public SheetTest {
+// Makes no code before it may.
+class HeldEncoder final : public QrEncoder {
+public:
+    [[nodiscard]] std::optional<Bitmap> encode(std::string_view bytes) const override {
+        mayEncode.acquire();
+        ++codes;
+        return QrencodeEncoder().encode(bytes);
+    }
+    mutable QSemaphore mayEncode;
+    mutable std::atomic<int> codes = 0;
+};
+
+class BulkExportTest : public UiTest {
 protected:
     // What is still held back ends with the test, however that ends.
-    ~BulkExportTest() override { m_mayDraw.release(1000); }
+    ~BulkExportTest() override { m_held.mayEncode.release(1000); }
 
     // The sheet on real files, for a shoot of sets "Merk1" to "Merk<count>".
-    QDialog& openOnDisk(unsigned count, PdfCanvasFactory canvases = CairoPdfCanvas::make) {
-        if (m_main == nullptr)
-            openMain();
+    QDialog& openOnDisk(std::size_t count) { return openOnDisk(count, m_encoder); }
+    QDialog& openOnDisk(std::size_t count, const QrEncoder& encoder) {
+        openMain();
         SetList sets;
-        for (unsigned i = 1; i <= count; ++i) {
-            auto set = SetData::make(m_clock.now());
-            set.setNumber = std::to_string(i);
-            set.brand = "Merk" + std::to_string(i);
-            sets.push_back(std::move(set));
+        for (std::size_t i = 1; i <= count; ++i) {
+            sets.push_back(SetData::make(m_clock.now()));
+            sets[i - 1].brand = "Merk" + std::to_string(i);
         }
-        m_onDisk.emplace(servicesOn(m_disk, std::move(canvases)));
+        m_onDisk.emplace(servicesOn(m_disk, encoder));
         m_dialogs.whereToSave = m_folder / "kaarten.pdf";
         (new ui::BulkQRExportSheet(m_main.get(), std::move(sets), "Texel", *m_onDisk))->open();
         return awaitSheet("bulkExportSheet");
-    }
-
-    // A canvas that draws no card before it may.
-    PdfCanvasFactory held() {
-        return [this](ByteSink& sink, double width, double height) {
-            class Held : public PdfCanvas {
-            public:
-                Held(std::unique_ptr<PdfCanvas> canvas, QSemaphore& mayDraw, std::atomic<int>& cards)
-                    : m_canvas(std::move(canvas)),
-                      m_mayDraw(mayDraw),
-                      m_cards(cards) {}
-                void beginPage() override { m_canvas->beginPage(); }
-                void endPage() override { m_canvas->endPage(); }
-                void strokeLines(std::span<const PdfLine> lines, const PdfStroke& stroke) override {
-                    m_canvas->strokeLines(lines, stroke);
-                }
-                void drawBitmap(const Bitmap& picture, const PdfRect& into) override {
-                    m_mayDraw.acquire();
-                    ++m_cards;
-                    m_canvas->drawBitmap(picture, into);
-                }
-                double textWidth(std::string_view text, const PdfFont& font) override {
-                    return m_canvas->textWidth(text, font);
-                }
-                void drawText(std::string_view text, const PdfFont& font, PdfPoint origin,
-                              double stretch) override {
-                    m_canvas->drawText(text, font, origin, stretch);
-                }
-                bool finish() override { return m_canvas->finish(); }
-
-            private:
-                std::unique_ptr<PdfCanvas> m_canvas;
-                QSemaphore& m_mayDraw;
-                std::atomic<int>& m_cards;
-            };
-            return std::make_unique<Held>(CairoPdfCanvas::make(sink, width, height), m_mayDraw, m_cards);
-        };
     }
 
     bool awaitClosing() {
@@ -88,48 +59,31 @@ protected:
         return allVisible<QCheckBox>(sheet, "cardCheckBox");
     }
 
-    [[nodiscard]] std::string printedText() const {
-        return runCommand("pdftotext -layout '" + (m_folder / "kaarten.pdf").string() + "' -").output;
+    // What a program makes of what was printed.
+    [[nodiscard]] std::string printed(const std::string& program) const {
+        return runCommand("cd '" + m_folder.path().string() + "' && " + program).output;
     }
 
     TemporaryFolder m_folder;
     PosixFileStore m_disk;
     std::optional<ui::Services> m_onDisk;
-    QSemaphore m_mayDraw;
-    std::atomic<int> m_cards{0};
+    HeldEncoder m_held;
 };
-
-TEST_F(BulkExportTest, SaysWhatItIsForWithAllSelected) {
-    openMainWithSets(3);
-    const auto& sheet = openBulkExport();
-    EXPECT_THAT(linesOf(sheet),
-                ElementsAre("Bulk QR-export",
-                            "Exporteer QR-kaarten van meerdere sets in één PDF, klaar om te printen.",
-                            "Dichtheid / Groot — 4 per A4 / Compact — 9 per A4",
-                            "Deselecteer alles / 3 geselecteerd", "(list)", "Annuleer / Exporteer PDF..."));
-    EXPECT_GE(find(sheet, "cardList").height(), 240);
-    const auto& column = *find<QScrollArea>(sheet, "sheetPane").widget()->layout();
-    EXPECT_EQ(column.contentsMargins(), QMargins(24, 24, 24, 0));
-    EXPECT_EQ(column.spacing(), 16);
-    EXPECT_TRUE(find<QAbstractButton>(sheet, "densityLarge").isChecked());
-    EXPECT_FALSE(find<QAbstractButton>(sheet, "densityCompact").isChecked());
-    EXPECT_TRUE(find(sheet, "exportButton").isEnabled());
-}
 
 TEST_F(BulkExportTest, ShowsTheSetsInTheShootsOrderWithTheNamesOfTheirItems) {
     openMain();
     addShoot("Texel");
     addSet("2", "Zara");
     addSet("1", "Nike", {SetItem::make("jas", "rood"), SetItem::make("broek", "")});
-    const auto& sheet = openBulkExport();
-    EXPECT_THAT(rowTexts(sheet, "cardHeadline"),
+    const auto& sheet = openWindow("bulkExportSheet");
+    EXPECT_THAT(textsOf(sheet, "cardHeadline"),
                 ElementsAre(shoot().sets[0].headline(), shoot().sets[1].headline()));
-    EXPECT_THAT(rowTexts(sheet, "cardItems"), ElementsAre("jas, broek"));
+    EXPECT_THAT(textsOf(sheet, "cardItems"), ElementsAre("jas, broek"));
 }
 
 TEST_F(BulkExportTest, TheButtonOffersAllUntilAllAreSelected) {
     openMainWithSets(6);
-    const auto& sheet = openBulkExport();
+    const auto& sheet = openWindow("bulkExportSheet");
     click(*boxes(sheet).at(2));
     for (const int selected : {5, 6, 0}) {
         SCOPED_TRACE(selected);
@@ -141,29 +95,28 @@ TEST_F(BulkExportTest, TheButtonOffersAllUntilAllAreSelected) {
     }
 }
 
-TEST_F(BulkExportTest, TheRowsTextsAreTheBoxsLabel) {
-    openMainWithSets(2);
-    const auto& sheet = openBulkExport();
-    QTest::mouseClick(allVisible<QWidget>(sheet, "cardHeadline").at(1), Qt::LeftButton);
-    settle();
-    EXPECT_TRUE(boxes(sheet).at(0)->isChecked());
-    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
-}
-
-TEST_F(BulkExportTest, SetsAreSelectedWithKeysAlone) {
+TEST_F(BulkExportTest, SetsAreSelectedByTheirTextsAndWithKeysAlone) {
     openMainWithSets(3);
-    const auto& sheet = openBulkExport();
+    const auto& sheet = openWindow("bulkExportSheet");
+    const auto expectChecked = [&](std::vector<bool> expected) {
+        std::vector<bool> checked;
+        for (const auto* const box : boxes(sheet))
+            checked.push_back(box->isChecked());
+        EXPECT_EQ(checked, expected);
+    };
+    expectChecked({true, true, true});
+    QTest::mouseClick(allVisible<QWidget>(sheet, "cardHeadline").at(2), Qt::LeftButton);
+    expectChecked({true, true, false});
     find(sheet, "cardList").setFocus(Qt::TabFocusReason);
-    press(Qt::Key_Down);
+    find<ui::RecyclingList>(sheet, "cardList").setCurrentRow(1);
     press(Qt::Key_Return);
-    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
-    EXPECT_EQ(textOf(sheet, "selectedCount"), "2 geselecteerd");
-    EXPECT_TRUE(isOpen("bulkExportSheet"));
+    expectChecked({true, false, false});
     press(Qt::Key_Space);
-    EXPECT_TRUE(boxes(sheet).at(1)->isChecked());
+    expectChecked({true, true, false});
     press(Qt::Key_Tab);
     press(Qt::Key_Space);
-    EXPECT_FALSE(boxes(sheet).at(1)->isChecked());
+    expectChecked({true, false, false});
+    EXPECT_TRUE(isOpen("bulkExportSheet"));
 }
 
 TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
@@ -173,7 +126,6 @@ TEST_F(BulkExportTest, CancellingTheDialogKeepsTheSheetAndItsSelection) {
     click(sheet, "exportButton");
     EXPECT_THAT(m_dialogs.proposedNames, ElementsAre("Texel-QR-kaarten.pdf"));
     EXPECT_THAT(m_dialogs.savedTypes, ElementsAre(ElementsAre("pdf")));
-    EXPECT_TRUE(isOpen("bulkExportSheet"));
     EXPECT_EQ(textOf(sheet, "selectedCount"), "2 geselecteerd");
     EXPECT_FALSE(boxes(sheet).at(0)->isChecked());
     EXPECT_TRUE(find(sheet, "exportButton").isEnabled());
@@ -188,8 +140,9 @@ TEST_F(BulkExportTest, PrintsTheSelectedSetsInTheShootsOrderWhateverTheyWereSele
     click(sheet, "exportButton");
     ASSERT_TRUE(awaitClosing());
     EXPECT_THAT(m_folder.names(), ElementsAre("kaarten.pdf"));
-    EXPECT_THAT(printedText(), ::testing::ContainsRegex("Merk1(.|\n)*Merk2(.|\n)*Merk3"));
-    EXPECT_THAT(printedText(), ::testing::Not(HasSubstr("Merk4")));
+    const auto text = printed("pdftotext -layout kaarten.pdf -");
+    EXPECT_THAT(text, ::testing::ContainsRegex("Merk1(.|\n)*Merk2(.|\n)*Merk3"));
+    EXPECT_THAT(text, ::testing::Not(HasSubstr("Merk4")));
 }
 
 TEST_F(BulkExportTest, TheDensityDecidesHowManyPages) {
@@ -199,7 +152,7 @@ TEST_F(BulkExportTest, TheDensityDecidesHowManyPages) {
         EXPECT_TRUE(find<QAbstractButton>(sheet, density).isChecked());
         click(sheet, "exportButton");
         ASSERT_TRUE(awaitClosing());
-        EXPECT_THAT(runCommand("pdfinfo '" + (m_folder / "kaarten.pdf").string() + "'").output,
+        EXPECT_THAT(printed("pdfinfo kaarten.pdf"),
                     ::testing::ContainsRegex(std::string("Pages: +") + pages + "\n"));
     }
 }
@@ -214,7 +167,7 @@ TEST_F(BulkExportTest, ClosesWithoutAWordWhenTheFileCannotBeWritten) {
 }
 
 TEST_F(BulkExportTest, AnExportOfHalfASecondShowsHowFarItIs) {
-    auto& sheet = openOnDisk(12, held());
+    auto& sheet = openOnDisk(12, m_held);
     click(sheet, "exportButton");
     EXPECT_FALSE(find(sheet, "exportButton").isEnabled());
     EXPECT_EQ(find<QProgressDialog>(sheet, "exportProgress").minimumDuration(), 500);
@@ -223,52 +176,47 @@ TEST_F(BulkExportTest, AnExportOfHalfASecondShowsHowFarItIs) {
     EXPECT_EQ(progress.labelText(), "QR-kaarten worden gemaakt...");
     EXPECT_EQ(progress.maximum(), 12);
     EXPECT_EQ(progress.value(), 0);
-    m_mayDraw.release(5);
+    m_held.mayEncode.release(5);
     EXPECT_TRUE(runUntil([&] { return progress.value() == 5; }));
-    m_mayDraw.release(7);
+    m_held.mayEncode.release(7);
     ASSERT_TRUE(awaitClosing());
     EXPECT_FALSE(isOpen("exportProgress"));
     EXPECT_THAT(m_folder.names(), ElementsAre("kaarten.pdf"));
 }
 
 TEST_F(BulkExportTest, ACancelledExportLeavesNoFileAndTheSheetAsItWas) {
-    auto& sheet = openOnDisk(60, held());
+    auto& sheet = openOnDisk(60, m_held);
     click(*boxes(sheet).at(0));
     // With the sheet's own button, and with Escape once its progress is shown.
     for (const bool isShown : {false, true}) {
-        m_cards = 0;
+        m_held.codes = 0;
         click(sheet, "exportButton");
         if (isShown) {
             ASSERT_TRUE(runUntil([&] { return isOpen("exportProgress"); }));
-            auto& progress = dynamic_cast<QProgressDialog&>(this->sheet("exportProgress"));
             // Its Escape is a shortcut, which only the active window has.
-            ASSERT_TRUE(runUntil([&] { return progress.isActiveWindow(); }));
-            QTest::keyClick(&progress, Qt::Key_Escape);
-            ASSERT_TRUE(runUntil([&] { return progress.wasCanceled(); }));
+            QTest::keyClick(&awaitSheet("exportProgress"), Qt::Key_Escape);
         } else {
             click(sheet, "cancelButton");
         }
-        m_mayDraw.release(60);
+        m_held.mayEncode.release(60);
         ASSERT_TRUE(runUntil([&] { return find(sheet, "exportButton").isEnabled(); }));
         settle();
-        // The one that was being drawn, of 59.
-        EXPECT_LE(m_cards, 1);
+        EXPECT_LE(m_held.codes, 1) << "the one that was being made, of 59";
         EXPECT_TRUE(isOpen("bulkExportSheet"));
         EXPECT_FALSE(isOpen("exportProgress"));
         EXPECT_EQ(textOf(sheet, "selectedCount"), "59 geselecteerd");
         EXPECT_THAT(m_folder.names(), IsEmpty());
-        while (m_mayDraw.tryAcquire()) {
-        }
+        m_held.mayEncode.acquire(m_held.mayEncode.available());
     }
     click(sheet, "cancelButton");
     EXPECT_FALSE(isOpen("bulkExportSheet"));
 }
 
 TEST_F(BulkExportTest, TheWindowMayGoDuringAnExport) {
-    auto& sheet = openOnDisk(10, held());
+    auto& sheet = openOnDisk(10, m_held);
     click(sheet, "exportButton");
     m_main.reset();
-    m_mayDraw.release(10);
+    m_held.mayEncode.release(10);
     QThreadPool::globalInstance()->waitForDone();
     settle();
     EXPECT_FALSE(isOpen("bulkExportSheet"));
@@ -277,7 +225,7 @@ TEST_F(BulkExportTest, TheWindowMayGoDuringAnExport) {
 
 TEST_F(BulkExportTest, WorksOnTheSetsAsTheyWere) {
     openMainWithSets(3);
-    const auto& sheet = openBulkExport();
+    const auto& sheet = openWindow("bulkExportSheet");
     manager().deleteShoot(shoot().id);
     settle();
     EXPECT_EQ(textOf(sheet, "selectedCount"), "3 geselecteerd");

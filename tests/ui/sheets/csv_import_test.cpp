@@ -1,4 +1,4 @@
-#include "tests/ui/sheets/sheet_test.h"
+#include "tests/ui/ui_fixture.h"
 #include "ui/frame/beside_window.h"
 #include "ui/frame/theme.h"
 
@@ -21,19 +21,16 @@ constexpr const char* kTwoProducts = "Naam;Kleuren;Merk\njas;rood, blauw;Nike\nr
 
 constexpr Qt::DropActions kCopyOrMove = Qt::CopyAction | Qt::MoveAction;
 
-class CsvImportTest : public SheetTest {
+class CsvImportTest : public UiTest {
 protected:
     CsvImportTest() { openMain(); }
 
-    QDialog& openSets() {
+    QWidget& openSets() {
         if (manager().activeShoot() == nullptr)
             addShoot("Texel");
-        return openSetImport();
+        return openWindow("importSheet");
     }
-    QDialog& openProducts() {
-        openCatalog();
-        return openCatalogImport();
-    }
+    QWidget& openProducts() { return openWindow("catalogImportSheet"); }
 
     static QPlainTextEdit& editor(const QWidget& sheet) { return find<QPlainTextEdit>(sheet, "csvText"); }
 
@@ -69,7 +66,7 @@ protected:
     }
 
     // Whether it closes by itself, which is let happen now.
-    bool closes(const QDialog& sheet) {
+    bool closes(const QWidget& sheet) {
         const auto name = sheet.objectName().toStdString();
         auto* const closing = sheet.findChild<QTimer*>("closing");
         if (closing == nullptr || !closing->isActive())
@@ -98,94 +95,66 @@ protected:
     }
 };
 
-TEST_F(CsvImportTest, SaysWhatItIsFor) {
-    const auto& sets = openSets();
-    EXPECT_THAT(linesOf(sets),
-                ElementsAre("Import CSV",
-                            "Plak CSV data of kies een bestand. Kolommen: Set, Merk, Items (item/kleur, "
-                            "item/kleur), Model, Locatie",
-                            "(text)",
-                            "Voorbeeld:\nSet;Merk;Items;Model;Locatie\n1;Marvis;coated pants/brown, "
-                            "sweater/blue navy;Anna;Studio A",
-                            "Kies bestand...", "Annuleer / Importeer"));
-    EXPECT_GE(editor(sets).height(), 150);
-    EXPECT_TRUE(QFontInfo(editor(sets).font()).fixedPitch());
-    EXPECT_TRUE(QFontInfo(find(sets, "example").font()).fixedPitch());
-    EXPECT_EQ(find(sets, "example").palette().color(QPalette::WindowText),
-              ui::theme::secondaryText(sets.palette()));
-    click(sets, "cancelButton");
-    returnToMain();
-    EXPECT_THAT(linesOf(openProducts()),
-                ElementsAre("Import Productcatalogus",
-                            "Plak CSV data of kies een bestand. Kolommen: Naam;Kleuren;Merk (kleuren "
-                            "komma-gescheiden, merk optioneel — leeg = Algemeen, oudere exports zonder "
-                            "Merk-kolom worden aan het huidig geselecteerde merk toegewezen)",
-                            "Voorbeeld:\nNaam;Kleuren;Merk\ncoated pants;brown, navy, black;Mr "
-                            "Marvis\nsweater;blue navy;",
-                            "(text)", "Kies bestand...", "Annuleer / Importeer"));
+TEST_F(CsvImportTest, ShowsTextsOfTablesInEvenWidth) {
+    const auto& sheet = openSets();
+    for (const auto* const name : {"csvText", "example"})
+        EXPECT_TRUE(QFontInfo(find(sheet, name).font()).fixedPitch()) << name;
+    EXPECT_GE(editor(sheet).height(), 150);
+    EXPECT_EQ(find(sheet, "example").palette().color(QPalette::WindowText),
+              ui::theme::secondaryText(sheet.palette()));
 }
 
 TEST_F(CsvImportTest, NeedsOnlyTextThatIsNotEmpty) {
     const auto& sheet = openSets();
-    const auto& button = find(sheet, "importButton");
-    EXPECT_FALSE(button.isEnabled());
-    EXPECT_FALSE(isShown(sheet, "importResult"));
     for (const auto* const text : {" ", "\n", "", "a"}) {
         paste(sheet, text);
-        EXPECT_EQ(button.isEnabled(), *text != '\0') << '"' << text << '"';
+        EXPECT_EQ(find(sheet, "importButton").isEnabled(), *text != '\0') << '"' << text << '"';
     }
-    EXPECT_THAT(tabWalk(), ElementsAre("csvText", "chooseFileButton", "cancelButton", "importButton"));
     QTest::keyClick(&editor(sheet), Qt::Key_Backspace);
-    EXPECT_FALSE(button.isEnabled());
+    EXPECT_FALSE(find(sheet, "importButton").isEnabled());
 }
 
-TEST_F(CsvImportTest, TellsInGreenHowManySetsItImportedAndClosesAfterAMoment) {
-    const auto& sheet = openSets();
-    import(sheet, kTwoSets);
-    ASSERT_TRUE(isShown(sheet, "importResult"));
-    EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
-    EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
-              ui::theme::green(main().palette()));
-    EXPECT_TRUE(find(sheet, "importButton").isEnabled());
+TEST_F(CsvImportTest, TellsInGreenHowManyItImportedAndClosesAfterAMoment) {
+    for (const bool ofSets : {true, false}) {
+        const auto& sheet = ofSets ? openSets() : openProducts();
+        import(sheet, ofSets ? kTwoSets : kTwoProducts);
+        ASSERT_TRUE(isShown(sheet, "importResult"));
+        EXPECT_EQ(textOf(sheet, "importResult"), ofSets ? "2 sets geïmporteerd" : "2 producten geïmporteerd");
+        EXPECT_EQ(find(sheet, "importResult").palette().color(QPalette::WindowText),
+                  ui::theme::green(main().palette()));
+        EXPECT_TRUE(find(sheet, "importButton").isEnabled());
+        EXPECT_TRUE(closes(sheet));
+    }
     EXPECT_THAT(shoot().sets, SizeIs(2));
-    EXPECT_TRUE(closes(sheet));
-}
-
-TEST_F(CsvImportTest, TellsHowManyProductsItImportedAndClosesAfterAMoment) {
-    const auto& sheet = openProducts();
-    import(sheet, kTwoProducts);
-    ASSERT_TRUE(isShown(sheet, "importResult"));
-    EXPECT_EQ(textOf(sheet, "importResult"), "2 producten geïmporteerd");
-    EXPECT_THAT(rowTexts(this->sheet("catalogSheet"), "productName"), ElementsAre("jas", "riem"));
-    EXPECT_TRUE(closes(sheet));
-    EXPECT_TRUE(isOpen("catalogSheet"));
+    EXPECT_THAT(textsOf(sheet("catalogSheet"), "productName"), ElementsAre("jas", "riem"));
 }
 
 TEST_F(CsvImportTest, StaysOpenWhenNothingWasImported) {
-    const auto& sets = openSets();
-    import(sets, "Set;Merk;Items;Model;Locatie");
-    EXPECT_EQ(textOf(sets, "importResult"), "0 sets geïmporteerd");
-    EXPECT_FALSE(closes(sets));
-    EXPECT_THAT(shoot().sets, IsEmpty());
-    click(sets, "cancelButton");
-    returnToMain();
     addProduct("JAS");
     addProduct("riem");
-    const auto& products = openProducts();
-    import(products, kTwoProducts);
-    EXPECT_EQ(textOf(products, "importResult"), "0 producten geïmporteerd");
-    EXPECT_FALSE(closes(products));
+    for (const bool ofSets : {true, false}) {
+        const auto& sheet = ofSets ? openSets() : openProducts();
+        import(sheet, ofSets ? "Set;Merk;Items;Model;Locatie" : kTwoProducts);
+        EXPECT_EQ(textOf(sheet, "importResult"), ofSets ? "0 sets geïmporteerd" : "0 producten geïmporteerd");
+        EXPECT_FALSE(closes(sheet));
+        closeSheets();
+    }
+    EXPECT_THAT(shoot().sets, IsEmpty());
     EXPECT_THAT(catalog().products(), SizeIs(2));
 }
 
-TEST_F(CsvImportTest, PressingTwiceImportsTwice) {
+TEST_F(CsvImportTest, PressingTwiceImportsTwiceAndTheMomentIsItsSheetsOwn) {
     const auto& sheet = openSets();
     paste(sheet, kTwoSets);
     click(sheet, "importButton");
     import(sheet);
     EXPECT_THAT(shoot().sets, SizeIs(4));
     EXPECT_EQ(textOf(sheet, "importResult"), "2 sets geïmporteerd");
-    EXPECT_TRUE(closes(sheet));
+    click(sheet, "cancelButton");
+    EXPECT_FALSE(isOpen("importSheet"));
+    const auto& next = openSets();
+    EXPECT_FALSE(isShown(next, "importResult"));
+    EXPECT_FALSE(closes(next));
 }
 
 TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedForOrSaysThatItIsGone) {
@@ -193,7 +162,6 @@ TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedForOrSaysThatItIsGone) {
     const auto& sheet = openSets();
     addShoot("Ibiza");
     import(sheet, kTwoSets);
-    EXPECT_THAT(shoot().sets, IsEmpty());
     EXPECT_THAT(manager().shoot(id)->sets, SizeIs(2));
     manager().deleteShoot(id);
     import(sheet);
@@ -206,7 +174,7 @@ TEST_F(CsvImportTest, ImportsIntoTheShootItWasOpenedForOrSaysThatItIsGone) {
 }
 
 TEST_F(CsvImportTest, DoesNothingWithoutAShoot) {
-    const auto& sheet = openSetImport();
+    const auto& sheet = openWindow("importSheet");
     import(sheet, kTwoSets);
     EXPECT_FALSE(isShown(sheet, "importResult"));
     EXPECT_TRUE(isOpen("importSheet"));
@@ -235,25 +203,14 @@ TEST_F(CsvImportTest, ALackOfMemoryEndsTheImportAndNothingElse) {
 
 TEST_F(CsvImportTest, RefusesAListOfMoreThanAHundredThousandLines) {
     for (const bool ofSets : {true, false}) {
-        auto& sheet = ofSets ? openSets() : openProducts();
+        const auto& sheet = ofSets ? openSets() : openProducts();
         import(sheet, "Set;Merk\n" + QString("1;B\n \n").repeated(100'000));
         EXPECT_EQ(textOf(sheet, "importResult"), "De lijst heeft 100.001 regels; meer dan 100.000 kan niet");
         EXPECT_TRUE(find(sheet, "importButton").isEnabled());
-        sheet.close();
-        settle();
+        closeSheets();
     }
     EXPECT_THAT(shoot().sets, IsEmpty());
     EXPECT_THAT(catalog().products(), IsEmpty());
-}
-
-TEST_F(CsvImportTest, CancellingDuringTheMomentLeavesTheNextOneOpen) {
-    const auto& sheet = openSets();
-    import(sheet, kTwoSets);
-    click(sheet, "cancelButton");
-    EXPECT_FALSE(isOpen("importSheet"));
-    const auto& next = openSets();
-    EXPECT_FALSE(isShown(next, "importResult"));
-    EXPECT_FALSE(closes(next));
 }
 
 TEST_F(CsvImportTest, ShowsTheChosenFileInPlaceOfWhatWasThere) {
@@ -290,25 +247,30 @@ TEST_F(CsvImportTest, TakesADroppedFile) {
     m_files.files["/tmp/mijn sets.csv"] = kTwoSets;
     EXPECT_TRUE(drop(sheet, {file}));
     EXPECT_EQ(editor(sheet).toPlainText(), kTwoSets);
-    EXPECT_FALSE(drop(sheet, {QUrl("https://vantor.example/sets.csv")}));
-    EXPECT_FALSE(drop(sheet, {}));
+    for (const auto& urls : {QList<QUrl>(), QList<QUrl>{QUrl("https://vantor.example/sets.csv")}})
+        EXPECT_FALSE(drop(sheet, urls));
     EXPECT_FALSE(drop(sheet, {file}, Qt::MoveAction)) << "a file that could only be moved";
 }
 
-// A line of a set for each number, twenty characters long.
-QString numberedSets(int from, int count) {
+// Lines of a set for each number from 1 on, twenty characters long.
+QString numberedSets(int count) {
     QString text;
-    for (int i = 0; i < count; ++i)
-        text += QStringLiteral("%1;M\n").arg(from + i, 17, 10, QLatin1Char('0'));
+    for (int i = 1; i <= count; ++i)
+        text += QStringLiteral("%1;M\n").arg(i, 17, 10, QLatin1Char('0'));
     return text;
 }
 
 TEST_F(CsvImportTest, ShowsTheBeginningOfAVeryLongTextAndImportsAllOfIt) {
     const auto& sheet = openSets();
-    paste(sheet, "Set;Merk\n" + numberedSets(1, 1000));
-    EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
-    paste(sheet, "Set;Merk\n" + numberedSets(1, 90000));
-    ASSERT_TRUE(isShown(sheet, "onlyBeginning"));
+    for (const auto* const text : {"", "Set;Merk\n1;Nike"}) {
+        paste(sheet, numberedSets(90000));
+        EXPECT_TRUE(isShown(sheet, "onlyBeginning"));
+        // Emptying or replacing what is shown forgets the rest.
+        paste(sheet, text);
+        EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
+        EXPECT_EQ(find(sheet, "importButton").isEnabled(), *text != '\0');
+    }
+    paste(sheet, "Set;Merk\n" + numberedSets(90000));
     EXPECT_EQ(textOf(sheet, "onlyBeginning"), "Alleen het begin is te zien");
     EXPECT_LE(editor(sheet).document()->characterCount(), 1000001);
     EXPECT_GE(editor(sheet).document()->characterCount(), 900000);
@@ -322,21 +284,7 @@ TEST_F(CsvImportTest, ShowsTheBeginningOfAVeryLongTextAndImportsAllOfIt) {
     EXPECT_TRUE(editor(sheet).toPlainText().startsWith("Set;Merk\nextra;M\ntyped;M\n00000000000000001;M\n"));
     import(sheet);
     EXPECT_EQ(textOf(sheet, "importResult"), "90002 sets geïmporteerd");
-    EXPECT_TRUE(std::ranges::any_of(shoot().sets,
-                                    [](const auto& set) { return set.setNumber == "00000000000090000"; }));
-}
-
-TEST_F(CsvImportTest, EmptyingOrReplacingTheShownBeginningForgetsTheRest) {
-    const auto& sheet = openSets();
-    for (const auto* const text : {"", "Set;Merk\n1;Nike"}) {
-        paste(sheet, numberedSets(1, 90000));
-        EXPECT_TRUE(isShown(sheet, "onlyBeginning"));
-        paste(sheet, text);
-        EXPECT_FALSE(isShown(sheet, "onlyBeginning"));
-        EXPECT_EQ(find(sheet, "importButton").isEnabled(), *text != '\0');
-    }
-    import(sheet);
-    EXPECT_THAT(shoot().sets, SizeIs(1));
+    EXPECT_EQ(std::ranges::count(shoot().sets, "00000000000090000", &SetData::setNumber), 1);
 }
 
 TEST_F(CsvImportTest, ALineWithoutEndIsNotShownWholeButImportedWhole) {
@@ -347,21 +295,20 @@ TEST_F(CsvImportTest, ALineWithoutEndIsNotShownWholeButImportedWhole) {
     EXPECT_LE(editor(sheet).document()->characterCount(), 60000);
     import(sheet);
     ASSERT_THAT(shoot().sets, SizeIs(2));
-    EXPECT_TRUE(std::ranges::any_of(shoot().sets, [&](const auto& set) { return set.brand == brand; }));
+    EXPECT_EQ(std::ranges::count(shoot().sets, brand, &SetData::brand), 1);
 }
 
 TEST_F(CsvImportTest, LinesWithoutABrandColumnGetTheOneThatIsChosen) {
     catalog().addBrand("Nike");
-    auto& below = openCatalog();
+    auto& below = openWindow("catalogSheet");
     for (const auto& [chosen, brand] :
          {std::pair("Alle merken", ""), std::pair("Algemeen", ""), std::pair("Nike", "Nike")}) {
         choose(find<QComboBox>(below, "brandPicker"), chosen);
-        auto& sheet = openCatalogImport();
+        auto& sheet = openProducts();
         import(sheet, QString("Naam;Kleuren\njas voor %1;rood").arg(chosen));
-        const auto& products = catalog().products();
-        const auto made = std::ranges::find(products, std::string("jas voor ") + chosen,
-                                            [](const auto& product) { return product.name; });
-        ASSERT_NE(made, products.end()) << chosen;
+        const auto made =
+            std::ranges::find(catalog().products(), std::string("jas voor ") + chosen, &Product::name);
+        ASSERT_NE(made, catalog().products().end()) << chosen;
         EXPECT_EQ(made->brand, brand) << chosen;
         sheet.close();
         settle();

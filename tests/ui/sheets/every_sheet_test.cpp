@@ -1,83 +1,38 @@
-#include "tests/ui/sheets/sheet_test.h"
+#include "base/text.h"
+#include "tests/support/read_file.h"
+#include "tests/ui/ui_fixture.h"
 #include "ui/frame/theme.h"
-
-#include <QAccessible>
-#include <QScrollBar>
-#include <ostream>
+#include "ui/widgets/widgets.h"
 
 namespace vantor::testing {
 namespace {
 
-struct SheetCase {
-    const char* name;
-    // Where it starts.
-    const char* focus;
-    // How large; without a height it is as high as its contents, and can be no higher.
-    QSize size;
-};
-
-void PrintTo(const SheetCase& each, std::ostream* out) {
-    *out << each.name;
-}
-
-class EverySheetTest : public SheetTest, public ::testing::WithParamInterface<SheetCase> {
+class EverySheetTest : public UiTest, public ::testing::WithParamInterface<const char*> {
 protected:
-    EverySheetTest() {
+    void fillMain() {
         openMainWithSets(1);
         addSet("7", "Nike", {SetItem::make("jas", "rood"), SetItem::make("broek", "")});
         addProduct("sweater", {"rood", "blauw"}, "Nike");
+        catalog().addBrand("Nike");
         catalog().addClient("Anna");
         // What stands in a version.
         manager().deleteShoot(addShoot("Weg"));
         settle();
     }
-
-    QDialog& openIt() {
-        openWindow(GetParam().name);
-        return awaitSheet(GetParam().name);
-    }
 };
 
-TEST_P(EverySheetTest, BlocksItsWindowAndStartsWhereItIsFirstTyped) {
-    const auto& sheet = openIt();
-    EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
-    EXPECT_NE(sheet.parentWidget(), nullptr);
-    EXPECT_EQ(focused().objectName(), GetParam().focus);
-    const QSize first = GetParam().size;
-    EXPECT_EQ(sheet.size(),
-              QSize(first.width(), first.height() != 0 ? first.height() : sheet.maximumHeight()));
-
-    const auto& title = find<QLabel>(sheet, "sheetTitle");
-    EXPECT_EQ(title.text(), sheet.windowTitle());
-    EXPECT_TRUE(title.font().bold());
-    EXPECT_GT(title.font().pointSizeF(), 1.3 * ui::theme::bodyFont().pointSizeF());
-    const auto prominent =
-        std::ranges::count_if(sheet.findChildren<QPushButton*>(), [&](const QPushButton* button) {
-            return button->window() == &sheet && dynamic_cast<const ui::ProminentButton*>(button) != nullptr;
-        });
-    EXPECT_EQ(prominent, GetParam().name == std::string("shortcutsSheet") ? 0 : 1);
-}
-
-TEST_P(EverySheetTest, OnlyEscapeClosesItAloneAndChangesNothing) {
-    auto& sheet = openIt();
-    const auto before = m_files.files;
-    const auto* const below = sheet.parentWidget();
-    // On a button that has the focus Return is Space.
-    if (auto* const focused = sheet.focusWidget())
-        focused->clearFocus();
-    QTest::keyClick(&sheet, Qt::Key_Return);
-    settle();
-    EXPECT_TRUE(isOpen(GetParam().name));
-    EXPECT_TRUE(m_dialogs.proposedNames.empty());
-    QTest::keyClick(&sheet, Qt::Key_Escape);
-    settle();
-    EXPECT_FALSE(isOpen(GetParam().name));
-    EXPECT_TRUE(below->isVisible());
-    EXPECT_EQ(m_files.files, before);
-    if (below == m_main.get()) {
-        returnToMain();
-        EXPECT_EQ(focused().objectName(), "scannerField");
+void fillIn(const QWidget& sheet) {
+    for (auto* const field : sheet.findChildren<QLineEdit*>())
+        field->setText("x");
+    for (auto* const editor : sheet.findChildren<QPlainTextEdit*>())
+        editor->setPlainText("x");
+    for (auto* const box : sheet.findChildren<QComboBox*>())
+        choose(*box, box->itemText(box->count() - 1));
+    for (auto* const button : sheet.findChildren<QAbstractButton*>()) {
+        if (button->isCheckable() && !button->isChecked())
+            button->click();
     }
+    settle();
 }
 
 // What can be changed in a sheet.
@@ -94,70 +49,102 @@ std::vector<QString> stateOf(const QWidget& sheet) {
     return state;
 }
 
-TEST_P(EverySheetTest, StartsAfreshAtEachOpening) {
-    auto& first = openIt();
-    const auto before = stateOf(first);
-    for (auto* const field : first.findChildren<QLineEdit*>())
-        field->setText("half");
-    for (auto* const editor : first.findChildren<QPlainTextEdit*>())
-        editor->setPlainText("half");
-    for (auto* const box : first.findChildren<QComboBox*>())
-        box->setCurrentIndex(box->count() - 1);
-    for (auto* const button : first.findChildren<QAbstractButton*>()) {
-        if (button->isCheckable() && !button->isChecked())
-            button->click();
+// A sheet as data/sheets.txt has it, and how it is filled in on the way. One that can be no higher than its contents is as
+// high as they are.
+std::string described(const QWidget& sheet) {
+    std::string text =
+        std::to_string(sheet.width()) + " x " +
+        (sheet.height() == sheet.maximumHeight() ? "contents" : std::to_string(sheet.height()));
+    text += "\nprominent:";
+    for (const auto* const button : sheet.findChildren<QPushButton*>()) {
+        if (button->window() == &sheet && dynamic_cast<const ui::ProminentButton*>(button) != nullptr)
+            text += " " + button->objectName().toStdString();
     }
-    closeSheets();
-    EXPECT_EQ(stateOf(openIt()), before);
+    const auto note = [&](const char* heading) {
+        text += heading + joined(linesOf(sheet), "\n");
+        for (auto* const area : sheet.findChildren<QAbstractScrollArea*>()) {
+            const auto* const list = dynamic_cast<ui::RecyclingList*>(area);
+            if (list == nullptr || list->rowCount() == 0 || !list->isVisible())
+                continue;
+            for (const auto* const button : list->rowWidget(0)->findChildren<QAbstractButton*>())
+                text += ("\nin a row: " + button->text() + " " + button->toolTip()).toStdString();
+        }
+    };
+    note("\n\n");
+    fillIn(sheet);
+    note("\n\nFilled in:\n");
+    return text + "\n\nTab: " + joined(namesOf(tabWalk()), " ") + "\n";
 }
 
-TEST_P(EverySheetTest, NamesEachControlForAssistiveTechnology) {
-    auto& sheet = openIt();
-    std::size_t seen = 0;
-    for (auto* const widget : sheet.findChildren<QWidget*>()) {
-        if (widget->window() != &sheet || !widget->isVisible() ||
-            (widget->focusPolicy() == Qt::NoFocus && qobject_cast<QAbstractButton*>(widget) == nullptr) ||
-            qobject_cast<QScrollBar*>(widget) != nullptr)
-            continue;
-        auto* const told = QAccessible::queryAccessibleInterface(widget);
-        ASSERT_NE(told, nullptr) << widget->objectName().toStdString();
-        EXPECT_NE(told->text(QAccessible::Name).trimmed(), "")
-            << widget->metaObject()->className() << " " << widget->objectName().toStdString();
-        EXPECT_NE(widget->objectName(), "") << told->text(QAccessible::Name).toStdString();
-        ++seen;
-    }
-    EXPECT_GE(seen, 1U);
-    auto* const whole = QAccessible::queryAccessibleInterface(&sheet);
-    ASSERT_NE(whole, nullptr);
-    EXPECT_NE(whole->text(QAccessible::Name), "");
-    EXPECT_EQ(whole->role(), QAccessible::Dialog);
+void expectAsDescribed(const QWidget& sheet, const std::string& heading) {
+    const auto all = "\n" + readFile(VANTOR_TEST_DATA "/sheets.txt") + "\n# ";
+    const auto begin = all.find("\n# " + heading + "\n") + heading.size() + 4;
+    EXPECT_EQ(described(sheet), all.substr(begin, all.find("\n# ", begin) - begin));
 }
 
-TEST_P(EverySheetTest, ManyOpeningsAndClosingsLeaveNothingBehind) {
-    const auto count = [] { return QApplication::allWidgets().size(); };
-    openIt();
-    closeSheets();
-    const auto before = count();
-    for (int i = 0; i < 3; ++i) {
-        openIt();
+TEST_P(EverySheetTest, IsAsDescribedAndBlocksItsWindow) {
+    fillMain();
+    const auto& sheet = openWindow(GetParam());
+    EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
+    EXPECT_NE(sheet.parentWidget(), nullptr);
+    const auto& title = find(sheet, "sheetTitle");
+    EXPECT_EQ(textOf(title), sheet.windowTitle());
+    EXPECT_TRUE(title.font().bold());
+    // That of a code names its set.
+    const double larger = GetParam() == std::string("qrSheet") ? 1.1 : 1.3;
+    EXPECT_GT(title.font().pointSizeF(), larger * ui::theme::bodyFont().pointSizeF());
+    expectAsDescribed(sheet, GetParam());
+}
+
+class EmptySheetTest : public UiTest {};
+
+TEST_F(EmptySheetTest, SaysThatThereIsNothingYet) {
+    openMain();
+    for (const auto* const name : {"clientsSheet", "catalogSheet", "versionsSheet"}) {
+        expectAsDescribed(openWindow(name), std::string(name) + " of nothing");
         closeSheets();
     }
-    EXPECT_EQ(count(), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Sheets, EverySheetTest,
-                         ::testing::Values(SheetCase{"newShootSheet", "shootNameField", {400, 0}},
-                                           SheetCase{"newSetSheet", "setNumberField", {450, 0}},
-                                           SheetCase{"editSetSheet", "setNumberField", {450, 0}},
-                                           SheetCase{"importSheet", "csvText", {550, 400}},
-                                           SheetCase{"bulkExportSheet", "exportButton", {480, 560}},
-                                           SheetCase{"catalogSheet", "newBrandField", {640, 640}},
-                                           SheetCase{"editProductSheet", "productNameField", {400, 0}},
-                                           SheetCase{"catalogImportSheet", "csvText", {550, 460}},
-                                           SheetCase{"clientsSheet", "newClientField", {460, 500}},
-                                           SheetCase{"versionsSheet", "versionList", {860, 470}},
-                                           SheetCase{"shortcutsSheet", "closeButton", {520, 0}}),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+TEST_P(EverySheetTest, OnlyEscapeClosesItAloneAndChangesNothing) {
+    fillMain();
+    auto& sheet = openWindow(GetParam());
+    const auto before = m_files.files;
+    const auto* const below = sheet.parentWidget();
+    // On a button that has the focus Return is Space.
+    if (auto* const focused = sheet.focusWidget())
+        focused->clearFocus();
+    QTest::keyClick(&sheet, Qt::Key_Return);
+    settle();
+    EXPECT_TRUE(isOpen(GetParam()));
+    EXPECT_TRUE(m_dialogs.proposedNames.empty());
+    QTest::keyClick(&sheet, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(isOpen(GetParam()));
+    EXPECT_TRUE(below->isVisible());
+    EXPECT_EQ(m_files.files, before);
+    if (below == m_main.get()) {
+        returnToMain();
+        EXPECT_EQ(focused().objectName(), "scannerField");
+    }
+}
+
+TEST_P(EverySheetTest, StartsAfreshAtEachOpeningAndLeavesNothingBehind) {
+    fillMain();
+    const auto before = stateOf(openWindow(GetParam()));
+    closeSheets();
+    const auto widgets = QApplication::allWidgets().size();
+    for (int i = 0; i < 3; ++i) {
+        const auto& sheet = openWindow(GetParam());
+        EXPECT_EQ(stateOf(sheet), before);
+        fillIn(sheet);
+        closeSheets();
+    }
+    EXPECT_EQ(QApplication::allWidgets().size(), widgets);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sheets, EverySheetTest, ::testing::ValuesIn(kSheets),
+                         [](const auto& tested) { return std::string(tested.param); });
 
 } // namespace
 } // namespace vantor::testing

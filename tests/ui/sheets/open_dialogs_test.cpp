@@ -1,7 +1,7 @@
 #include "formats/shoot_file.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/ui/sheets/sheet_test.h"
+#include "tests/ui/ui_fixture.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -22,9 +22,6 @@ struct Asker {
     const char* dialog;
 };
 
-// What happens while the dialog is open.
-enum class Event { Cancelled, FileHandedOver, BrokenFileHandedOver, AllWindowsClosed, AskerClosed, MainGone };
-
 constexpr Asker kAskers[] = {
     {"main", "saveButton", "saveDialog"},
     {"main", "saveButton", "replaceQuestion"},
@@ -38,20 +35,15 @@ constexpr Asker kAskers[] = {
     {"qrSheet", "saveButton", "saveDialog"},
     {"generator", "saveButton", "saveDialog"},
 };
-constexpr std::pair<const char*, Event> kEvents[] = {
-    {"Cancelled", Event::Cancelled},
-    {"FileHandedOver", Event::FileHandedOver},
-    {"BrokenFileHandedOver", Event::BrokenFileHandedOver},
-    {"AllWindowsClosed", Event::AllWindowsClosed},
-    {"AskerClosed", Event::AskerClosed},
-    {"MainGone", Event::MainGone},
-};
+// What happens while the dialog is open.
+constexpr const char* kEvents[] = {"Cancelled",        "FileHandedOver", "BrokenFileHandedOver",
+                                   "AllWindowsClosed", "AskerClosed",    "MainGone"};
 
 void PrintTo(const Asker& each, std::ostream* out) {
     *out << each.window << ' ' << each.dialog;
 }
 
-class OpenDialogsTest : public SheetTest {
+class OpenDialogsTest : public UiTest {
 protected:
     OpenDialogsTest() {
         m_dialogs.real = &m_real;
@@ -67,6 +59,16 @@ protected:
         m_main.reset();
     }
 
+    // Saves under this name, in an own folder, as the file dialog that is open does.
+    void save(const std::string& fileName) {
+        auto& dialog = sheet("saveDialog");
+        auto& name = find<QLineEdit>(dialog, "fileNameEdit");
+        name.setFocus();
+        name.setText(QString::fromStdString((m_folder / fileName).string()));
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+        settle();
+    }
+
     QWidget& openAsker(const Asker& asker) {
         if (std::string(asker.window) != "generator")
             return openWindow(asker.window);
@@ -78,45 +80,29 @@ protected:
     void ask(QWidget& window, const Asker& asker) {
         click(window, asker.button);
         if (std::string(asker.dialog) == "replaceQuestion") {
-            auto& dialog = dynamic_cast<QFileDialog&>(sheet("saveDialog"));
-            const auto file = dialog.nameFilters().front().section(QLatin1String("*."), 1).chopped(1);
-            std::ofstream(m_folder / ("er al." + file.toStdString())) << "oud";
-            auto& name = find<QLineEdit>(dialog, "fileNameEdit");
-            name.setFocus();
-            name.setText(QString::fromStdString((m_folder / ("er al." + file.toStdString())).string()));
-            dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
-            settle();
+            const auto filter = dynamic_cast<QFileDialog&>(sheet("saveDialog")).nameFilters().front();
+            const auto there = "er al." + filter.section(QLatin1String("*."), 1).chopped(1).toStdString();
+            std::ofstream(m_folder / there) << "oud";
+            save(there);
         }
         ASSERT_TRUE(isOpen(asker.dialog));
     }
 
-    void let(Event event, QWidget& asker, const char* dialog) {
-        switch (event) {
-        case Event::Cancelled:
+    void let(const std::string& event, QWidget& asker, const char* dialog) {
+        if (event == "Cancelled")
             sheet(dialog).reject();
-            break;
-        case Event::FileHandedOver:
-            main().openShootFiles({{"/in/a.vantor"}, {}, {}, {}});
-            break;
-        case Event::BrokenFileHandedOver:
-            main().openShootFiles({{"/in/b.vantor"}, {}, {}, {}});
-            break;
-        case Event::AllWindowsClosed:
+        else if (event.ends_with("FileHandedOver"))
+            main().openShootFiles(
+                {{event == "FileHandedOver" ? "/in/a.vantor" : "/in/b.vantor"}, {}, {}, {}});
+        else if (event == "AllWindowsClosed")
             QApplication::closeAllWindows();
-            break;
-        case Event::AskerClosed:
-            // The two windows go when they are closed, as sheets do.
-            if (&asker == m_main.get())
-                m_main.reset();
-            else if (&asker == m_generator.get())
-                m_generator.reset();
-            else
-                asker.close();
-            break;
-        case Event::MainGone:
+        // The two windows go when they are closed, as sheets do.
+        else if (event == "MainGone" || &asker == m_main.get())
             m_main.reset();
-            break;
-        }
+        else if (&asker == m_generator.get())
+            m_generator.reset();
+        else
+            asker.close();
         settleReads();
     }
 
@@ -128,26 +114,25 @@ protected:
     QtFileDialogs m_real;
 };
 
-class EveryOpenDialogTest
-    : public OpenDialogsTest,
-      public ::testing::WithParamInterface<std::tuple<Asker, std::pair<const char*, Event>>> {};
+class EveryOpenDialogTest : public OpenDialogsTest,
+                            public ::testing::WithParamInterface<std::tuple<Asker, const char*>> {};
 
 TEST_P(EveryOpenDialogTest, OutlivesWhatComesOverItAndGoesWithWhatAsked) {
     const auto& [asker, named] = GetParam();
-    const auto event = named.second;
+    const std::string event = named;
     auto& window = openAsker(asker);
     ask(window, asker);
     const auto before = m_files.files;
     let(event, window, asker.dialog);
-    const bool handedOver = event == Event::FileHandedOver || event == Event::BrokenFileHandedOver;
-    const bool goesOn = handedOver || (event == Event::MainGone && std::string(asker.window) == "generator");
+    const bool handedOver = event.ends_with("FileHandedOver");
+    const bool goesOn = handedOver || (event == "MainGone" && std::string(asker.window) == "generator");
     // Who does not want to replace a file is asked for another one.
     const bool asksAgain =
-        event == Event::Cancelled && std::string(asker.dialog) == std::string("replaceQuestion");
+        event == "Cancelled" && std::string(asker.dialog) == std::string("replaceQuestion");
     EXPECT_EQ(anyDialogIsOpen(), goesOn || asksAgain);
     if (handedOver) {
-        EXPECT_EQ(isOpen("alert"), event == Event::BrokenFileHandedOver);
-        EXPECT_EQ(manager().shoots().size(), event == Event::FileHandedOver ? 2U : 1U);
+        EXPECT_EQ(isOpen("alert"), event == "BrokenFileHandedOver");
+        EXPECT_EQ(manager().shoots().size(), event == "FileHandedOver" ? 2U : 1U);
     } else {
         EXPECT_EQ(m_files.files, before);
     }
@@ -159,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(All, EveryOpenDialogTest,
                          [](const auto& tested) {
                              const Asker& asker = std::get<0>(tested.param);
                              return std::string(asker.window) + "_" + asker.dialog + "_" +
-                                    std::get<1>(tested.param).first;
+                                    std::get<1>(tested.param);
                          });
 
 class ClosingImportTest : public OpenDialogsTest, public ::testing::WithParamInterface<const char*> {};
@@ -191,12 +176,7 @@ TEST_F(OpenDialogsTest, ExportsTheShootThatWasActiveWhenItWasAskedFor) {
         click(main(), button);
         addShoot("Texel");
         addSet("99", "Zara");
-        auto& dialog = dynamic_cast<QFileDialog&>(sheet("saveDialog"));
-        auto& name = find<QLineEdit>(dialog, "fileNameEdit");
-        name.setFocus();
-        name.setText(QString::fromStdString((m_folder / button).string()));
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
-        settle();
+        save(button);
         const auto written = std::ranges::find_if(m_files.files, [&](const auto& file) {
             return file.first.string().find(button) != std::string::npos;
         });

@@ -1,7 +1,8 @@
-#include "tests/ui/sheets/sheet_test.h"
+#include "tests/ui/ui_fixture.h"
 
 #include <QMenu>
 #include <QTimer>
+#include <initializer_list>
 
 namespace vantor::testing {
 namespace {
@@ -31,130 +32,109 @@ QAction& entry(const QMenu& menu, const QString& text) {
     throw std::runtime_error("no entry " + text.toStdString());
 }
 
-QMenu& openedWithin(const QMenu& menu, const QString& text) {
-    return opened(*entry(menu, text).menu());
-}
-
-class ProductPickerTest : public SheetTest {
+class ProductPickerTest : public UiTest {
 protected:
-    ProductPickerTest() { openMain(); }
-    ~ProductPickerTest() override {
-        while (auto* const popup = QApplication::activePopupWidget())
-            popup->close();
+    ProductPickerTest() {
+        openMain();
+        addShoot("Texel", "NIKE");
     }
+    ~ProductPickerTest() override { closeMenus(); }
 
-    QMenu& openPicker() { return opened(menu()); }
-    [[nodiscard]] QMenu& menu() {
-        return find<QMenu>(isOpen("newSetSheet") ? sheet("newSetSheet") : openNewSet(), "catalogPickerMenu");
-    }
-
-    void pick(QAction& action) {
-        action.trigger();
+    static void closeMenus() {
         while (auto* const popup = QApplication::activePopupWidget())
             popup->close();
         settle();
     }
+    [[nodiscard]] QWidget& form() {
+        return isOpen("newSetSheet") ? sheet("newSetSheet") : openWindow("newSetSheet");
+    }
+    QMenu& openPicker() { return opened(find<QMenu>(form(), "catalogPickerMenu")); }
+
+    // By the entries that lead there.
+    void pick(std::initializer_list<const char*> path) {
+        QMenu* menu = &openPicker();
+        for (const auto* const text : path) {
+            auto& chosen = entry(*menu, text);
+            if (chosen.menu() == nullptr)
+                chosen.trigger();
+            else
+                menu = &opened(*chosen.menu());
+        }
+        closeMenus();
+    }
 
     [[nodiscard]] std::vector<std::string> pickedLines() {
-        std::vector<std::string> found;
-        const auto names = sheet("newSetSheet").findChildren<QLineEdit*>("itemName");
-        const auto colors = sheet("newSetSheet").findChildren<QLineEdit*>("itemColor");
-        for (qsizetype i = 0; i < names.size(); ++i)
-            found.push_back((names[i]->text() + "/" + colors[i]->text()).toStdString());
-        return found;
+        auto lines = textsOf(form(), "itemName");
+        const auto colors = textsOf(form(), "itemColor");
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            lines[i] += "/" + colors.at(i);
+        return lines;
     }
 };
 
-TEST_F(ProductPickerTest, SaysThatTheCatalogueIsEmpty) {
-    addShoot("Texel");
+TEST_F(ProductPickerTest, ShowsTheCatalogueAsItIsAtEachOpening) {
     // A brand without products is no entry.
     catalog().addBrand("Leeg");
     const auto& picker = openPicker();
-    ASSERT_THAT(texts(picker), ElementsAre("Catalogus is leeg"));
+    EXPECT_THAT(texts(picker), ElementsAre("Catalogus is leeg"));
     EXPECT_FALSE(picker.actions().front()->isEnabled());
-    EXPECT_EQ(textOf(sheet("newSetSheet"), "catalogPicker"), "Uit catalogus");
-}
-
-TEST_F(ProductPickerTest, PutsTheClientsBrandFirstInAnyCaseAndTheGeneralOnesLast) {
-    addShoot("Texel", "NIKE");
+    closeMenus();
+    addProduct("riem");
+    EXPECT_THAT(texts(opened(*entry(openPicker(), "Algemeen").menu())), ElementsAre("riem"));
+    closeMenus();
     addProduct("sok", {}, "Adidas");
     addProduct("shirt", {}, "marvis");
-    addProduct("pet", {}, "Nike");
-    addProduct("riem");
-    catalog().addBrand("Leeg");
-    EXPECT_THAT(texts(openPicker()), ElementsAre("Nike >", "Adidas >", "marvis >", "Algemeen >"));
-}
-
-TEST_F(ProductPickerTest, OffersEachColourInItsOrderAndNone) {
-    addShoot("Texel");
+    addProduct("pet");
     addProduct("sweater", {"rood", "blauw", "groen"}, "Nike");
-    addProduct("riem", {}, "Nike");
-    auto& brand = openedWithin(openPicker(), "Nike");
-    EXPECT_THAT(texts(brand), ElementsAre("riem", "sweater >"));
-    EXPECT_THAT(texts(openedWithin(brand, "sweater")), ElementsAre("rood", "blauw", "groen", "Geen kleur"));
+    addProduct("cap", {}, "Nike");
+    EXPECT_THAT(texts(openPicker()), ElementsAre("Nike >", "Adidas >", "marvis >", "Algemeen >"))
+        << "the client's brand first, in any case";
+    EXPECT_THAT(texts(opened(*entry(picker, "Algemeen").menu())), ElementsAre("pet", "riem"));
+    auto& brand = opened(*entry(picker, "Nike").menu());
+    EXPECT_THAT(texts(brand), ElementsAre("cap", "sweater >"));
+    EXPECT_THAT(texts(opened(*entry(brand, "sweater").menu())),
+                ElementsAre("rood", "blauw", "groen", "Geen kleur"));
 }
 
 TEST_F(ProductPickerTest, FillsTheBlankLineThenAddsLines) {
-    addShoot("Texel");
     addProduct("sweater", {"rood", "blauw"}, "Nike");
     addProduct("riem");
-    auto& sweater = openedWithin(openedWithin(openPicker(), "Nike"), "sweater");
-    pick(entry(sweater, "blauw"));
+    pick({"Nike", "sweater", "blauw"});
     EXPECT_THAT(pickedLines(), ElementsAre("sweater/blauw"));
-    EXPECT_TRUE(find(sheet("newSetSheet"), "confirmButton").isEnabled());
-    pick(entry(openedWithin(openPicker(), "Algemeen"), "riem"));
-    EXPECT_THAT(pickedLines(), ElementsAre("sweater/blauw", "riem/"));
-    auto& again = openedWithin(openedWithin(openPicker(), "Nike"), "sweater");
-    pick(entry(again, "Geen kleur"));
+    EXPECT_TRUE(find(form(), "confirmButton").isEnabled());
+    pick({"Algemeen", "riem"});
+    pick({"Nike", "sweater", "Geen kleur"});
     EXPECT_THAT(pickedLines(), ElementsAre("sweater/blauw", "riem/", "sweater/"));
-    click(sheet("newSetSheet"), "confirmButton");
-    ASSERT_THAT(shoot().sets.front().items, SizeIs(3));
-    EXPECT_EQ(shoot().sets.front().items[0].color, "blauw");
 }
 
 TEST_F(ProductPickerTest, TakesNamesToTheByteHoweverTheyLookInAMenu) {
-    addShoot("Texel");
-    addProduct("jas & broek\t\xE2\x80\xAE", {"rood & wit"}, "H&M");
-    auto& picker = openPicker();
-    EXPECT_THAT(texts(picker), ElementsAre("H&&M >"));
-    auto& brand = opened(*picker.actions().front()->menu());
+    const SetItem item = SetItem::make("jas & broek\t\xE2\x80\xAE", "rood & wit");
+    addProduct(item.name, {item.color}, "H&M");
+    auto& brand = opened(*entry(openPicker(), "H&&M").menu());
     auto& product = opened(*brand.actions().front()->menu());
     EXPECT_EQ(product.actions().front()->text(), "rood && wit");
-    pick(*product.actions().front());
-    click(sheet("newSetSheet"), "confirmButton");
+    product.actions().front()->trigger();
+    closeMenus();
+    click(form(), "confirmButton");
     ASSERT_THAT(shoot().sets.front().items, SizeIs(1));
-    EXPECT_EQ(shoot().sets.front().items[0].name, "jas & broek\t\xE2\x80\xAE");
-    EXPECT_EQ(shoot().sets.front().items[0].color, "rood & wit");
-}
-
-TEST_F(ProductPickerTest, ShowsTheCatalogueAsItIsAtEachOpening) {
-    addShoot("Texel");
-    addProduct("riem");
-    EXPECT_THAT(texts(openedWithin(openPicker(), "Algemeen")), ElementsAre("riem"));
-    menu().close();
-    addProduct("pet");
-    addProduct("sok", {}, "Nike");
-    EXPECT_THAT(texts(openPicker()), ElementsAre("Nike >", "Algemeen >"));
-    EXPECT_THAT(texts(openedWithin(menu(), "Algemeen")), ElementsAre("pet", "riem"));
+    EXPECT_EQ(shoot().sets.front().items[0].name, item.name);
+    EXPECT_EQ(shoot().sets.front().items[0].color, item.color);
 }
 
 TEST_F(ProductPickerTest, IsWorkedWithKeysAlone) {
-    addShoot("Texel");
     addProduct("riem");
     addProduct("sweater", {"rood", "blauw"}, "Nike");
-    auto& picker = find(openNewSet(), "catalogPicker");
+    auto& picker = find(form(), "catalogPicker");
     picker.setFocus();
     QTimer::singleShot(0, &picker, [] {
         for (const auto key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_Return})
             QTest::keyClick(QApplication::activePopupWidget(), key);
     });
-    QTest::keyClick(&picker, Qt::Key_Space);
-    settle();
+    press(Qt::Key_Space);
     EXPECT_THAT(pickedLines(), ElementsAre("sweater/blauw"));
 }
 
 TEST_F(ProductPickerTest, MakesOnlyTheMenusThatAreLookedInto) {
-    addShoot("Texel");
     std::vector<Product> all;
     for (int i = 0; i < 5'000; ++i)
         all.push_back(
@@ -166,9 +146,7 @@ TEST_F(ProductPickerTest, MakesOnlyTheMenusThatAreLookedInto) {
         EXPECT_EQ(picker.findChildren<QMenu*>().size(), 2);
         EXPECT_EQ(opened(*picker.actions().front()->menu()).actions().size(), 2'500);
         EXPECT_EQ(picker.findChildren<QMenu*>().size(), 2 + 2'500);
-        while (auto* const popup = QApplication::activePopupWidget())
-            popup->close();
-        settle();
+        closeMenus();
     }
 }
 
