@@ -202,14 +202,6 @@ TEST_F(ScannerInWindow, ScansACard) {
     EXPECT_EQ(shoot().sets[0].items[0].color, "y");
 }
 
-TEST_F(ScannerInWindow, BlankTextIsLeftAlone) {
-    const auto saves = m_files.replacements.size();
-    type(1000, "   \n");
-    silence();
-    EXPECT_EQ(field().text(), "   ");
-    EXPECT_EQ(m_files.replacements.size(), saves);
-}
-
 TEST_F(ScannerInWindow, BurstStaysInTheFieldWhateverComesUpMeanwhile) {
     struct Interruption {
         const char* name;
