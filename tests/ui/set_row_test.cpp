@@ -12,7 +12,6 @@ namespace vantor::testing {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class SetRowTest : public UiTest {
