@@ -54,16 +54,14 @@ std::string catalogInWords(const CatalogData& catalog) {
 }
 
 std::string textOf(Store store, const std::optional<GoodVersion>& good, Timestamp now) {
-    const auto what = store == Store::Shoots
-                          ? lookUp("Shoots niet te lezen, bestand bewaard.")
-                          : lookUp("Catalogus niet te lezen, bestand bewaard.");
+    const auto what = store == Store::Shoots ? lookUp("Shoots niet te lezen, bestand bewaard.")
+                                             : lookUp("Catalogus niet te lezen, bestand bewaard.");
     if (!good)
         return what + ' ' + lookUp("Er is geen eerdere versie.");
     const auto counts = good->content.shoots ? countsInWords(countsOf(*good->content.shoots))
                                              : catalogInWords(*good->content.catalog);
     return what + ' ' +
-           lookUp("Goede versie: %1, %2.",
-                  {whenInWords(good->version, now, Beginning::Small), counts});
+           lookUp("Goede versie: %1, %2.", {whenInWords(good->version, now, Beginning::Small), counts});
 }
 
 void tellUnreadable(Document& document, StoreFolder& folder, Notices& notices, UrlOpener& urls, Store store,
