@@ -309,6 +309,24 @@ TEST_F(MainWindow, ExportsAndTellsWhatBecameOfIt) {
     EXPECT_FALSE(isShown(main(), "noticeStrip"));
 }
 
+TEST_F(MainWindow, ASheetTellsOnlyWhatHappenedSinceItOpened) {
+    openMain();
+    addShoot("Texel");
+    m_notices.show({Notice::Kind::Done, "vóór", {}, {}});
+    auto& sheet = openWindow("newSetSheet");
+    settle();
+    EXPECT_FALSE(isShown(sheet, "noticeStrip"));
+    m_notices.show({Notice::Kind::Done, "sindsdien", {}, {}});
+    EXPECT_EQ(textOf(sheet, "noticeText"), "sindsdien");
+    // Over the title rather than what is pressed next.
+    EXPECT_LT(find(sheet, "noticeStrip").y(), find(sheet, "setNumberField").y());
+    m_notices.show({Notice::Kind::Error, "schijf vol", {}, {}});
+    sheet.close();
+    settle();
+    auto& next = openWindow("newSetSheet");
+    EXPECT_EQ(textOf(next, "noticeText"), "schijf vol") << "an error stays";
+}
+
 TEST_F(MainWindow, OpensAShootFile) {
     openMainWithSets(1);
     m_files.files["/in/a.vantor"] = writeShootFile(ibiza());
