@@ -181,7 +181,6 @@ void PrepMainView::handleScan(const std::string& text) {
     const auto set = m_manager.handleScanInput(text);
     if (!set || m_manager.activeSet() == nullptr || m_manager.activeSetId() != set->id)
         return;
-    render();
     m_sets->showScanned(set->id);
 }
 
