@@ -2,6 +2,7 @@
 
 #include "base/checksum.h"
 #include "store/kept_files.h"
+#include "store/restore_point_file.h"
 
 #include <algorithm>
 #include <utility>
@@ -99,8 +100,7 @@ std::optional<FileFailure> StoreFile::setOtherFileAside() {
     auto result = m_files.identify(m_path);
     if (result.failedFor(Reason::Missing) || (result && result.identity == m_known))
         return std::nullopt;
-    auto time = m_clock().iso8601();
-    std::erase_if(time, [](char c) { return c == '-' || c == ':'; });
+    const auto time = compactTime(m_clock());
     const auto folder = m_path.parent_path();
     const auto prefix = m_path.filename().string() + ".unreadable-";
     auto name = prefix + time;
