@@ -111,7 +111,7 @@ void SetRow::buildMenu(QMenu& menu) {
                      &QAction::triggered, this, [this, id] { m_actions.onEdit(id); });
     QObject::connect(menu.addAction(symbolIcon(QStringLiteral("qrcode")), shown("QR-code tonen")),
                      &QAction::triggered, this, [this, id] { m_actions.onQR(id); });
-    QObject::connect(menu.addAction(symbolIcon(QStringLiteral("check")), shown("Activeren")),
+    QObject::connect(menu.addAction(symbolIcon(QStringLiteral("activate")), shown("Activeren")),
                      &QAction::triggered, this, [this, id] { m_actions.onActivate(id); });
     const QString title = shown("Set \"%1\" verwijderen?").arg(m_headline);
     QObject::connect(menu.addAction(symbolIcon(QStringLiteral("trash")), shown("Verwijderen")),
