@@ -6,7 +6,6 @@
 #include "ui/widgets/text.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QPushButton>
 #include <QSvgWidget>
 #include <QVBoxLayout>
@@ -60,11 +59,6 @@ void HeaderBar::render(std::size_t sets) {
     if (version)
         m_update->setText(shown("v%1 beschikbaar").arg(dataInMenu(*version)));
     m_badge->setValue(QString::number(sets));
-}
-
-void HeaderBar::paintEvent(QPaintEvent*) {
-    // A shade apart from the window.
-    QPainter(this).fillRect(rect(), theme::header(palette()));
 }
 
 } // namespace vantor::ui

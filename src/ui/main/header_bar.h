@@ -17,9 +17,6 @@ public:
     // Shows what is known of a newer version, and how many sets the active shoot has.
     void render(std::size_t sets);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
 private:
     const Services& m_services;
     QPushButton* m_update;

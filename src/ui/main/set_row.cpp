@@ -16,9 +16,8 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     m_marker = named(new ActiveMarker, "activeMarker");
     m_headlineLabel = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "headline");
     m_description = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "description");
-    m_count = named(new TextLabel(QString(), theme::countFont(), TextColor::Secondary), "taggedCount");
-    m_count->setAlignment(Qt::AlignCenter);
-    auto* const photos = new TextLabel(shown("foto's"), theme::tinyFont(), TextColor::Secondary);
+    m_count = named(new CountLabel(theme::countFont(), TextColor::Secondary), "taggedCount");
+    auto* const photos = new TextLabel(shown("foto's"), theme::labelFont(), TextColor::Secondary);
     photos->setAlignment(Qt::AlignCenter);
     m_qr = named(new SymbolButton(QStringLiteral("qrcode"), shown("Toon QR-code")), "qrButton");
     m_edit = named(new SymbolButton(QStringLiteral("pencil"), shown("Bewerken")), "editButton");
@@ -36,7 +35,7 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     auto* const counts = new QVBoxLayout;
     counts->setSpacing(0);
     counts->addStretch();
-    counts->addWidget(m_count);
+    counts->addWidget(m_count, 0, Qt::AlignHCenter);
     counts->addWidget(photos);
     counts->addStretch();
 

@@ -48,7 +48,7 @@ private:
     ActiveMarker* m_marker;
     ElidedLabel* m_headlineLabel;
     ElidedLabel* m_description;
-    TextLabel* m_count;
+    CountLabel* m_count;
     QToolButton* m_qr;
     QToolButton* m_edit;
     QToolButton* m_delete;

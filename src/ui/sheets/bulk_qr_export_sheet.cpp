@@ -53,7 +53,7 @@ public:
 
     CardRow() {
         setObjectName(QStringLiteral("cardRow"));
-        box = named(new CheckBox, "cardCheckBox");
+        box = named(new QCheckBox, "cardCheckBox");
         headline = named(new ElidedLabel(theme::bodyFont(), TextColor::Primary), "cardHeadline");
         items = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "cardItems");
         auto* const texts = new QVBoxLayout;
@@ -126,7 +126,8 @@ QWidget* BulkQRExportSheet::makeDensityPicker() {
     for (const auto density : kAllDensities) {
         const bool large = density == BulkQRDensity::large;
         auto* const button =
-            named(new SegmentButton(large ? shown("Groot — 4 per A4") : shown("Compact — 9 per A4")),
+            named(large ? new SegmentButton(shown("Groot — 4 per A4"), SegmentButton::Place::First)
+                        : new SegmentButton(shown("Compact — 9 per A4"), SegmentButton::Place::Last),
                   large ? "densityLarge" : "densityCompact");
         button->setChecked(density == m_selection.density);
         button->setAccessibleDescription(shown("Dichtheid"));

@@ -6,31 +6,14 @@
 #include "view/brand_choice.h"
 
 #include <QMenu>
-#include <QProxyStyle>
 #include <utility>
 
 namespace vantor::ui {
-namespace {
-
-// A brand of thousands of products scrolls in one column instead of filling the screen with columns. (A style
-// sheet that says so makes such a menu three times as slow to open.)
-class ScrollingMenuStyle : public QProxyStyle {
-public:
-    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                                QStyleHintReturn* data) const override {
-        return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
-
-} // namespace
-
 CatalogPickerMenu::CatalogPickerMenu(const ProductCatalog& catalog, std::string client, OnPick onPick)
     : m_catalog(catalog),
       m_client(std::move(client)),
       m_onPick(std::move(onPick)),
-      m_menu(new QMenu(this)),
-      m_scrolling(new ScrollingMenuStyle) {
-    m_scrolling->setParent(this);
+      m_menu(new QMenu(this)) {
     named(this, "catalogPicker", shown("Uit catalogus"));
     setText(shown("Uit catalogus"));
     setFont(theme::captionFont());
@@ -63,7 +46,6 @@ void CatalogPickerMenu::fillMenu() {
 }
 
 void CatalogPickerMenu::fillBrand(QMenu& menu, const std::vector<std::size_t>& products) {
-    menu.setStyle(m_scrolling);
     for (const auto place : products) {
         if (place < m_catalog.products().size())
             addProduct(menu, m_catalog.products()[place]);

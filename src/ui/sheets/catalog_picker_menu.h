@@ -30,7 +30,6 @@ private:
     std::string m_client;
     OnPick m_onPick;
     QMenu* m_menu;
-    QStyle* m_scrolling;
 };
 
 } // namespace vantor::ui

@@ -15,6 +15,9 @@ public:
     // Glows for a moment; a row that is filled anew for something else is to be told false.
     void setLitUp(bool litUp);
 
+    // Whether it is hovered or the current one: what can be done with it then stands out.
+    [[nodiscard]] bool isLit() const { return m_hovered || m_current; }
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:

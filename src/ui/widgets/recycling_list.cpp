@@ -22,7 +22,7 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
     setFocusPolicy(Qt::TabFocus);
     setFrameShape(QFrame::NoFrame);
     viewport()->setAutoFillBackground(true);
-    viewport()->setBackgroundRole(QPalette::Base);
+    viewport()->setBackgroundRole(QPalette::Button);
     makeListsAccessible();
     QWidget* const sample = takeFromPool();
     m_rowHeight = std::max(1, sample->sizeHint().height());
@@ -31,17 +31,7 @@ RecyclingList::RecyclingList(Rows rows, QWidget* parent)
 }
 
 void RecyclingList::showFrame() {
-    setFrameStyle(QFrame::Box | QFrame::Plain);
-}
-
-bool RecyclingList::event(QEvent* event) {
-    // A ground that the viewport leaves an edge of, in place of a line: at 125 % a line ends where no pixel does,
-    // and what lies inside or outside may cover it.
-    if (event->type() == QEvent::Paint && frameShape() != QFrame::NoFrame) {
-        QPainter(this).fillRect(rect(), theme::edge(palette()));
-        return true;
-    }
-    return QAbstractScrollArea::event(event);
+    setFrameShape(QFrame::StyledPanel);
 }
 
 void RecyclingList::setRowCount(int count) {

@@ -52,7 +52,7 @@ public:
 
     explicit RecyclingList(Rows rows, QWidget* parent = nullptr);
 
-    // Draws a frame around it, whole at every scale of the screen.
+    // Draws a frame around it.
     void showFrame();
 
     // Shows so many rows, all filled anew. Where the current row is gone, the one that took its place is current.
@@ -80,7 +80,6 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -10,8 +10,9 @@ StatBadge::StatBadge(const QString& label, TextColor color, QWidget* parent)
     : QWidget(parent),
       m_label(label) {
     setObjectName(QStringLiteral("statBadge"));
-    m_value = named(new TextLabel(QStringLiteral("0"), theme::countFont(), color), "statValue");
-    auto* const caption = new TextLabel(label, theme::tinyFont(), TextColor::Secondary);
+    m_value = named(new CountLabel(theme::badgeFont(), color), "statValue");
+    m_value->setText(QStringLiteral("0"));
+    auto* const caption = new TextLabel(label, theme::labelFont(), TextColor::Secondary);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);

@@ -14,7 +14,7 @@ public:
     void setValue(const QString& value);
 
 private:
-    TextLabel* m_value;
+    CountLabel* m_value;
     QString m_label;
 };
 

@@ -4,6 +4,7 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 
 // Resources of a static library are there only once they were asked for, by a name outside every namespace.
@@ -17,13 +18,12 @@ namespace {
 // Paints the symbol when it is asked for, so that it has the colours of the palette of that moment.
 class SymbolEngine final : public QIconEngine {
 public:
-    explicit SymbolEngine(QString name) : m_name(std::move(name)) {}
+    using Color = QColor (*)(const QPalette& palette);
+    SymbolEngine(QString name, Color color) : m_name(std::move(name)), m_color(color) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-        const QColor color = QApplication::palette().color(group, QPalette::ButtonText);
         painter->drawPixmap(
-            rect, symbolPixmap(m_name, rect.width(), color, painter->device()->devicePixelRatioF()));
+            rect, symbolPixmap(m_name, rect.width(), inkFor(mode), painter->device()->devicePixelRatioF()));
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
         QPixmap pixmap(size);
@@ -32,10 +32,20 @@ public:
         paint(&painter, QRect(QPoint(), size), mode, state);
         return pixmap;
     }
-    [[nodiscard]] QIconEngine* clone() const override { return new SymbolEngine(m_name); }
+    [[nodiscard]] QIconEngine* clone() const override { return new SymbolEngine(m_name, m_color); }
 
 private:
+    [[nodiscard]] QColor inkFor(QIcon::Mode mode) const {
+        const auto palette = QApplication::palette();
+        if (mode == QIcon::Disabled)
+            return palette.color(QPalette::Disabled, QPalette::ButtonText);
+        if (mode == QIcon::Selected)
+            return palette.color(QPalette::HighlightedText);
+        return m_color != nullptr ? m_color(palette) : palette.color(QPalette::ButtonText);
+    }
+
     QString m_name;
+    Color m_color;
 };
 
 } // namespace
@@ -47,19 +57,27 @@ QString symbolPath(const QString& name) {
 
 QPixmap symbolPixmap(const QString& name, int size, const QColor& color, qreal deviceRatio) {
     const int pixels = qRound(size * deviceRatio);
-    QPixmap pixmap(pixels, pixels);
+    QPixmap pixmap;
+    const auto key =
+        QStringLiteral("%1 %2 %3").arg(name, QString::number(pixels), color.name(QColor::HexArgb));
+    if (QPixmapCache::find(key, &pixmap)) {
+        pixmap.setDevicePixelRatio(deviceRatio);
+        return pixmap;
+    }
+    pixmap = QPixmap(pixels, pixels);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     QSvgRenderer(symbolPath(name)).render(&painter);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(pixmap.rect(), color);
     painter.end();
+    QPixmapCache::insert(key, pixmap);
     pixmap.setDevicePixelRatio(deviceRatio);
     return pixmap;
 }
 
-QIcon symbolIcon(const QString& name) {
-    return QIcon(new SymbolEngine(name));
+QIcon symbolIcon(const QString& name, QColor (*color)(const QPalette& palette)) {
+    return QIcon(new SymbolEngine(name, color));
 }
 
 } // namespace vantor::ui

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QIcon>
+#include <QPalette>
 #include <QPixmap>
 #include <QString>
 
@@ -14,7 +15,8 @@ namespace vantor::ui {
 // The symbol of that name (a file of symbols/) in a colour of its own, `size` device-independent pixels wide.
 [[nodiscard]] QPixmap symbolPixmap(const QString& name, int size, const QColor& color, qreal deviceRatio);
 
-// The symbol as an icon that follows the palette, dimmed when it is disabled.
-[[nodiscard]] QIcon symbolIcon(const QString& name);
+// The symbol as an icon that follows the program's palette: in the colour of the texts of buttons, or in one of its own;
+// dimmed when it is disabled, and in the colour of texts on the accent when it is selected.
+[[nodiscard]] QIcon symbolIcon(const QString& name, QColor (*color)(const QPalette& palette) = nullptr);
 
 } // namespace vantor::ui

@@ -20,12 +20,12 @@ QColor colorOf(TextColor color, const QPalette& palette) {
         return theme::secondaryText(palette);
     case TextColor::Blue:
         return theme::blue(palette);
+    case TextColor::Amber:
+        return theme::amber(palette);
     case TextColor::Green:
         return theme::green(palette);
     case TextColor::Red:
         return theme::red(palette);
-    case TextColor::Placeholder:
-        return palette.color(QPalette::PlaceholderText);
     }
     return theme::text(palette);
 }
@@ -127,8 +127,9 @@ void SymbolLabel::paintEvent(QPaintEvent*) {
 }
 
 SymbolButton::SymbolButton(const QString& symbol, const QString& help, QWidget* parent)
-    : QToolButton(parent) {
-    setIcon(symbolIcon(symbol));
+    : QToolButton(parent),
+      m_symbol(symbol) {
+    setIcon(symbolIcon(symbol, theme::secondaryText));
     setIconSize({theme::kSymbolSize, theme::kSymbolSize});
     setAutoRaise(true);
     setToolTip(help);
@@ -136,71 +137,43 @@ SymbolButton::SymbolButton(const QString& symbol, const QString& help, QWidget* 
     setFocusPolicy(Qt::TabFocus);
 }
 
-ProminentButton::ProminentButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {}
-
-QSize ProminentButton::sizeHint() const {
-    return QPushButton::sizeHint() + QSize(theme::kStep, 0);
+CommandButton::CommandButton(const QIcon& symbol, const QString& text, QWidget* parent)
+    : QPushButton(symbol, text, parent) {
+    setFont(theme::labelFont());
+    setIconSize({theme::kCommandSymbolSize, theme::kCommandSymbolSize});
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void ProminentButton::paintEvent(QPaintEvent*) {
+QSize CommandButton::sizeHint() const {
+    const int text = fontMetrics().size(Qt::TextShowMnemonic, this->text()).width();
+    return {std::max(text, iconSize().width()) + theme::kStep + theme::kHalfStep,
+            theme::kStep + iconSize().height() + theme::kHalfStep + fontMetrics().height() +
+                theme::kHalfStep};
+}
+
+void CommandButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor ground = theme::accent(palette());
-    if (isDown())
-        ground = ground.darker(115);
-    if (!isEnabled())
-        ground = theme::hairline(palette());
-    const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    painter.drawRoundedRect(box, theme::kCornerRadius, theme::kCornerRadius);
-    if (hasFocus()) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(theme::onAccent(palette()), 1));
-        painter.drawRoundedRect(box.adjusted(2, 2, -2, -2), theme::kCornerRadius - 2,
-                                theme::kCornerRadius - 2);
+    if (isEnabled() && (underMouse() || isDown() || hasFocus())) {
+        painter.setPen(hasFocus() ? QPen(theme::accent(palette()), 1) : QPen(Qt::NoPen));
+        painter.setBrush(isDown()       ? theme::pressed(palette())
+                         : underMouse() ? theme::hovered(palette())
+                                        : QColor(Qt::transparent));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), theme::kCornerRadius,
+                                theme::kCornerRadius);
     }
-    const QColor ink = isEnabled() ? theme::onAccent(palette()) : theme::secondaryText(palette());
-    const int gap = theme::kHalfStep;
-    const int textWidth = fontMetrics().horizontalAdvance(text());
-    const int iconWidth = icon().isNull() ? 0 : iconSize().width() + gap;
-    int x = (width() - textWidth - iconWidth) / 2;
-    if (iconWidth > 0) {
-        const QPixmap symbol = icon().pixmap(iconSize() * devicePixelRatioF());
-        QPixmap tinted = symbol;
-        QPainter tint(&tinted);
-        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        tint.fillRect(tinted.rect(), ink);
-        tint.end();
-        painter.drawPixmap(QRect(QPoint(x, (height() - iconSize().height()) / 2), iconSize()), tinted);
-        x += iconWidth;
-    }
-    painter.setPen(ink);
-    painter.drawText(QRect(x, 0, textWidth + 1, height()), Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    const QRect symbol(QPoint((width() - iconSize().width()) / 2, theme::kStep), iconSize());
+    icon().paint(&painter, symbol, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    painter.setPen(isEnabled() ? theme::secondaryText(palette())
+                               : palette().color(QPalette::Disabled, QPalette::ButtonText));
+    painter.drawText(rect().adjusted(0, symbol.bottom() + 1, 0, 0),
+                     Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextHideMnemonic, text());
 }
 
-CheckBox::CheckBox(QWidget* parent) : QCheckBox(parent) {}
-
-QSize CheckBox::sizeHint() const {
-    return {theme::kSymbolSize + theme::kHalfStep, theme::kSymbolSize + theme::kHalfStep};
-}
-
-void CheckBox::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal edge = theme::kSymbolSize - 2;
-    const QRectF box((width() - edge) / 2, (height() - edge) / 2, edge, edge);
-    const QColor ring = hasFocus() ? theme::accent(palette()) : theme::secondaryText(palette());
-    painter.setPen(QPen(isChecked() && !hasFocus() ? theme::accent(palette()) : ring, hasFocus() ? 2 : 1));
-    painter.setBrush(isChecked() ? QBrush(theme::accent(palette()))
-                                 : QBrush(palette().color(QPalette::Base)));
-    painter.drawRoundedRect(box, 4, 4);
-    if (!isChecked())
-        return;
-    painter.setPen(QPen(theme::onAccent(palette()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolyline(QPolygonF({box.topLeft() + QPointF(edge * 0.25, edge * 0.52),
-                                    box.topLeft() + QPointF(edge * 0.44, edge * 0.70),
-                                    box.topLeft() + QPointF(edge * 0.76, edge * 0.32)}));
+ProminentButton::ProminentButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+    QFont font = theme::bodyFont();
+    font.setWeight(QFont::DemiBold);
+    setFont(font);
 }
 
 void emptyTaken(QLineEdit& field) {
@@ -217,26 +190,11 @@ void ComboBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }
 
-SegmentButton::SegmentButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+SegmentButton::SegmentButton(const QString& text, Place place, QWidget* parent)
+    : QPushButton(text, parent),
+      m_place(place) {
     setCheckable(true);
     setAutoDefault(false);
-}
-
-void SegmentButton::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.setPen(QPen(theme::hairline(palette()), 1));
-    painter.setBrush(isChecked() ? theme::accent(palette()) : palette().color(QPalette::Button));
-    painter.drawRoundedRect(box, theme::kCornerRadius, theme::kCornerRadius);
-    const QColor ink = isChecked() ? theme::onAccent(palette()) : palette().color(QPalette::ButtonText);
-    painter.setPen(QPen(ink, 1));
-    if (hasFocus()) {
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(box.adjusted(2, 2, -2, -2), theme::kCornerRadius - 2,
-                                theme::kCornerRadius - 2);
-    }
-    painter.drawText(rect(), Qt::AlignCenter, text());
 }
 
 ActiveMarker::ActiveMarker(QWidget* parent) : QWidget(parent) {
@@ -268,13 +226,14 @@ struct TagShape {
 };
 
 TagShape shapeOf(Tag::Kind kind) {
-    return kind == Tag::Kind::Client ? TagShape{10, 3, 6} : TagShape{8, 3, 4};
+    return kind == Tag::Kind::Client ? TagShape{theme::kStep, 2, theme::kTagRadius}
+                                     : TagShape{theme::kStep, 3, theme::kTagRadius};
 }
 
 } // namespace
 
 Tag::Tag(Kind kind, QWidget* parent) : QWidget(parent), m_kind(kind) {
-    setFont(kind == Kind::Client ? theme::bodyFont() : theme::captionBoldFont());
+    setFont(kind == Kind::Client ? theme::captionFont() : theme::captionBoldFont());
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
@@ -301,16 +260,63 @@ void Tag::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    QColor ground = m_kind == Kind::Client ? theme::purple(palette()) : theme::green(palette());
-    if (m_kind == Kind::Active)
-        ground.setAlphaF(0.1F);
-    painter.setBrush(ground);
+    painter.setBrush(m_kind == Kind::Client ? theme::purple(palette()) : theme::greenGround(palette()));
     painter.drawRoundedRect(rect(), shape.radius, shape.radius);
     painter.setPen(m_kind == Kind::Client ? QColor(Qt::white) : theme::green(palette()));
     const int room = width() - 2 * shape.beside;
     painter.drawText(rect().adjusted(shape.beside, 0, -shape.beside + 1, 0),
                      Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, room));
+}
+
+CountLabel::CountLabel(const QFont& font, TextColor color, QWidget* parent)
+    : QWidget(parent),
+      m_color(color) {
+    setFont(font);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void CountLabel::setText(const QString& text) {
+    if (text == m_text)
+        return;
+    m_text = text;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+void CountLabel::setColor(TextColor color) {
+    if (color == m_color)
+        return;
+    m_color = color;
+    update();
+}
+
+int CountLabel::advance(QChar sign) const {
+    if (!sign.isDigit())
+        return fontMetrics().horizontalAdvance(sign);
+    int widest = 0;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        widest = std::max(widest, fontMetrics().horizontalAdvance(QLatin1Char(digit)));
+    return widest;
+}
+
+QSize CountLabel::sizeHint() const {
+    int width = 0;
+    for (const auto sign : m_text)
+        width += advance(sign);
+    return {width, fontMetrics().height()};
+}
+
+void CountLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setPen(colorOf(m_color, palette()));
+    int x = (width() - sizeHint().width()) / 2;
+    for (const auto sign : m_text) {
+        const int cell = advance(sign);
+        painter.drawText(QRect(x, 0, cell, height()), Qt::AlignCenter | Qt::TextDontClip, QString(sign));
+        x += cell;
+    }
 }
 
 Divider::Divider(Qt::Orientation orientation, QWidget* parent) : QWidget(parent) {

@@ -4,7 +4,6 @@
 // that they follow a change between light and dark.
 #pragma once
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,7 +17,7 @@ class QBoxLayout;
 
 namespace vantor::ui {
 
-enum class TextColor { Primary, Secondary, Blue, Green, Red, Placeholder };
+enum class TextColor { Primary, Secondary, Blue, Green, Amber, Red };
 
 // One line of text that ends in "…" where it does not fit; its tool tip then shows all of it.
 class ElidedLabel : public QWidget {
@@ -77,33 +76,33 @@ private:
     qreal m_opacity;
 };
 
-// A borderless button that is a symbol alone; its help text is its tool tip and its accessible name.
+// A borderless button that is a symbol alone, muted until it or its row is hovered or has the focus; its help text is its
+// tool tip and its accessible name.
 class SymbolButton : public QToolButton {
 public:
     SymbolButton(const QString& symbol, const QString& help, QWidget* parent = nullptr);
+
+    [[nodiscard]] const QString& symbol() const { return m_symbol; }
+
+private:
+    QString m_symbol;
+};
+
+// A command of the window: a symbol with its text under it.
+class CommandButton : public QPushButton {
+public:
+    CommandButton(const QIcon& symbol, const QString& text, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 // The one button of a window or sheet that does what it is for, filled with the accent colour.
 class ProminentButton : public QPushButton {
 public:
     explicit ProminentButton(const QString& text, QWidget* parent = nullptr);
-
-    [[nodiscard]] QSize sizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-};
-
-// A check box that stands out from its ground in light and dark.
-class CheckBox : public QCheckBox {
-public:
-    explicit CheckBox(QWidget* parent = nullptr);
-
-    [[nodiscard]] QSize sizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
 };
 
 // Empties a field whose text was taken, so that there is nothing left in it to take back: the next undo is the program's.
@@ -118,13 +117,16 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 };
 
-// One of a few choices side by side, of which the chosen one is filled with the accent colour.
+// One of a few choices that stand side by side without a gap, of which the chosen one is filled with the accent colour.
 class SegmentButton : public QPushButton {
 public:
-    explicit SegmentButton(const QString& text, QWidget* parent = nullptr);
+    enum class Place { First, Middle, Last };
+    SegmentButton(const QString& text, Place place, QWidget* parent = nullptr);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
+    [[nodiscard]] Place place() const { return m_place; }
+
+private:
+    Place m_place;
 };
 
 // A filled circle that is there or not without moving anything.
@@ -164,6 +166,29 @@ protected:
 private:
     Kind m_kind;
     QString m_text;
+};
+
+// A count, with digits of even width in whatever font, so that nothing dances and columns stand.
+class CountLabel : public QWidget {
+public:
+    CountLabel(const QFont& font, TextColor color, QWidget* parent = nullptr);
+
+    // Digits, and whatever stands between them.
+    void setText(const QString& text);
+    [[nodiscard]] const QString& text() const { return m_text; }
+    void setColor(TextColor color);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] int advance(QChar sign) const;
+
+    QString m_text;
+    TextColor m_color;
 };
 
 // A line between two regions, one pixel thin.
