@@ -1,6 +1,7 @@
 // Runs the tests within an application that shows nothing on the screen.
 
 #include "tests/ui/screens.h"
+#include "ui/frame/style.h"
 
 #include <gmock/gmock.h>
 
@@ -18,5 +19,7 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleMock(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    // As the program starts.
+    vantor::ui::applyLook({});
     return RUN_ALL_TESTS();
 }
