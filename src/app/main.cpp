@@ -23,6 +23,7 @@
 #include "ui/frame/beside_window.h"
 #include "ui/frame/confirmation.h"
 #include "ui/frame/shell.h"
+#include "ui/widgets/symbol.h"
 #include "ui/widgets/text.h"
 #include "update/site.h"
 #include "update/update_checker.h"
@@ -206,6 +207,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(VANTOR_VERSION));
     QApplication::setDesktopFileName(
         QString::fromUtf8(kApplicationId.data(), static_cast<qsizetype>(kApplicationId.size())));
+    QApplication::setWindowIcon(ui::logoIcon());
     applyColorScheme(application);
     useDutchTexts(application);
 

@@ -1,6 +1,7 @@
 #include "ui/widgets/symbol.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
@@ -78,6 +79,21 @@ QPixmap symbolPixmap(const QString& name, int size, const QColor& color, qreal d
 
 QIcon symbolIcon(const QString& name, QColor (*color)(const QPalette& palette)) {
     return QIcon(new SymbolEngine(name, color));
+}
+
+QIcon logoIcon() {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
+        // Scaled down, its strokes would lie between the pixels.
+        const QString fitted = symbolPath(QStringLiteral("logo-%1").arg(size));
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        QSvgRenderer(QFile::exists(fitted) ? fitted : symbolPath(QStringLiteral("logo"))).render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 } // namespace vantor::ui

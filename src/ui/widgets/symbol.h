@@ -19,4 +19,7 @@ namespace vantor::ui {
 // dimmed when it is disabled, and in the colour of texts on the accent when it is selected.
 [[nodiscard]] QIcon symbolIcon(const QString& name, QColor (*color)(const QPalette& palette) = nullptr);
 
+// The logo as the icon of the program's windows, in the sizes that desktops ask for.
+[[nodiscard]] QIcon logoIcon();
+
 } // namespace vantor::ui
