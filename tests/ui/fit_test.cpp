@@ -2,6 +2,7 @@
 #include "tests/ui/ui_fixture.h"
 #include "ui/widgets/widgets.h"
 
+#include <QFocusFrame>
 #include <QLabel>
 #include <QLayout>
 #include <QScreen>
@@ -46,7 +47,8 @@ QSize leastOf(const QWidget& widget) {
 void expectChildrenApart(const QWidget& parent) {
     std::vector<const QWidget*> children;
     for (const auto* const child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        if (child->isVisible() && !child->isWindow())
+        // The mark of the focus lies around another.
+        if (child->isVisible() && !child->isWindow() && qobject_cast<const QFocusFrame*>(child) == nullptr)
             children.push_back(child);
     }
     for (const auto* const child : children) {

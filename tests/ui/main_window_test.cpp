@@ -105,16 +105,11 @@ TEST_F(MainWindow, ShowsTheActiveShootsCountsClientAndActiveSet) {
     EXPECT_FALSE(isShown(main(), "activeText"));
 }
 
-TEST_F(MainWindow, ShowsItsCountsInBlueDigitsOfEvenWidthAndItsClientInWhiteOnPurple) {
+TEST_F(MainWindow, ShowsItsCountsInBlueAndItsClientInWhiteOnPurple) {
     openMainWithSets(1);
     addShoot("Ibiza", "Nike");
     const auto& value = find<QLabel>(main(), "statValue");
     EXPECT_EQ(value.palette().color(QPalette::WindowText), ui::theme::blue(main().palette()));
-    const auto widthOf = [&](char digit) {
-        return value.fontMetrics().horizontalAdvance(QLatin1Char(digit));
-    };
-    for (char digit = '1'; digit <= '9'; ++digit)
-        EXPECT_EQ(widthOf(digit), widthOf('0'));
     const auto picture = find(main(), "clientTag").grab().toImage();
     EXPECT_EQ(picture.pixelColor(3, picture.height() / 2), ui::theme::purple(main().palette()));
     int most = 0;

@@ -136,7 +136,7 @@ TEST_F(StyleTest, TextsAndEdgesStandOutAsTheyArePainted) {
             if (std::ranges::find(edges, widget) == edges.end())
                 continue;
             const QColor outside = picture.pixel(2, picture.height() / 2);
-            const auto across = inksIn(picture, QRect(2, picture.height() / 2, 10, 1));
+            const auto across = inksIn(picture, QRect(2, picture.height() / 2, 20, 1));
             EXPECT_THAT(between(across.ink, outside), Ge(3)) << "the edge, from outside";
         }
     }
@@ -150,8 +150,10 @@ TEST_F(StyleTest, OpenWindowsFollowTheLook) {
     const auto corner = [&] { return window.grab().toImage().pixelColor(10, 10); };
     const auto light = corner();
     applyLook({true, false, true, {}});
+    QApplication::processEvents();
     EXPECT_LT(corner().lightness(), light.lightness() / 2);
     applyLook({});
+    QApplication::processEvents();
     EXPECT_EQ(corner(), light);
 }
 

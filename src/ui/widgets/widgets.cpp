@@ -270,26 +270,8 @@ void Tag::paintEvent(QPaintEvent*) {
 }
 
 CountLabel::CountLabel(const QFont& font, TextColor color, QWidget* parent)
-    : QWidget(parent),
-      m_color(color) {
-    setFont(font);
+    : TextLabel(QString(), font, color, false, parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-void CountLabel::setText(const QString& text) {
-    if (text == m_text)
-        return;
-    m_text = text;
-    setAccessibleName(text);
-    updateGeometry();
-    update();
-}
-
-void CountLabel::setColor(TextColor color) {
-    if (color == m_color)
-        return;
-    m_color = color;
-    update();
 }
 
 int CountLabel::advance(QChar sign) const {
@@ -303,16 +285,16 @@ int CountLabel::advance(QChar sign) const {
 
 QSize CountLabel::sizeHint() const {
     int width = 0;
-    for (const auto sign : m_text)
+    for (const auto sign : text())
         width += advance(sign);
     return {width, fontMetrics().height()};
 }
 
 void CountLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setPen(colorOf(m_color, palette()));
-    int x = (width() - sizeHint().width()) / 2;
-    for (const auto sign : m_text) {
+    painter.setPen(palette().color(QPalette::WindowText));
+    int x = (width() - CountLabel::sizeHint().width()) / 2;
+    for (const auto sign : text()) {
         const int cell = advance(sign);
         painter.drawText(QRect(x, 0, cell, height()), Qt::AlignCenter | Qt::TextDontClip, QString(sign));
         x += cell;

@@ -169,14 +169,9 @@ private:
 };
 
 // A count, with digits of even width in whatever font, so that nothing dances and columns stand.
-class CountLabel : public QWidget {
+class CountLabel : public TextLabel {
 public:
     CountLabel(const QFont& font, TextColor color, QWidget* parent = nullptr);
-
-    // Digits, and whatever stands between them.
-    void setText(const QString& text);
-    [[nodiscard]] const QString& text() const { return m_text; }
-    void setColor(TextColor color);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -186,9 +181,6 @@ protected:
 
 private:
     [[nodiscard]] int advance(QChar sign) const;
-
-    QString m_text;
-    TextColor m_color;
 };
 
 // A line between two regions, one pixel thin.
