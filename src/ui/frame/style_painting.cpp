@@ -105,7 +105,7 @@ void paintTick(QPainter& painter, const QRectF& box, const QColor& color) {
 }
 
 QRect squareIn(const QRect& rect, int edge) {
-    return {rect.center() - QPoint(edge / 2, edge / 2), QSize(edge, edge)};
+    return {rect.x() + (rect.width() - edge) / 2, rect.y() + (rect.height() - edge) / 2, edge, edge};
 }
 
 } // namespace

@@ -88,7 +88,14 @@ void ScrollPane::arrange() {
 
 void ScrollPane::showFocused() {
     auto* const focused = QApplication::focusWidget();
-    if (focused != nullptr && m_contents->isAncestorOf(focused))
+    if (focused == nullptr || !m_contents->isAncestorOf(focused))
+        return;
+    // Of a field the toolkit would show the cursor alone, and cut its edge.
+    const QRect place(focused->mapTo(m_contents, QPoint()), focused->size());
+    const int around = place.height() / 2 + theme::kStep;
+    if (2 * around <= viewport()->height())
+        ensureVisible(place.center().x(), place.center().y(), 0, around);
+    else
         ensureWidgetVisible(focused, 0, theme::kStep);
 }
 
