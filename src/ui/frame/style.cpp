@@ -1,6 +1,7 @@
 #include "ui/frame/style.h"
 
 #include "ui/frame/focus_mark.h"
+#include "ui/frame/style_measures.h"
 #include "ui/frame/style_painting.h"
 #include "ui/frame/theme.h"
 #include "ui/widgets/list_row.h"
@@ -20,22 +21,12 @@
 namespace vantor::ui {
 namespace {
 
-constexpr int kScrollBar = 12;
-constexpr int kShortestSlider = 32;
 constexpr int kComboArrow = 28;
-constexpr int kMessageSymbol = 32;
 
 // Of these options each paints one element; the toolkit says which in the element, not in the type.
 template <typename Option>
 const Option& as(const QStyleOption* option) {
     return *static_cast<const Option*>(option);
-}
-
-int controlHeight(const QStyleOption* option, const QWidget* widget) {
-    const bool inRow = widget != nullptr && dynamic_cast<const ListRow*>(widget->parentWidget()) != nullptr;
-    const int text = option != nullptr ? option->fontMetrics.height() : 0;
-    return inRow ? std::max(theme::kRowControlHeight, text + theme::kStep)
-                 : std::max(theme::kControlHeight, text + theme::kStep + theme::kHalfStep);
 }
 
 struct NamedSymbol {
@@ -72,6 +63,39 @@ const NamedSymbol* symbolOf(QStyle::StandardPixmap symbol) {
     };
     const auto found = kSymbols.find(symbol);
     return found != kSymbols.end() ? &found->second : nullptr;
+}
+
+// Whether it was one.
+bool paintIndicator(QPainter& painter, QStyle::PrimitiveElement element, const QStyleOption& option) {
+    switch (element) {
+    case QStyle::PE_IndicatorCheckBox:
+    case QStyle::PE_IndicatorItemViewItemCheck:
+        paintCheckBox(painter, option);
+        return true;
+    case QStyle::PE_IndicatorRadioButton:
+        paintRadioButton(painter, option);
+        return true;
+    case QStyle::PE_IndicatorArrowDown:
+        paintArrow(painter, option.rect, 0, theme::text(option.palette));
+        return true;
+    case QStyle::PE_IndicatorArrowUp:
+        paintArrow(painter, option.rect, 180, theme::text(option.palette));
+        return true;
+    case QStyle::PE_IndicatorArrowLeft:
+        paintArrow(painter, option.rect, 90, theme::text(option.palette));
+        return true;
+    case QStyle::PE_IndicatorArrowRight:
+        paintArrow(painter, option.rect, -90, theme::text(option.palette));
+        return true;
+    case QStyle::PE_IndicatorHeaderArrow:
+        if (const auto order = as<QStyleOptionHeader>(&option).sortIndicator;
+            order != QStyleOptionHeader::None)
+            paintArrow(painter, option.rect, order == QStyleOptionHeader::SortDown ? 0 : 180,
+                       theme::secondaryText(option.palette));
+        return true;
+    default:
+        return false;
+    }
 }
 
 void paintSymbolButton(QPainter& painter, const QStyleOption& option, const SymbolButton& button) {
@@ -116,25 +140,13 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     case PE_FrameLineEdit:
     case PE_FrameStatusBarItem:
         return;
-    case PE_IndicatorCheckBox:
-    case PE_IndicatorItemViewItemCheck:
-        return paintCheckBox(*painter, *option);
-    case PE_IndicatorRadioButton:
-        return paintRadioButton(*painter, *option);
-    case PE_IndicatorArrowDown:
-        return paintArrow(*painter, option->rect, 0, theme::text(option->palette));
-    case PE_IndicatorArrowUp:
-        return paintArrow(*painter, option->rect, 180, theme::text(option->palette));
-    case PE_IndicatorArrowLeft:
-        return paintArrow(*painter, option->rect, 90, theme::text(option->palette));
-    case PE_IndicatorArrowRight:
-        return paintArrow(*painter, option->rect, -90, theme::text(option->palette));
     case PE_PanelItemViewItem:
         return paintItemGround(*painter, *option);
     case PE_PanelItemViewRow:
         return;
     default:
-        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!paintIndicator(*painter, element, *option))
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 }
 
@@ -203,41 +215,8 @@ QRect Style::subElementRect(SubElement element, const QStyleOption* option, cons
 
 QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                             const QWidget* widget) const {
-    if (control == CC_ScrollBar) {
-        // No arrows: the whole bar is the groove.
-        switch (part) {
-        case SC_ScrollBarAddLine:
-        case SC_ScrollBarSubLine:
-            return {};
-        case SC_ScrollBarGroove:
-            return option->rect;
-        default:
-            break;
-        }
-        const auto& bar = as<QStyleOptionSlider>(option);
-        const bool across = bar.orientation == Qt::Horizontal;
-        const int groove = across ? bar.rect.width() : bar.rect.height();
-        const auto range = static_cast<qint64>(bar.maximum) - bar.minimum;
-        int length = groove;
-        if (range > 0) {
-            const auto share = static_cast<qint64>(groove) * bar.pageStep / (range + bar.pageStep);
-            length = std::clamp(static_cast<int>(share), std::min(kShortestSlider, groove), groove);
-        }
-        const int start = sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
-                                                  groove - length, bar.upsideDown);
-        int first = start;
-        int size = length;
-        if (part == SC_ScrollBarSubPage) {
-            first = 0;
-            size = start;
-        } else if (part == SC_ScrollBarAddPage) {
-            first = start + length;
-            size = groove - first;
-        }
-        const QRect place =
-            across ? QRect(first, 0, size, bar.rect.height()) : QRect(0, first, bar.rect.width(), size);
-        return visualRect(bar.direction, bar.rect, place);
-    }
+    if (control == CC_ScrollBar)
+        return scrollBarPart(as<QStyleOptionSlider>(option), part);
     if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
         const bool editable = as<QStyleOptionComboBox>(option).editable;
         const int before = editable ? 1 : theme::kStep;
@@ -285,53 +264,11 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
-    switch (metric) {
-    case PM_DefaultFrameWidth:
-        // Fields draw their edge themselves; around others the corners need two.
+    // A field draws its edge itself; around others the corners need more.
+    if (metric == PM_DefaultFrameWidth)
         return qobject_cast<const QLineEdit*>(widget) != nullptr ? 1 : 2;
-    case PM_FocusFrameHMargin:
-    case PM_FocusFrameVMargin:
-        return theme::kFocusRing;
-    case PM_ScrollBarExtent:
-        return kScrollBar;
-    case PM_ScrollBarSliderMin:
-        return kShortestSlider;
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-    case PM_MenuBarPanelWidth:
-    case PM_MenuHMargin:
-    case PM_ScrollView_ScrollBarSpacing:
-        return 0;
-    case PM_MenuVMargin:
-        return theme::kHalfStep;
-    case PM_MenuPanelWidth:
-    case PM_ToolTipLabelFrameWidth:
-        return metric == PM_MenuPanelWidth ? 1 : theme::kHalfStep;
-    case PM_MenuBarHMargin:
-        return theme::kStep;
-    case PM_IndicatorWidth:
-    case PM_IndicatorHeight:
-    case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight:
-    case PM_ButtonIconSize:
-    case PM_SmallIconSize:
-    case PM_ListViewIconSize:
-        return theme::kSymbolSize;
-    case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing:
-    case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing:
-        return theme::kStep;
-    case PM_LayoutLeftMargin:
-    case PM_LayoutTopMargin:
-    case PM_LayoutRightMargin:
-    case PM_LayoutBottomMargin:
-        return theme::kMargin;
-    case PM_MessageBoxIconSize:
-        return kMessageSymbol;
-    default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
-    }
+    const auto own = measureOf(metric);
+    return own ? *own : QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -382,7 +319,8 @@ void applyLook(const Look& look) {
     if (style == nullptr) {
         style = new Style;
         QApplication::setStyle(style);
-        markFocus(*qApp);
+        static const bool kMarked = (markFocus(*qApp), true);
+        static_cast<void>(kMarked);
     }
     const auto palette = theme::paletteOf(look);
     style->setPalette(palette);
