@@ -13,6 +13,7 @@
 
 namespace vantor::testing {
 
+using ui::CountLabel;
 using ui::ElidedLabel;
 using ui::Tag;
 
@@ -123,6 +124,8 @@ QString textOf(const QWidget& widget) {
     if (const auto* const label = qobject_cast<const QLabel*>(&widget))
         return label->text();
     if (const auto* const label = dynamic_cast<const ElidedLabel*>(&widget))
+        return label->text();
+    if (const auto* const label = dynamic_cast<const CountLabel*>(&widget))
         return label->text();
     if (const auto* const tag = dynamic_cast<const Tag*>(&widget))
         return tag->text();

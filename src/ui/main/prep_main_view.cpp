@@ -33,7 +33,7 @@ namespace {
 
 constexpr int kLeastWidth = 700;
 constexpr int kLeastHeight = 500;
-constexpr QSize kDefaultSize{1180, 760};
+constexpr QSize kDefaultSize{1280, 800};
 
 } // namespace
 

@@ -1,41 +1,72 @@
 #include "ui/main/shoot_bar.h"
 
 #include "ui/frame/theme.h"
-#include "ui/widgets/flow_layout.h"
+#include "ui/main/shoot_bar_layout.h"
 #include "ui/widgets/symbol.h"
 #include "ui/widgets/text.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace vantor::ui {
 namespace {
 
 constexpr int kPickerWidth = 200;
+// In characters.
+constexpr int kLeastTitle = 16;
 
 } // namespace
 
 ShootBar::ShootBar(ShootManager& manager, Commands& commands) : m_manager(manager) {
+    using enum CommandId;
+    using enum ShootBarLayout::Part;
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Button);
+    auto* const parts = new ShootBarLayout;
+    setLayout(parts);
+    parts->add(makeTitle(), Title);
+    parts->add(makePicker(), Picker);
+    for (const auto& [id, name] :
+         {std::pair(Clients, "clientsButton"), std::pair(OnlineManual, "manualButton"),
+          std::pair(ImportCsv, "importButton"), std::pair(ExportCsv, "exportCsvButton"),
+          std::pair(ExportJson, "exportJsonButton"), std::pair(Generator, "generatorButton"),
+          std::pair(BulkExport, "bulkExportButton"), std::pair(Catalog, "catalogButton")}) {
+        const auto text = shown(command(id).text);
+        auto* const button =
+            named(new CommandButton(symbolIcon(qstring(command(id).symbol)), text), name, text);
+        commands.attach(*button, id);
+        parts->add(button, Command);
+    }
+    m_newShoot = named(new ProminentButton(shown("Nieuwe Shoot")), "newShootButton", shown("Nieuwe Shoot"));
+    m_newShoot->setIcon(symbolIcon(QStringLiteral("plus")));
+    commands.attach(*m_newShoot, NewShoot);
+    parts->add(m_newShoot, Last);
+    m_deleteShoot = named(
+        new SymbolButton(QStringLiteral("trash"), shown("Shoot verwijderen (inclusief alle sets erin)")),
+        "deleteShootButton");
+    commands.attach(*m_deleteShoot, DeleteShoot);
+    parts->add(m_deleteShoot, Last);
+}
+
+QWidget* ShootBar::makeTitle() {
     m_shootName = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), "shootName");
     m_client = named(new Tag(Tag::Kind::Client), "clientTag");
-    m_shootCount = named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "shootCount");
+    m_shootCount = named(new CountLabel(theme::captionFont(), TextColor::Secondary), "shootCount");
     auto* const nameLine = new QHBoxLayout;
     nameLine->setSpacing(theme::kStep);
     nameLine->addWidget(m_shootName);
     nameLine->addWidget(m_client);
     nameLine->addStretch();
-    auto* const left = new QVBoxLayout;
-    left->setSpacing(2);
-    left->addStretch();
-    left->addLayout(nameLine);
-    left->addWidget(m_shootCount);
-    left->addStretch();
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep);
-    row->setSpacing(theme::kMargin);
-    row->addLayout(left, 2);
-    row->addWidget(makeCommands(commands), 5);
+    auto* const title = new QWidget;
+    title->setMinimumWidth(kLeastTitle * m_shootName->fontMetrics().averageCharWidth());
+    auto* const column = new QVBoxLayout(title);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    column->addLayout(nameLine);
+    column->addWidget(m_shootCount);
+    return title;
 }
 
 QWidget* ShootBar::makePicker() {
@@ -47,7 +78,7 @@ QWidget* ShootBar::makePicker() {
         if (index >= 0 && static_cast<std::size_t>(index) < shoots.size())
             m_manager.setActiveShootId(shoots[static_cast<std::size_t>(index)].id);
     });
-    auto* const label = new TextLabel(shown("Shoot"), theme::bodyFont(), TextColor::Primary);
+    auto* const label = new TextLabel(shown("Shoot"), theme::bodyFont(), TextColor::Secondary);
     label->setBuddy(m_picker);
     m_pickerBox = new QWidget;
     QSizePolicy keepsItsPlace = m_pickerBox->sizePolicy();
@@ -58,35 +89,6 @@ QWidget* ShootBar::makePicker() {
     row->addWidget(label);
     row->addWidget(m_picker);
     return m_pickerBox;
-}
-
-QWidget* ShootBar::makeCommands(Commands& commands) {
-    using enum CommandId;
-    auto* const all = new QWidget;
-    auto* const flow = new FlowLayout(theme::kStep);
-    all->setLayout(flow);
-    flow->addWidget(makePicker());
-    const auto add = [&](CommandId id, const char* objectName) {
-        flow->addWidget(commands.makeButton(id, objectName));
-    };
-    add(Clients, "clientsButton");
-    add(OnlineManual, "manualButton");
-    add(ImportCsv, "importButton");
-    add(ExportCsv, "exportCsvButton");
-    add(ExportJson, "exportJsonButton");
-    add(Generator, "generatorButton");
-    add(BulkExport, "bulkExportButton");
-    add(Catalog, "catalogButton");
-    m_newShoot = named(new ProminentButton(shown("Nieuwe Shoot")), "newShootButton", shown("Nieuwe Shoot"));
-    m_newShoot->setIcon(symbolIcon(QStringLiteral("plus")));
-    commands.attach(*m_newShoot, NewShoot);
-    flow->addWidget(m_newShoot);
-    m_deleteShoot = named(
-        new SymbolButton(QStringLiteral("trash"), shown("Shoot verwijderen (inclusief alle sets erin)")),
-        "deleteShootButton");
-    commands.attach(*m_deleteShoot, DeleteShoot);
-    flow->addWidget(m_deleteShoot);
-    return all;
 }
 
 void ShootBar::render() {

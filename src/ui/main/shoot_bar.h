@@ -1,4 +1,5 @@
-// ShootBar: the active shoot's name, client and count, the picker of shoots, and the window's commands as buttons.
+// ShootBar: the active shoot's name, client and count, the picker of shoots, and the window's commands as buttons. Tab
+// walks them in this order, whatever rows they stand in.
 #pragma once
 
 #include "store/shoot_manager.h"
@@ -19,14 +20,14 @@ public:
     [[nodiscard]] QPushButton& newShootButton() const { return *m_newShoot; }
 
 private:
+    QWidget* makeTitle();
     QWidget* makePicker();
-    QWidget* makeCommands(Commands& commands);
     void renderPicker();
 
     ShootManager& m_manager;
-    ElidedLabel* m_shootName;
-    Tag* m_client;
-    TextLabel* m_shootCount;
+    ElidedLabel* m_shootName = nullptr;
+    Tag* m_client = nullptr;
+    CountLabel* m_shootCount = nullptr;
     QWidget* m_pickerBox = nullptr;
     QComboBox* m_picker = nullptr;
     QPushButton* m_newShoot = nullptr;
