@@ -13,7 +13,6 @@
 
 namespace vantor::testing {
 
-using ui::CountLabel;
 using ui::ElidedLabel;
 using ui::Tag;
 
@@ -125,8 +124,6 @@ QString textOf(const QWidget& widget) {
         return label->text();
     if (const auto* const label = dynamic_cast<const ElidedLabel*>(&widget))
         return label->text();
-    if (const auto* const label = dynamic_cast<const CountLabel*>(&widget))
-        return label->text();
     if (const auto* const tag = dynamic_cast<const Tag*>(&widget))
         return tag->text();
     if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
@@ -134,6 +131,17 @@ QString textOf(const QWidget& widget) {
     if (const auto* const field = qobject_cast<const QLineEdit*>(&widget))
         return field->text();
     return {};
+}
+
+bool hasInk(QWidget& widget, const QColor& color) {
+    const auto picture = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == color)
+                return true;
+        }
+    }
+    return false;
 }
 
 std::vector<std::string> textsOf(const QWidget& within, const char* name) {

@@ -111,6 +111,9 @@ void choose(QComboBox& box, const QString& text);
     return textOf(find(within, name));
 }
 
+// Whether anything in it is painted in this colour.
+[[nodiscard]] bool hasInk(QWidget& widget, const QColor& color);
+
 // What the widgets of that name say, from top to bottom.
 [[nodiscard]] std::vector<std::string> textsOf(const QWidget& within, const char* name);
 

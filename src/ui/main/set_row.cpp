@@ -10,6 +10,13 @@
 #include <QVBoxLayout>
 
 namespace vantor::ui {
+namespace {
+
+constexpr int kActivationWidth = 84;
+// As wide as counts are, so that those of all rows stand in one column.
+constexpr QLatin1String kUsualCount("0000");
+
+} // namespace
 
 SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     setObjectName(QStringLiteral("setRow"));
@@ -18,7 +25,6 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     m_description = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "description");
     m_count = named(new CountLabel(theme::countFont(), TextColor::Secondary), "taggedCount");
     auto* const photos = new TextLabel(shown("foto's"), theme::labelFont(), TextColor::Secondary);
-    photos->setAlignment(Qt::AlignCenter);
     m_qr = named(new SymbolButton(QStringLiteral("qrcode"), shown("Toon QR-code")), "qrButton");
     m_edit = named(new SymbolButton(QStringLiteral("pencil"), shown("Bewerken")), "editButton");
     m_delete = named(new SymbolButton(QStringLiteral("trash"), shown("Verwijderen")), "deleteButton");
@@ -36,28 +42,28 @@ SetRow::SetRow(const Actions& actions) : m_actions(actions) {
     counts->setSpacing(0);
     counts->addStretch();
     counts->addWidget(m_count, 0, Qt::AlignHCenter);
-    counts->addWidget(photos);
+    counts->addWidget(photos, 0, Qt::AlignHCenter);
     counts->addStretch();
+    counts->addStrut(QFontMetrics(theme::countFont()).horizontalAdvance(kUsualCount));
 
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kMargin, theme::kHalfStep, theme::kMargin, theme::kHalfStep);
+    row->setContentsMargins(theme::kPadding, theme::kHalfStep, theme::kMargin, theme::kHalfStep);
     row->setSpacing(theme::kStep);
     row->addWidget(m_marker);
+    row->addSpacing(theme::kStep);
     row->addLayout(texts, 1);
     row->addLayout(counts);
     row->addSpacing(theme::kStep);
     row->addWidget(m_qr);
     row->addWidget(m_edit);
     row->addWidget(m_delete);
-    // One place for both, as wide as the wider, so that nothing moves when a set becomes active.
-    auto* const activation = new QVBoxLayout;
-    activation->setSpacing(0);
-    activation->addStretch();
-    activation->addWidget(m_activate, 0, Qt::AlignCenter);
-    activation->addWidget(m_active, 0, Qt::AlignCenter);
-    activation->addStretch();
-    activation->addStrut(std::max(m_activate->sizeHint().width(), m_active->sizeHint().width()));
-    row->addLayout(activation);
+    row->addWidget(m_activate);
+    row->addWidget(m_active);
+    // Both equally wide, so that nothing moves when a set becomes active.
+    const int width =
+        std::max({kActivationWidth, m_activate->sizeHint().width(), m_active->sizeHint().width()});
+    m_activate->setFixedWidth(width);
+    m_active->setFixedWidth(width);
 
     QObject::connect(m_qr, &QToolButton::clicked, this, [this] { m_actions.onQR(m_id); });
     QObject::connect(m_edit, &QToolButton::clicked, this, [this] { m_actions.onEdit(m_id); });
@@ -72,9 +78,11 @@ void SetRow::show(const SetData& set, bool isActive) {
     m_showsActive = isActive;
     m_id = set.id;
     m_headline = qstring(shownHeadline(set));
+    setActive(isActive);
     m_marker->setActive(isActive);
     m_headlineLabel->setText(m_headline);
     m_description->setText(qstring(shownDescription(set)));
+    m_description->setVisible(!m_description->text().isEmpty());
     m_count->setText(QString::number(set.taggedCount));
     m_count->setColor(set.taggedCount >= 1 ? TextColor::Green : TextColor::Secondary);
     // The focus stays on the row when its button goes.

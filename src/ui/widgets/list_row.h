@@ -1,5 +1,6 @@
 // ListRow: the ground of every row of a RecyclingList: a hairline below, a soft light under the mouse, a frame
-// around the current row while the list has the focus, and a moment's glow.
+// around the current row while the list has the focus, a tint and an edge of the active one, and a moment's glow.
+// None of them moves anything.
 #pragma once
 
 #include <QTimer>
@@ -12,6 +13,7 @@ public:
     explicit ListRow(QWidget* parent = nullptr);
 
     void setCurrent(bool current);
+    void setActive(bool active);
     // Glows for a moment; a row that is filled anew for something else is to be told false.
     void setLitUp(bool litUp);
 
@@ -29,7 +31,10 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
+    [[nodiscard]] QColor ground() const;
+
     bool m_current = false;
+    bool m_active = false;
     bool m_hovered = false;
     bool m_litUp = false;
 };

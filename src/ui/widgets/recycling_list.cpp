@@ -34,6 +34,12 @@ void RecyclingList::showFrame() {
     setFrameShape(QFrame::StyledPanel);
 }
 
+void RecyclingList::layScrollBarOverRows() {
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setViewportMargins(0, 0, -verticalScrollBar()->sizeHint().width(), 0);
+    verticalScrollBar()->parentWidget()->raise();
+}
+
 void RecyclingList::setRowCount(int count) {
     auto* const bar = verticalScrollBar();
     const int offset = bar->value();
@@ -323,6 +329,13 @@ void RecyclingList::focusInEvent(QFocusEvent* event) {
     // The toolkit announces the list itself after this, and the row is to be heard last.
     QMetaObject::invokeMethod(
         this, [this] { announceCurrentRow(*this, {}); }, Qt::QueuedConnection);
+}
+
+void RecyclingList::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    // Its frame goes with the focus.
+    if (QWidget* const row = m_current ? rowWidget(*m_current) : nullptr)
+        row->update();
 }
 
 bool RecyclingList::eventFilter(QObject* watched, QEvent* event) {

@@ -54,6 +54,9 @@ public:
 
     // Draws a frame around it.
     void showFrame();
+    // Lets the rows reach below the scroll bar: where their contents end before it, these end alike whether it is there or
+    // not.
+    void layScrollBarOverRows();
 
     // Shows so many rows, all filled anew. Where the current row is gone, the one that took its place is current.
     void setRowCount(int count);
@@ -85,6 +88,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
 

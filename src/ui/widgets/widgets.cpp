@@ -265,22 +265,19 @@ void Tag::paintEvent(QPaintEvent*) {
     painter.setPen(m_kind == Kind::Client ? QColor(Qt::white) : theme::green(palette()));
     const int room = width() - 2 * shape.beside;
     painter.drawText(rect().adjusted(shape.beside, 0, -shape.beside + 1, 0),
-                     Qt::AlignVCenter | Qt::TextSingleLine,
+                     Qt::AlignCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, room));
 }
 
 CountLabel::CountLabel(const QFont& font, TextColor color, QWidget* parent)
     : TextLabel(QString(), font, color, false, parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    for (char digit = '0'; digit <= '9'; ++digit)
+        m_digit = std::max(m_digit, fontMetrics().horizontalAdvance(QLatin1Char(digit)));
 }
 
 int CountLabel::advance(QChar sign) const {
-    if (!sign.isDigit())
-        return fontMetrics().horizontalAdvance(sign);
-    int widest = 0;
-    for (char digit = '0'; digit <= '9'; ++digit)
-        widest = std::max(widest, fontMetrics().horizontalAdvance(QLatin1Char(digit)));
-    return widest;
+    return sign.isDigit() ? m_digit : fontMetrics().horizontalAdvance(sign);
 }
 
 QSize CountLabel::sizeHint() const {

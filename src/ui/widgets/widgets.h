@@ -181,6 +181,9 @@ protected:
 
 private:
     [[nodiscard]] int advance(QChar sign) const;
+
+    // Of the widest: rows ask for it whenever they are painted.
+    int m_digit = 0;
 };
 
 // A line between two regions, one pixel thin.
