@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -16,6 +17,9 @@ namespace vantor::ui {
 namespace {
 
 constexpr const char* kName = "noticeStrip";
+// How far its shadow reaches, within the widget.
+constexpr int kShadow = theme::kStep;
+constexpr int kShadowBelow = 2;
 
 // A notification whose name is what it says.
 class AccessibleStrip final : public QAccessibleWidget {
@@ -57,7 +61,8 @@ NoticeStrip::NoticeStrip(QWidget* over, Notices& notices, Edge edge)
     QObject::connect(static_cast<QToolButton*>(m_dismiss), &QToolButton::clicked, this,
                      [this] { m_notices.dismiss(); });
     m_row = new QHBoxLayout(this);
-    m_row->setContentsMargins(theme::kMargin, theme::kStep, theme::kStep, theme::kStep);
+    m_row->setContentsMargins(kShadow + theme::kMargin, kShadow + theme::kStep, kShadow + theme::kStep,
+                              kShadow + theme::kStep);
     m_row->setSpacing(theme::kStep);
     m_row->addWidget(m_text, 1);
     m_row->addWidget(m_dismiss);
@@ -94,6 +99,7 @@ void NoticeStrip::render() {
         return;
     }
     m_kind = notice->kind;
+    dress();
     const auto text = shownData(notice->text);
     const bool isNew = text != m_shownText || isHidden();
     m_shownText = text;
@@ -150,10 +156,11 @@ void NoticeStrip::waitForItsEnd() {
 void NoticeStrip::place() {
     // What it lies over may not be shown now.
     const QWidget& over = m_over.isVisible() ? m_over : *window();
-    const QSize size(over.width() - 2 * theme::kMargin, sizeHint().height());
-    const int y = m_edge == Edge::Top ? theme::kStep : over.height() - size.height() - theme::kStep;
-    const auto corner = over.mapTo(window(), QPoint(theme::kMargin, y));
-    setGeometry({corner, size});
+    const int height = sizeHint().height() - 2 * kShadow;
+    const int y = m_edge == Edge::Top ? theme::kStep : over.height() - height - theme::kStep;
+    const QRect strip(theme::kMargin, y, over.width() - 2 * theme::kMargin, height);
+    setGeometry(
+        strip.translated(over.mapTo(window(), QPoint())).adjusted(-kShadow, -kShadow, kShadow, kShadow));
 }
 
 bool NoticeStrip::eventFilter(QObject* watched, QEvent* event) {
@@ -176,14 +183,31 @@ bool NoticeStrip::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
+void NoticeStrip::dress() {
+    const auto& around = QApplication::palette();
+    setPalette(theme::paletteOn(theme::noticeGround(m_kind, around), around));
+}
+
+void NoticeStrip::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        dress();
+}
+
 void NoticeStrip::paintEvent(QPaintEvent*) {
-    const auto ground = theme::noticeGround(m_kind, palette());
+    constexpr qreal kRadius = theme::kCodePlateRadius;
+    const QRectF strip = QRectF(rect()).adjusted(kShadow, kShadow, -kShadow, -kShadow);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(theme::hairline(palette()));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 4));
+    for (int spread = kShadow - kShadowBelow; spread > 0; --spread)
+        painter.drawRoundedRect(strip.adjusted(-spread, kShadowBelow - spread, spread, kShadowBelow + spread),
+                                kRadius + spread, kRadius + spread);
+    const auto ground = theme::surface(palette());
+    painter.setPen(theme::mixed(theme::text(palette()), ground, 0.15));
     painter.setBrush(ground);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), theme::kCodePlateRadius,
-                            theme::kCodePlateRadius);
+    painter.drawRoundedRect(strip.adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
 }
 
 } // namespace vantor::ui

@@ -37,11 +37,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void render();
     void renderActions(const Notice& notice);
+    // In the colours of its kind.
+    void dress();
     // Behind the last stop of Tab in what it lies over, whatever has come there since.
     void takeItsPlaceAmongStops();
     void place();

@@ -234,6 +234,14 @@ QColor noticeGround(Notice::Kind kind, const QPalette& palette) {
     return hovered(palette);
 }
 
+QPalette paletteOn(const QColor& ground, const QPalette& palette) {
+    QPalette own;
+    own.setColor(QPalette::Button, ground);
+    own.setColor(kEdge, mixed(secondaryText(palette), ground, 0.7));
+    own.setColor(kHovered, mixed(text(palette), ground, 0.08));
+    return own;
+}
+
 QColor mixed(const QColor& over, const QColor& under, double share) {
     const auto part = [share](int a, int b) {
         return static_cast<int>(std::lround(a * share + b * (1 - share)));

@@ -83,6 +83,9 @@ inline constexpr int kCodePlateRadius = 8;
 // Behind a notice of this kind.
 [[nodiscard]] QColor noticeGround(Notice::Kind kind, const QPalette& palette);
 
+// For controls on a ground that is no surface: their grounds, edges and lights as they show there.
+[[nodiscard]] QPalette paletteOn(const QColor& ground, const QPalette& palette);
+
 // The share of one colour over another.
 [[nodiscard]] QColor mixed(const QColor& over, const QColor& under, double share);
 
