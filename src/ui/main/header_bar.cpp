@@ -34,9 +34,12 @@ HeaderBar::HeaderBar(const Services& services) : m_services(services) {
     });
     m_badge = new StatBadge(shown("Sets"), TextColor::Blue);
 
+    // On the title's baseline.
+    const QFontMetrics large(theme::titleFont());
+    version->setContentsMargins(0, 0, 0, large.descent() - version->fontMetrics().descent());
     auto* const titleLine = new QHBoxLayout;
     titleLine->setSpacing(theme::kStep);
-    titleLine->addWidget(title);
+    titleLine->addWidget(title, 0, Qt::AlignBottom);
     titleLine->addWidget(version, 0, Qt::AlignBottom);
     titleLine->addStretch();
     auto* const texts = new QVBoxLayout;
@@ -44,9 +47,8 @@ HeaderBar::HeaderBar(const Services& services) : m_services(services) {
     texts->addLayout(titleLine);
     texts->addWidget(tagline);
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kMargin, theme::kStep + theme::kHalfStep, theme::kMargin,
-                            theme::kStep + theme::kHalfStep);
-    row->setSpacing(theme::kStep + theme::kHalfStep);
+    row->setContentsMargins(theme::kMargin, theme::kPadding, theme::kMargin, theme::kPadding);
+    row->setSpacing(theme::kPadding);
     row->addWidget(logo);
     row->addLayout(texts, 1);
     row->addWidget(m_update);

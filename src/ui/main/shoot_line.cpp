@@ -16,7 +16,7 @@ ShootLine::ShootLine(Commands& commands) {
     m_marker = new ActiveMarker;
     m_text = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "activeText");
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kHalfStep);
+    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep);
     row->setSpacing(theme::kStep);
     row->addWidget(commands.makeButton(CommandId::NewSet, "newSetButton"));
     row->addWidget(divider);

@@ -16,8 +16,8 @@ StatBadge::StatBadge(const QString& label, TextColor color, QWidget* parent)
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(m_value, 0, Qt::AlignHCenter);
-    column->addWidget(caption, 0, Qt::AlignHCenter);
+    column->addWidget(m_value, 0, Qt::AlignRight);
+    column->addWidget(caption, 0, Qt::AlignRight);
 }
 
 void StatBadge::setValue(const QString& value) {
