@@ -66,7 +66,6 @@ protected:
 // assistive technology is told beyond them, as data/main_window.txt has it.
 TEST_F(MainWindow, SaysTheseTextsFromTopToBottom) {
     EXPECT_EQ(openMain().windowTitle(), "Vantor Prep");
-    EXPECT_THAT(linesOf(find(main(), "emptyState")), ElementsAre("Maak een shoot aan om te beginnen"));
     EXPECT_EQ(textOf(main(), "shootName"), "Geen shoot geselecteerd");
     addShoot("Ibiza Zomer 2026");
     announceVersion("2.0", "https://vantor.example/2.0");
@@ -130,9 +129,11 @@ TEST_F(MainWindow, OffersWhatCanBeDoneWithoutAShootWithoutSetsAndWithThem) {
          {"on", "on", "on", "on"}},
         {{"exportCsvButton", "exportJsonButton", "bulkExportButton"}, {"off", "off", "on", "off"}},
         {{"saveButton"}, {"-", "off", "on", "off"}},
-        {{"deleteShootButton", "newSetButton", "openButton", "searchField", "setList", "scannerField"},
+        {{"deleteShootButton", "newSetButton", "openButton", "searchField", "scannerField"},
          {"-", "on", "on", "on"}},
-        {{"emptyState"}, {"on", "-", "-", "-"}}};
+        {{"setList"}, {"-", "-", "on", "-"}},
+        {{"emptyState", "emptyOpenButton"}, {"on", "-", "-", "-"}},
+        {{"noSets", "firstSetButton", "importFirstButton"}, {"-", "on", "-", "on"}}};
     std::map<std::string, Offers> offers;
     for (const auto& step :
          std::vector<std::function<void()>>{[] {}, [&] { addShoot("Leeg"); }, [&] { addSet("1"); },
@@ -150,6 +151,91 @@ TEST_F(MainWindow, OffersWhatCanBeDoneWithoutAShootWithoutSetsAndWithThem) {
         for (const auto* const name : names)
             EXPECT_EQ(offers[name], each) << name;
     }
+}
+
+TEST_F(MainWindow, SaysWhyThereIsNothingAndOffersWhatHelps) {
+    openMain();
+    const auto expectSays = [&](const char* name, const std::vector<std::string>& lines) {
+        EXPECT_EQ(linesOf(find(main(), name)), lines);
+    };
+    expectSays("emptyState",
+               {"Maak een shoot aan om te beginnen",
+                "Open...{Open een .vantor-bestand, bijv. een shoot geëxporteerd uit Vantor (Ctrl+O)}",
+                "of sleep een .vantor-bestand hierheen"});
+    click(main(), "emptyOpenButton");
+    EXPECT_THAT(m_dialogs.openedTypes, SizeIs(1));
+    addShoot("Leeg");
+    expectSays("noSets",
+               {"Nog geen sets", "+ Set{Maakt een set aan in deze shoot (Ctrl+T)} / Import CSV{Voegt de "
+                                 "sets uit een CSV-bestand toe aan een shoot (Ctrl+I)}"});
+    for (const auto& [button, opened] :
+         {std::pair("firstSetButton", "newSetSheet"), std::pair("importFirstButton", "importSheet")}) {
+        click(main(), button);
+        EXPECT_TRUE(isOpen(opened));
+        closeSheets();
+    }
+    addSet("1", "Marvis");
+    type(main(), "searchField", " Zout & <b>kreek ");
+    expectSays("noHits", {"Geen sets gevonden met \"Zout & <b>kreek\"", "Wis zoekopdracht"});
+    click(main(), "clearFruitlessSearch");
+    EXPECT_EQ(textOf(main(), "searchField"), "");
+    EXPECT_EQ(focused().objectName(), "searchField");
+    EXPECT_THAT(rows(), SizeIs(1));
+}
+
+// Where a row breaks is a matter of width alone, and where Tab goes is none of it.
+TEST_F(MainWindow, BreaksTheShootBarWhereItIsFullAndTabKeepsItsOrder) {
+    openMain();
+    addShoot("Zomer op Texel", "Noorderlicht");
+    addShoot("Zomer op Texel", "Noorderlicht");
+    const std::vector<const char*> order{"shootPicker",     "clientsButton",    "manualButton",
+                                         "importButton",    "exportCsvButton",  "exportJsonButton",
+                                         "generatorButton", "bulkExportButton", "catalogButton",
+                                         "newShootButton",  "deleteShootButton"};
+    for (const auto& [width, rows] :
+         {std::pair(1280, 1), std::pair(1240, 1), std::pair(1000, 2), std::pair(700, 2)}) {
+        SCOPED_TRACE(width);
+        main().resize(width, 500);
+        settle();
+        std::map<int, std::vector<QRect>> byRow;
+        for (const auto* const name : order) {
+            const auto& part = find(main(), name);
+            const QRect place(part.mapTo(&main(), QPoint()), part.size());
+            const int y = place.center().y();
+            const auto row =
+                std::ranges::find_if(byRow, [&](const auto& each) { return std::abs(each.first - y) < 8; });
+            byRow[row != byRow.end() ? row->first : y].push_back(place);
+        }
+        EXPECT_THAT(byRow, SizeIs(rows));
+        const auto& last = byRow.rbegin()->second;
+        EXPECT_EQ(last.back().right(), width - ui::theme::kMargin - 1);
+        if (rows == 2) {
+            EXPECT_THAT(last, SizeIs(8)) << "the commands";
+            EXPECT_EQ(last.front().left(), ui::theme::kMargin);
+            std::vector<int> gaps;
+            for (std::size_t i = 1; i < last.size(); ++i)
+                gaps.push_back(last[i].left() - last[i - 1].right());
+            EXPECT_LE(*std::ranges::max_element(gaps) - *std::ranges::min_element(gaps), 1)
+                << "evenly spread";
+        }
+        find(main(), "shootPicker").setFocus();
+        auto walked = namesOf(tabWalk());
+        // "Export" and its like are off while there are no sets.
+        walked.resize(8);
+        EXPECT_THAT(walked,
+                    ElementsAre("shootPicker", "clientsButton", "manualButton", "importButton",
+                                "generatorButton", "catalogButton", "newShootButton", "deleteShootButton"));
+    }
+}
+
+TEST_F(MainWindow, ShowsTwoWholeRowsAtItsLeastSize) {
+    openMainWithSets(5);
+    main().resize(1, 1);
+    settle();
+    EXPECT_EQ(main().size(), QSize(700, 500));
+    const auto& list = find<ui::RecyclingList>(main(), "setList");
+    EXPECT_GE(list.viewport()->visibleRegion().boundingRect().height(), 2 * list.rowHeight());
+    EXPECT_FALSE(find(main(), "scannerField").visibleRegion().isEmpty());
 }
 
 TEST_F(MainWindow, HidesThePickerBelowTwoShootsAndKeepsItsPlace) {
@@ -503,8 +589,9 @@ TEST_F(MainWindow, ActiveerSubmitsAnyTextAtOnce) {
 
 // --- what a scan shows
 
+// Beside the edge of the active one.
 [[nodiscard]] QColor groundOf(QWidget& row) {
-    return row.grab().toImage().pixelColor(2, 2);
+    return row.grab().toImage().pixelColor(6, 2);
 }
 
 TEST_F(MainWindow, ScanLightsItsRowUpForAMoment) {
@@ -516,7 +603,7 @@ TEST_F(MainWindow, ScanLightsItsRowUpForAMoment) {
     EXPECT_EQ(groundOf(*row), ui::theme::litUp(row->palette()));
     EXPECT_NE(groundOf(*row), before);
     EXPECT_NE(groundOf(*rows().at(0)), groundOf(*row));
-    EXPECT_TRUE(runUntil([&] { return groundOf(*row) == before; }));
+    EXPECT_TRUE(runUntil([&] { return groundOf(*row) == ui::theme::activeRow(row->palette()); }));
 }
 
 TEST_F(MainWindow, ScanScrollsItsRowOrThatOfTheNewSetIntoView) {

@@ -8,6 +8,7 @@
 #include "ui/frame/theme.h"
 #include "ui/frame/window_place.h"
 #include "ui/main/dropped_files.h"
+#include "ui/main/empty_state.h"
 #include "ui/main/header_bar.h"
 #include "ui/main/scanner_field.h"
 #include "ui/main/scanner_line.h"
@@ -53,6 +54,7 @@ PrepMainView::PrepMainView(const Services& services, std::function<void()> onOpe
     // Made from top to bottom, which is the order in which Tab walks them.
     auto* const all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
     makeMenuBar(*all);
     auto* const pane = new ScrollPane("mainPane");
     all->addWidget(pane);
@@ -87,25 +89,22 @@ void PrepMainView::makeMenuBar(QLayout& layout) {
     auto* const bar = named(new QMenuBar, "menuBar", shown("Menubalk"));
     m_commands.fill(*bar, [this] { updateCommands(); });
     layout.setMenuBar(bar);
+    layout.addWidget(new Divider(Qt::Horizontal));
 }
 
 QWidget* PrepMainView::makeEmptyState() {
-    auto* const empty = named(new QWidget, "emptyState");
-    auto* const hint =
-        new TextLabel(shown("Maak een shoot aan om te beginnen"), theme::bodyFont(), TextColor::Secondary);
-    auto* const column = new QVBoxLayout(empty);
-    column->setSpacing(theme::kStep);
-    column->addStretch();
-    column->addWidget(new SymbolLabel(QStringLiteral("camera"), 40, 0.3), 0, Qt::AlignHCenter);
-    column->addWidget(hint, 0, Qt::AlignHCenter);
-    column->addStretch();
+    auto* const open = m_commands.makeButton(CommandId::Open, "emptyOpenButton");
+    auto* const empty = new EmptyState("emptyState", QStringLiteral("camera"), {open},
+                                       shown("of sleep een .vantor-bestand hierheen"));
+    empty->setText(shown("Maak een shoot aan om te beginnen"));
     return empty;
 }
 
 QWidget* PrepMainView::makeContent() {
     m_shootLine = new ShootLine(m_commands);
     m_sets = new SetListView(
-        m_manager, rowActions(), [this] { m_renderSoon.request(); }, [this] { updateCommands(); });
+        m_manager, m_commands, rowActions(), [this] { m_renderSoon.request(); },
+        [this] { updateCommands(); });
     m_scannerLine = new ScannerLine([this](const std::string& text) { handleScan(text); });
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);

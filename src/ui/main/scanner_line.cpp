@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "ui/commands/commands.h"
 #include "ui/frame/theme.h"
+#include "ui/main/field_symbol.h"
 #include "ui/main/scanner_field.h"
 #include "ui/widgets/text.h"
 
@@ -26,9 +27,9 @@ ScannerLine::ScannerLine(std::function<void(const std::string& text)> onScan) : 
         m_field->setFocus();
     });
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep + theme::kHalfStep);
+    row->setContentsMargins(theme::kMargin, theme::kPadding, theme::kMargin, theme::kPadding);
     row->setSpacing(theme::kStep);
-    row->addWidget(new SymbolLabel(QStringLiteral("barcode"), theme::kSymbolSize));
+    putSymbolInto(*m_field, QStringLiteral("barcode"));
     row->addWidget(m_field, 1);
     row->addWidget(m_activate);
 }

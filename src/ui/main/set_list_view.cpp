@@ -1,7 +1,10 @@
 #include "ui/main/set_list_view.h"
 
+#include "base/text.h"
 #include "ui/commands/commands.h"
 #include "ui/frame/theme.h"
+#include "ui/main/empty_state.h"
+#include "ui/main/field_symbol.h"
 #include "ui/widgets/recycling_list.h"
 #include "ui/widgets/text.h"
 #include "view/set_filter.h"
@@ -9,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QShortcut>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -18,11 +22,12 @@ namespace {
 
 // How long a scanned row glows, in milliseconds.
 constexpr int kGlow = 900;
+constexpr int kClearButton = 24;
 
 } // namespace
 
-SetListView::SetListView(ShootManager& manager, SetRow::Actions actions, std::function<void()> onChange,
-                         std::function<void()> onCurrentChange)
+SetListView::SetListView(ShootManager& manager, Commands& commands, SetRow::Actions actions,
+                         std::function<void()> onChange, std::function<void()> onCurrentChange)
     : m_manager(manager),
       m_actions(std::move(actions)),
       m_onChange(std::move(onChange)),
@@ -36,8 +41,16 @@ SetListView::SetListView(ShootManager& manager, SetRow::Actions actions, std::fu
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeSearchLine());
+    column->addWidget(new Divider(Qt::Horizontal));
     m_list = makeList();
-    column->addWidget(m_list, 1);
+    makeEmptyStates(commands);
+    m_pages = new QStackedWidget;
+    m_pages->setAutoFillBackground(true);
+    m_pages->setBackgroundRole(QPalette::Button);
+    for (QWidget* const page : std::initializer_list<QWidget*>{m_list, m_noSets, m_noHits})
+        m_pages->addWidget(page);
+    column->addWidget(m_pages, 1);
+    column->addWidget(new Divider(Qt::Horizontal));
 }
 
 QWidget* SetListView::makeSearchLine() {
@@ -45,14 +58,12 @@ QWidget* SetListView::makeSearchLine() {
     Commands::tellShortcut(*m_search, m_search->placeholderText(), CommandId::Search);
     m_clearSearch =
         named(new SymbolButton(QStringLiteral("clear"), shown("Zoekopdracht wissen")), "clearSearchButton");
-    m_searchCount =
-        named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "searchCount");
+    m_clearSearch->setFixedSize(kClearButton, kClearButton);
+    m_clearSearch->setCursor(Qt::ArrowCursor);
+    m_searchCount = named(new CountLabel(theme::captionFont(), TextColor::Secondary), "searchCount");
     // At once: the next keys may already be those that lead to the list and choose in it.
     QObject::connect(m_search, &QLineEdit::textChanged, this, [this] { render(); });
-    QObject::connect(m_clearSearch, &QToolButton::clicked, this, [this] {
-        m_search->clear();
-        m_search->setFocus();
-    });
+    QObject::connect(m_clearSearch, &QToolButton::clicked, this, [this] { clearSearch(); });
     const auto onKey = [this](Qt::Key key, auto action) {
         auto* const shortcut = new QShortcut(key, m_search);
         shortcut->setContext(Qt::WidgetShortcut);
@@ -63,13 +74,29 @@ QWidget* SetListView::makeSearchLine() {
 
     auto* const line = new QWidget;
     auto* const row = new QHBoxLayout(line);
-    row->setContentsMargins(theme::kMargin, theme::kHalfStep, theme::kMargin, theme::kStep);
-    row->setSpacing(theme::kStep);
-    row->addWidget(new SymbolLabel(QStringLiteral("magnifier"), theme::kSymbolSize));
-    row->addWidget(m_search, 1);
-    row->addWidget(m_clearSearch);
-    row->addWidget(m_searchCount);
+    row->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kStep);
+    row->addWidget(m_search);
+    // Within the field, so that it keeps its width as they come and go.
+    auto* const parts = putSymbolInto(*m_search, QStringLiteral("magnifier"));
+    parts->addWidget(m_clearSearch);
+    parts->addWidget(m_searchCount);
     return line;
+}
+
+void SetListView::clearSearch() {
+    m_search->clear();
+    m_search->setFocus();
+}
+
+void SetListView::makeEmptyStates(Commands& commands) {
+    m_noSets = new EmptyState("noSets", QStringLiteral("list"),
+                              {commands.makeButton(CommandId::NewSet, "firstSetButton"),
+                               commands.makeButton(CommandId::ImportCsv, "importFirstButton")});
+    m_noSets->setText(shown("Nog geen sets"));
+    auto* const clear =
+        named(new QPushButton(shown("Wis zoekopdracht")), "clearFruitlessSearch", shown("Wis zoekopdracht"));
+    QObject::connect(clear, &QPushButton::clicked, this, [this] { clearSearch(); });
+    m_noHits = new EmptyState("noHits", QStringLiteral("magnifier"), {clear});
 }
 
 RecyclingList* SetListView::makeList() {
@@ -108,6 +135,7 @@ RecyclingList* SetListView::makeList() {
     };
     rows.currentChanged = [this] { m_onCurrentChange(); };
     auto* const list = named(new RecyclingList(std::move(rows)), "setList", shown("Sets"));
+    list->layScrollBarOverRows();
     return list;
 }
 
@@ -120,6 +148,9 @@ void SetListView::render() {
     m_clearSearch->setVisible(searching);
     m_searchCount->setVisible(searching);
     m_searchCount->setText(QStringLiteral("%1/%2").arg(m_filtered.size()).arg(sets.size()));
+    const int behind = m_clearSearch->width() + m_searchCount->sizeHint().width() + 2 * theme::kStep;
+    m_search->setTextMargins(kRoomOfSymbol, 0, searching ? behind : 0, 0);
+    renderPage(!sets.empty());
     const auto count = static_cast<int>(m_filtered.size());
     const auto shownShoot = shoot != nullptr ? std::optional(shoot->id) : std::nullopt;
     const auto search = m_search->text();
@@ -131,6 +162,18 @@ void SetListView::render() {
         m_list->showFound(count);
     else
         m_list->setRowCount(count);
+}
+
+void SetListView::renderPage(bool hasSets) {
+    // First of all, as what it stands for has its size only while it is shown.
+    if (!hasSets)
+        m_pages->setCurrentWidget(m_noSets);
+    else if (!m_filtered.empty())
+        m_pages->setCurrentWidget(m_list);
+    else
+        m_pages->setCurrentWidget(m_noHits);
+    m_noHits->setText(
+        shown("Geen sets gevonden met \"%1\"").arg(shownData(trimmed(typed(m_search->text())))));
 }
 
 std::optional<int> SetListView::rowOf(const std::optional<Uuid>& id) const {

@@ -1,9 +1,10 @@
-// SetListView: the search line and the list of the active shoot's sets.
+// SetListView: the search line and the list of the active shoot's sets, or why there is nothing in it.
 //
 // The list follows sets, not places; a shoot opens at its active set, or at its top.
 #pragma once
 
 #include "store/shoot_manager.h"
+#include "ui/commands/commands.h"
 #include "ui/main/set_row.h"
 #include "ui/widgets/widgets.h"
 
@@ -12,15 +13,18 @@
 #include <optional>
 #include <vector>
 
+class QStackedWidget;
+
 namespace vantor::ui {
 
+class EmptyState;
 class RecyclingList;
 
 class SetListView : public QWidget {
 public:
     // `onChange` hears when what is shown is to be rendered anew, `onCurrentChange` when another row is current.
-    SetListView(ShootManager& manager, SetRow::Actions actions, std::function<void()> onChange,
-                std::function<void()> onCurrentChange);
+    SetListView(ShootManager& manager, Commands& commands, SetRow::Actions actions,
+                std::function<void()> onChange, std::function<void()> onCurrentChange);
 
     // Shows the active shoot's sets that the search finds.
     void render();
@@ -38,6 +42,10 @@ public:
 private:
     QWidget* makeSearchLine();
     RecyclingList* makeList();
+    void makeEmptyStates(Commands& commands);
+    void clearSearch();
+    // The list, or what stands in its place.
+    void renderPage(bool hasSets);
     [[nodiscard]] const SetData* setAt(int row) const;
     [[nodiscard]] std::optional<int> rowOf(const std::optional<Uuid>& id) const;
 
@@ -53,8 +61,11 @@ private:
     QTimer m_litUpTimer;
     QLineEdit* m_search = nullptr;
     QToolButton* m_clearSearch = nullptr;
-    TextLabel* m_searchCount = nullptr;
+    CountLabel* m_searchCount = nullptr;
+    QStackedWidget* m_pages = nullptr;
     RecyclingList* m_list = nullptr;
+    EmptyState* m_noSets = nullptr;
+    EmptyState* m_noHits = nullptr;
 };
 
 } // namespace vantor::ui

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPickerWidth = 200;
 // In characters.
-constexpr int kLeastTitle = 16;
+constexpr int kLeastTitle = 20;
 
 } // namespace
 
@@ -55,7 +55,7 @@ QWidget* ShootBar::makeTitle() {
     m_client = named(new Tag(Tag::Kind::Client), "clientTag");
     m_shootCount = named(new CountLabel(theme::captionFont(), TextColor::Secondary), "shootCount");
     auto* const nameLine = new QHBoxLayout;
-    nameLine->setSpacing(theme::kStep);
+    nameLine->setSpacing(theme::kHalfStep);
     nameLine->addWidget(m_shootName);
     nameLine->addWidget(m_client);
     nameLine->addStretch();

@@ -10,11 +10,12 @@
 namespace vantor::ui {
 namespace {
 
-constexpr int kBetweenCommands = 2;
-
+// Symbols have room around them of their own.
 int between(ShootBarLayout::Part one, ShootBarLayout::Part next) {
-    const auto command = ShootBarLayout::Part::Command;
-    return one == command && next == command ? kBetweenCommands : theme::kPadding;
+    using enum ShootBarLayout::Part;
+    if (one == Command && next == Command)
+        return 0;
+    return one == Picker && next == Last ? theme::kPadding : theme::kHalfStep;
 }
 
 // Whether it is shown or not.
@@ -37,7 +38,7 @@ void placeIn(QLayoutItem& item, const QRect& room) {
 
 ShootBarLayout::ShootBarLayout() {
     setContentsMargins(theme::kMargin, theme::kStep, theme::kMargin, theme::kStep);
-    setSpacing(theme::kPadding);
+    setSpacing(theme::kStep);
 }
 
 ShootBarLayout::~ShootBarLayout() = default;
@@ -92,7 +93,7 @@ std::vector<int> ShootBarLayout::columnsWithin(int width) const {
         std::vector<int> columns(perRow, 0);
         for (std::size_t i = 0; i < commands.size(); ++i)
             columns[i % perRow] = std::max(columns[i % perRow], sizeOf(*commands[i]->item).width());
-        if (perRow <= 1 || sum(columns) + kBetweenCommands * (static_cast<int>(perRow) - 1) <= width)
+        if (perRow <= 1 || sum(columns) <= width)
             return columns;
     }
 }
