@@ -69,12 +69,11 @@ QWidget* QRGeneratorView::makeForm() {
 
     auto* const group = new QGroupBox;
     auto* const column = new QVBoxLayout(group);
-    column->setSpacing(theme::kStep);
-    column->addWidget(new TextLabel(shown("QR Generator"), theme::titleFont(), TextColor::Primary));
+    column->setSpacing(theme::kMargin);
+    column->addWidget(new TextLabel(shown("QR Generator"), theme::titleFont(), TextColor::Primary, true));
     column->addWidget(new TextLabel(shown("Set info"), theme::headlineFont(), TextColor::Primary));
     const auto addLabelled = [&](const QString& label, QLineEdit* field) {
-        column->addWidget(new TextLabel(label, theme::captionFont(), TextColor::Secondary));
-        column->addWidget(field);
+        column->addLayout(labelled(label, field));
         QObject::connect(field, &QLineEdit::textChanged, this, [this] { render(); });
         QObject::connect(field, &QLineEdit::returnPressed, this, [this] { generate(); });
     };
@@ -82,11 +81,12 @@ QWidget* QRGeneratorView::makeForm() {
     addLabelled(shown("Merk"), m_brand);
     addLabelled(shown("Model"), m_model);
     addLabelled(shown("Locatie"), m_location);
-    column->addSpacing(theme::kStep);
-    column->addWidget(new TextLabel(shown("Items"), theme::headlineFont(), TextColor::Primary));
-    column->addWidget(m_items);
-    column->addWidget(m_items->addButton(), 0, Qt::AlignLeft);
-    column->addSpacing(theme::kStep);
+    auto* const items = new QVBoxLayout;
+    items->setSpacing(theme::kStep);
+    items->addWidget(new TextLabel(shown("Items"), theme::headlineFont(), TextColor::Primary));
+    items->addWidget(m_items);
+    items->addWidget(m_items->addButton(), 0, Qt::AlignLeft);
+    column->addLayout(items);
     column->addWidget(generateButton);
     m_items->setOnReturn([this] { generate(); });
     QObject::connect(generateButton, &QPushButton::clicked, this, [this] { generate(); });
@@ -122,6 +122,7 @@ QWidget* QRGeneratorView::makeCodePane() {
     QObject::connect(copyButton, &QPushButton::clicked, this, [this] { copy(); });
     QObject::connect(saveButton, &QPushButton::clicked, this, [this] { saveQR(); });
     auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(theme::kStep);
     buttons->addStretch();
     buttons->addWidget(copyButton);
     buttons->addWidget(saveButton);

@@ -4,7 +4,7 @@
 #include "ui/frame/beside_window.h"
 #include "ui/frame/file_notices.h"
 #include "ui/frame/theme.h"
-#include "ui/widgets/list_row.h"
+#include "ui/sheets/two_line_row.h"
 #include "ui/widgets/recycling_list.h"
 #include "ui/widgets/text.h"
 #include "view/proposed_names.h"
@@ -16,6 +16,7 @@
 #include <QProgressDialog>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <atomic>
 #include <utility>
 
@@ -44,32 +45,15 @@ QString spokenName(const SetData& set) {
     return headline.isEmpty() ? shown("Set zonder nummer en merk") : headline;
 }
 
-class CardRow : public ListRow {
+class CardRow : public TwoLineRow {
 public:
     Uuid id;
     QCheckBox* box;
-    ElidedLabel* headline;
-    ElidedLabel* items;
 
-    CardRow() {
-        setObjectName(QStringLiteral("cardRow"));
+    CardRow() : TwoLineRow("cardRow", "cardHeadline", "cardItems") {
         box = named(new QCheckBox, "cardCheckBox");
-        headline = named(new ElidedLabel(theme::bodyFont(), TextColor::Primary), "cardHeadline");
-        items = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "cardItems");
-        auto* const texts = new QVBoxLayout;
-        texts->setSpacing(0);
-        texts->addStretch();
-        texts->addWidget(headline);
-        texts->addWidget(items);
-        texts->addStretch();
-        auto* const row = new QHBoxLayout(this);
-        row->setContentsMargins(theme::kStep, 0, theme::kStep, 0);
-        row->setSpacing(theme::kStep);
-        row->addWidget(box);
-        row->addLayout(texts, 1);
+        addAtLeft(box);
     }
-
-    [[nodiscard]] QSize sizeHint() const override { return {200, 48}; }
 
 protected:
     // The texts are the check box's label.
@@ -85,23 +69,29 @@ BulkQRExportSheet::BulkQRExportSheet(QWidget* over, SetList sets, std::string sh
       m_selection(std::move(sets)),
       m_shootName(std::move(shootName)) {
     setFirstSize(kWidth, kHeight);
-    column()->setSpacing(theme::kMargin);
     addTitle(shown("Bulk QR-export"));
     addExplanation(shown("Exporteer QR-kaarten van meerdere sets in één PDF, klaar om te printen."));
     column()->addWidget(makeDensityPicker());
 
     m_selectAll = named(new QPushButton, "selectAllButton");
     m_selectAll->setAutoDefault(false);
+    for (const auto& text : {shown("Selecteer alles"), shown("Deselecteer alles")}) {
+        m_selectAll->setText(text);
+        m_selectAll->setMinimumWidth(std::max(m_selectAll->minimumWidth(), m_selectAll->sizeHint().width()));
+    }
     m_count = named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "selectedCount");
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
     row->addWidget(m_selectAll);
     row->addWidget(m_count);
     row->addStretch();
-    column()->addLayout(row);
     m_list = makeList();
     m_list->setMinimumHeight(kListHeight);
-    column()->addWidget(m_list, 1);
+    auto* const choice = new QVBoxLayout;
+    choice->setSpacing(theme::kStep);
+    choice->addLayout(row);
+    choice->addWidget(m_list, 1);
+    column()->addLayout(choice, 1);
     m_export = named(new ProminentButton(shown("Exporteer PDF...")), "exportButton");
     m_export->setAutoDefault(false);
     addCancelButton(m_export);
@@ -154,12 +144,12 @@ RecyclingList* BulkQRExportSheet::makeList() {
         const auto& set = m_selection.sets()[static_cast<std::size_t>(place)];
         row.id = set.id;
         row.box->setChecked(m_selection.isSelected(set.id));
-        row.headline->setText(qstring(shownHeadline(set)));
+        row.headline()->setText(qstring(shownHeadline(set)));
         QStringList names;
         for (const auto& item : set.items)
             names.append(shownData(item.name));
-        row.items->setVisible(!names.isEmpty());
-        row.items->setText(names.join(QStringLiteral(", ")));
+        row.caption()->setVisible(!names.isEmpty());
+        row.caption()->setText(names.join(QStringLiteral(", ")));
         if (const auto name = spokenName(set); row.box->accessibleName() != name)
             row.box->setAccessibleName(name);
         row.setCurrent(isCurrent);

@@ -6,7 +6,7 @@
 #include "ui/frame/theme.h"
 #include "ui/sheets/catalog_import_sheet.h"
 #include "ui/sheets/edit_product_sheet.h"
-#include "ui/widgets/list_row.h"
+#include "ui/sheets/two_line_row.h"
 #include "ui/widgets/recycling_list.h"
 #include "ui/widgets/text.h"
 #include "view/proposed_names.h"
@@ -27,39 +27,20 @@ constexpr int kAllBrands = 0;
 constexpr int kGeneral = 1;
 constexpr int kFirstBrand = 2;
 
-class ProductRow : public ListRow {
+class ProductRow : public TwoLineRow {
 public:
-    ElidedLabel* name;
-    ElidedLabel* colors;
     QPushButton* edit;
     QPushButton* remove;
     int place = 0;
 
-    ProductRow() {
-        setObjectName(QStringLiteral("productRow"));
-        name = named(new ElidedLabel(theme::bodyFont(), TextColor::Primary), "productName");
-        colors = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), "productColors");
+    ProductRow() : TwoLineRow("productRow", "productName", "productColors") {
         edit = named(new QPushButton(shown("Bewerken")), "editProductButton");
         remove = named(new QPushButton(shown("Verwijderen")), "deleteProductButton");
         for (auto* const button : {edit, remove}) {
             button->setAutoDefault(false);
-            button->setFont(theme::captionFont());
+            addAtRight(button);
         }
-        auto* const texts = new QVBoxLayout;
-        texts->setSpacing(0);
-        texts->addStretch();
-        texts->addWidget(name);
-        texts->addWidget(colors);
-        texts->addStretch();
-        auto* const row = new QHBoxLayout(this);
-        row->setContentsMargins(theme::kStep, 0, theme::kStep, 0);
-        row->setSpacing(theme::kStep);
-        row->addLayout(texts, 1);
-        row->addWidget(edit);
-        row->addWidget(remove);
     }
-
-    [[nodiscard]] QSize sizeHint() const override { return {200, 48}; }
 };
 
 } // namespace
@@ -76,10 +57,7 @@ CatalogSheet::CatalogSheet(QWidget* over, ProductCatalog& catalog, const std::st
     makeBrandBar();
     m_list = makeList();
     m_none = named(new TextLabel(QString(), theme::bodyFont(), TextColor::Secondary, true), "noProducts");
-    m_none->setAlignment(Qt::AlignCenter);
-    m_stack = new QStackedWidget;
-    m_stack->addWidget(m_list);
-    m_stack->addWidget(m_none);
+    m_stack = listOrText(m_list, m_none);
     column()->addWidget(m_stack, 1);
     makeNewProductRow();
     addCloseButton();
@@ -89,8 +67,6 @@ CatalogSheet::CatalogSheet(QWidget* over, ProductCatalog& catalog, const std::st
 }
 
 void CatalogSheet::makeTop() {
-    auto* const title =
-        named(new TextLabel(shown("Productcatalogus"), theme::titleFont(), TextColor::Primary), "sheetTitle");
     auto* const import = named(new QPushButton(shown("Import CSV")), "importButton");
     auto* const exportButton = named(new QPushButton(shown("Export CSV")), "exportButton");
     import->setAutoDefault(false);
@@ -99,13 +75,7 @@ void CatalogSheet::makeTop() {
         (new CatalogImportSheet(this, m_catalog, m_filter.brandForNew(), m_services))->open();
     });
     QObject::connect(exportButton, &QPushButton::clicked, this, [this] { exportCSV(); });
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(theme::kStep);
-    row->addWidget(title);
-    row->addStretch();
-    row->addWidget(import);
-    row->addWidget(exportButton);
-    column()->addLayout(row);
+    addTitle(shown("Productcatalogus"), {import, exportButton});
     addExplanation(
         shown("Producten die je hier toevoegt kun je bij het aanmaken van een set direct kiezen, zonder "
               "opnieuw te typen. Per merk gescheiden, zodat je niet door andermans producten hoeft te "
@@ -116,11 +86,11 @@ void CatalogSheet::makeTop() {
 void CatalogSheet::makeBrandBar() {
     m_brandPicker = named(new ComboBox, "brandPicker", shown("Merk"));
     m_brandPicker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_brandPicker->setMinimumWidth(180);
     m_deleteBrand =
         named(new SymbolButton(QStringLiteral("trash"),
                                shown("Merk verwijderen uit de lijst (producten blijven bestaan)")),
               "deleteBrandButton");
+    keepRoomOf(m_deleteBrand);
     m_newBrandName = makeField("newBrandField", shown("Nieuw merk..."));
     auto* const add = named(new QPushButton(shown("+ Merk")), "addBrandButton");
     add->setAutoDefault(false);
@@ -137,16 +107,12 @@ void CatalogSheet::makeBrandBar() {
     QObject::connect(m_deleteBrand, &QToolButton::clicked, this, [this] { deleteBrand(); });
     QObject::connect(m_newBrandName, &QLineEdit::returnPressed, this, [this] { addBrand(); });
     QObject::connect(add, &QPushButton::clicked, this, [this] { addBrand(); });
-    auto* const label = new TextLabel(shown("Merk"), theme::bodyFont(), TextColor::Primary);
-    label->setBuddy(m_brandPicker);
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(label);
-    row->addWidget(m_brandPicker, 1);
-    row->addWidget(m_deleteBrand);
-    row->addSpacing(theme::kStep);
-    row->addWidget(m_newBrandName, 1);
-    row->addWidget(add);
+    row->addLayout(labelled(shown("Merk"), m_brandPicker), 1);
+    row->addWidget(m_deleteBrand, 0, Qt::AlignBottom);
+    row->addLayout(labelled(shown("Naam van het merk"), m_newBrandName), 1);
+    row->addWidget(add, 0, Qt::AlignBottom);
     column()->addLayout(row);
 }
 
@@ -163,9 +129,9 @@ void CatalogSheet::makeNewProductRow() {
     QObject::connect(m_addProduct, &QPushButton::clicked, this, [this] { addProduct(); });
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(m_newName, 4);
-    row->addWidget(m_newColors, 5);
-    row->addWidget(m_addProduct);
+    row->addLayout(labelled(shown("Nieuw product"), m_newName), 4);
+    row->addLayout(labelled(shown("Kleuren"), m_newColors), 5);
+    row->addWidget(m_addProduct, 0, Qt::AlignBottom);
     column()->addLayout(row);
 }
 
@@ -184,12 +150,12 @@ RecyclingList* CatalogSheet::makeList() {
             return;
         auto& row = static_cast<ProductRow&>(widget);
         row.place = place;
-        row.name->setText(shownData(product->name));
+        row.headline()->setText(shownData(product->name));
         QStringList colors;
         for (const auto& color : product->colors)
             colors.append(shownData(color));
-        row.colors->setText(colors.join(QStringLiteral(", ")));
-        row.colors->setVisible(!product->colors.empty());
+        row.caption()->setText(colors.join(QStringLiteral(", ")));
+        row.caption()->setVisible(!product->colors.empty());
         row.setCurrent(isCurrent);
     };
     rows.key = [this](int place) {
@@ -202,9 +168,7 @@ RecyclingList* CatalogSheet::makeList() {
     };
     rows.activate = [this](int place) { editProduct(place); };
     rows.remove = [this](int place) { deleteProduct(place); };
-    auto* const list = named(new RecyclingList(std::move(rows)), "productList", shown("Producten"));
-    list->showFrame();
-    return list;
+    return named(new RecyclingList(std::move(rows)), "productList", shown("Producten"));
 }
 
 void CatalogSheet::render() {

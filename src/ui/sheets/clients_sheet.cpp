@@ -33,13 +33,15 @@ public:
                       QStringLiteral("trash"),
                       shown("Verwijderen uit de lijst (shoots/producten met deze klant blijven bestaan)")),
                   "deleteClientButton");
+        keepRoomOf(remove);
         auto* const row = new QHBoxLayout(this);
-        row->setContentsMargins(theme::kStep, 0, theme::kStep, 0);
+        row->setContentsMargins(theme::kPadding, theme::kHalfStep, theme::kPadding, theme::kHalfStep);
+        row->setSpacing(theme::kStep);
         row->addWidget(label, 1);
         row->addWidget(remove);
     }
 
-    [[nodiscard]] QSize sizeHint() const override { return {200, 40}; }
+    [[nodiscard]] QSize sizeHint() const override { return {200, layout()->minimumSize().height()}; }
 };
 
 } // namespace
@@ -59,17 +61,14 @@ ClientsSheet::ClientsSheet(QWidget* over, ProductCatalog& catalog, std::vector<s
     m_add->setAutoDefault(false);
     auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(m_newClientName, 1);
-    row->addWidget(m_add);
+    row->addLayout(labelled(shown("Naam van de klant"), m_newClientName), 1);
+    row->addWidget(m_add, 0, Qt::AlignBottom);
     column()->addLayout(row);
 
     m_list = makeList();
     auto* const none = new TextLabel(shown("Nog geen klanten. Voeg er hierboven een toe."), theme::bodyFont(),
                                      TextColor::Secondary, true);
-    none->setAlignment(Qt::AlignCenter);
-    m_stack = new QStackedWidget;
-    m_stack->addWidget(m_list);
-    m_stack->addWidget(none);
+    m_stack = listOrText(m_list, none);
     column()->addWidget(m_stack, 1);
     addCloseButton();
 
@@ -109,9 +108,7 @@ RecyclingList* ClientsSheet::makeList() {
         // At once: the next key would find the deleted name still in its place.
         render();
     };
-    auto* const list = named(new RecyclingList(std::move(rows)), "clientList", shown("Klanten"));
-    list->showFrame();
-    return list;
+    return named(new RecyclingList(std::move(rows)), "clientList", shown("Klanten"));
 }
 
 bool ClientsSheet::isStored(const std::string& name) const {

@@ -64,17 +64,20 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
     m_csvText = named(new LargeTextEdit, "csvText", shown("CSV-tekst"));
     m_csvText->setFont(theme::monospacedFont());
     m_csvText->setMinimumHeight(kLeastEditorHeight);
+    m_csvText->document()->setDocumentMargin(theme::kStep);
     m_csvText->setTabChangesFocus(true);
     m_csvText->setLineWrapMode(QPlainTextEdit::NoWrap);
     // A dropped file is to be read, not pasted as its address.
     m_csvText->setAcceptDrops(false);
     auto* const example =
         named(new TextLabel(texts.example, theme::monospacedFont(), TextColor::Secondary, true), "example");
-    if (texts.exampleFirst)
+    auto* const group = labelled(shown("CSV-tekst"), m_csvText);
+    if (texts.exampleFirst) {
         column()->addWidget(example);
-    column()->addWidget(m_csvText, 1);
-    if (!texts.exampleFirst)
-        column()->addWidget(example);
+    } else {
+        group->addSpacing(theme::kHalfStep);
+        group->addWidget(example);
+    }
 
     auto* const choose = named(new QPushButton(shown("Kies bestand...")), "chooseFileButton");
     choose->setAutoDefault(false);
@@ -91,7 +94,9 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
     row->addWidget(m_resultLabel, 1);
     row->addStretch();
     row->addWidget(m_onlyBeginning, 0, Qt::AlignRight);
-    column()->addLayout(row);
+    group->addSpacing(theme::kHalfStep);
+    group->addLayout(row);
+    column()->addLayout(group, 1);
     m_import = named(new ProminentButton(shown("Importeer")), "importButton");
     m_import->setAutoDefault(false);
     m_import->setEnabled(false);

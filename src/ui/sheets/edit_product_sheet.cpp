@@ -35,9 +35,9 @@ EditProductSheet::EditProductSheet(QWidget* over, ProductCatalog& catalog, const
     m_brand->setCurrentIndex(std::max(0, m_brand->findData(qstring(product.brand))));
     m_save = named(new ProminentButton(shown("Opslaan")), "confirmButton");
     m_save->setAutoDefault(false);
-    column()->addWidget(m_name);
-    column()->addWidget(m_colors);
-    column()->addWidget(m_brand);
+    addField(shown("Productnaam"), m_name);
+    addField(shown("Kleuren"), m_colors);
+    addField(shown("Merk"), m_brand);
     addCancelButton(m_save);
 
     const auto enable = [this] { m_save->setEnabled(!trimmed(typed(m_name->text())).empty()); };

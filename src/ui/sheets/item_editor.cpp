@@ -23,7 +23,7 @@ ItemEditor::ItemEditor(Style style, QWidget* before, std::function<void()> onCha
       m_onChange(std::move(onChange)) {
     m_column = new QVBoxLayout(this);
     m_column->setContentsMargins(0, 0, 0, 0);
-    m_column->setSpacing(theme::kHalfStep);
+    m_column->setSpacing(theme::kStep);
     m_addButton = named(new QPushButton(shown("+ Item toevoegen")), "addItemButton");
     m_addButton->setFont(theme::captionFont());
     m_addButton->setAutoDefault(false);
@@ -88,6 +88,7 @@ void ItemEditor::addLine(const ItemPair& pair) {
     auto* const color = makeField("itemColor", shown("Kleur"));
     auto* const remove =
         named(new SymbolButton(QStringLiteral("minus"), shown("Item verwijderen")), "removeItemButton");
+    keepRoomOf(remove);
     // An item's name is to be read while it is typed.
     name->setMinimumWidth(
         std::max(name->minimumWidth(), kLeastNameCharacters * fontMetrics().averageCharWidth()));

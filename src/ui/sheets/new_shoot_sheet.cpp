@@ -36,15 +36,13 @@ NewShootSheet::NewShootSheet(QWidget* over, ShootManager& manager, ProductCatalo
     m_create = named(new ProminentButton(shown("Aanmaken")), "createButton");
     m_create->setAutoDefault(false);
 
-    column()->addWidget(m_name);
-    column()->addWidget(m_location);
-    auto* const clientLine = new QWidget;
-    auto* const row = new QHBoxLayout(clientLine);
-    row->setContentsMargins(0, 0, 0, 0);
+    addField(shown("Naam"), m_name);
+    addField(shown("Locatie"), m_location);
+    auto* const row = new QHBoxLayout;
     row->setSpacing(theme::kStep);
-    row->addWidget(m_client, 1);
-    row->addWidget(manage);
-    addField(shown("Klant (optioneel)"), clientLine);
+    row->addLayout(labelled(shown("Klant (optioneel)"), m_client), 1);
+    row->addWidget(manage, 0, Qt::AlignBottom);
+    column()->addLayout(row);
     addCancelButton(m_create);
 
     QObject::connect(m_name, &QLineEdit::textChanged, this, [this] { render(); });

@@ -64,7 +64,6 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
     addField(shown("Model"), m_model);
     addField(shown("Locatie"), m_location);
     addField(shown("E-mail (optioneel)"), m_email);
-    addField(shown("Items"), m_items);
 
     const auto* const shoot = m_manager.activeShoot();
     if (shoot != nullptr)
@@ -77,7 +76,10 @@ void SetSheet::makeForm(const ProductCatalog& catalog) {
     row->addWidget(m_items->addButton());
     row->addWidget(picker);
     row->addStretch();
-    column()->addLayout(row);
+    auto* const items = labelled(shown("Items"), m_items);
+    items->addSpacing(theme::kHalfStep);
+    items->addLayout(row);
+    column()->addLayout(items);
     addCancelButton(m_confirm);
 
     // Return walks on, so that no set is added that is half typed.

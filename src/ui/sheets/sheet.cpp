@@ -3,11 +3,13 @@
 #include "ui/frame/notice_strip.h"
 #include "ui/frame/theme.h"
 #include "ui/frame/window_place.h"
+#include "ui/widgets/recycling_list.h"
 #include "ui/widgets/scroll_pane.h"
 #include "ui/widgets/text.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -22,7 +24,10 @@ Sheet::Sheet(QWidget* over, const char* objectName, const QString& title) : QDia
     m_pane = new ScrollPane("sheetPane");
     m_column = new QVBoxLayout(m_pane->contents());
     m_column->setContentsMargins(theme::kSheetMargin, theme::kSheetMargin, theme::kSheetMargin, 0);
-    m_column->setSpacing(theme::kStep);
+    m_column->setSpacing(theme::kMargin);
+    m_heading = new QVBoxLayout;
+    m_heading->setSpacing(theme::kStep);
+    m_column->addLayout(m_heading);
     m_buttons = new QHBoxLayout;
     m_buttons->setContentsMargins(theme::kSheetMargin, theme::kMargin, theme::kSheetMargin,
                                   theme::kSheetMargin);
@@ -57,49 +62,61 @@ int Sheet::heightForAll(int width) const {
     return m_pane->heightForAll(width) + m_buttons->sizeHint().height();
 }
 
+void Sheet::allowHeight() {
+    setMaximumHeight(m_pane->canGrow() ? QWIDGETSIZE_MAX : std::max(m_heightForAll, minimumHeight()));
+}
+
 void Sheet::openAtFirstSize() {
     ensurePolished();
     const QSize room = roomOnScreen(*this);
-    const int width = std::min(std::max(m_first.width(), layout()->minimumSize().width()), room.width());
+    const QSize asked = m_first;
+    const int width = std::min(std::max(asked.width(), layout()->minimumSize().width()), room.width());
     m_heightForAll = heightForAll(width);
     layout()->activate();
     allowForScreen(*this);
-    resize(width, std::min(std::max(m_first.height(), m_heightForAll), room.height()));
+    allowHeight();
+    resize(width, std::min(std::max(asked.height(), m_heightForAll), room.height()));
 }
 
 void Sheet::followContents() {
     const int needed = heightForAll(width());
     const bool showedAll = height() >= m_heightForAll;
     m_heightForAll = needed;
-    setMaximumHeight(m_pane->canGrow() ? QWIDGETSIZE_MAX : std::max(needed, minimumHeight()));
+    allowHeight();
     const int height = std::min(needed, roomOnScreen(*this).height());
-    if (!showedAll || this->height() >= height)
-        return;
-    resize(width(), height);
-    moveOntoScreen(*this);
+    if (showedAll && this->height() < height) {
+        resize(width(), height);
+        moveOntoScreen(*this);
+    }
 }
 
-TextLabel* Sheet::addTitle(const QString& title) {
-    auto* const label =
-        named(new TextLabel(title, theme::titleFont(), TextColor::Primary, true), "sheetTitle");
-    m_column->addWidget(label);
-    return label;
+void Sheet::addTitle(const QString& title, std::initializer_list<QWidget*> beside) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(theme::kStep);
+    row->addWidget(named(new TextLabel(title, theme::titleFont(), TextColor::Primary, true), "sheetTitle"),
+                   1);
+    for (auto* const each : beside)
+        row->addWidget(each);
+    m_heading->addLayout(row);
 }
 
-TextLabel* Sheet::addExplanation(const QString& text) {
-    auto* const label = new TextLabel(text, theme::captionFont(), TextColor::Secondary, true);
-    m_column->addWidget(label);
-    return label;
+void Sheet::addExplanation(const QString& text) {
+    m_heading->addWidget(new TextLabel(text, theme::captionFont(), TextColor::Secondary, true));
 }
 
 void Sheet::addField(const QString& label, QWidget* field) {
-    auto* const above = new TextLabel(label, theme::captionFont(), TextColor::Secondary);
-    above->setBuddy(field);
-    auto* const both = new QVBoxLayout;
-    both->setSpacing(theme::kHalfStep / 2);
-    both->addWidget(above);
-    both->addWidget(field);
-    m_column->addLayout(both);
+    m_column->addLayout(labelled(label, field));
+}
+
+QStackedWidget* Sheet::listOrText(RecyclingList* list, TextLabel* text) {
+    list->showFrame();
+    text->setFrameShape(QFrame::StyledPanel);
+    text->setAlignment(Qt::AlignCenter);
+    text->setMargin(theme::kPadding);
+    auto* const both = new QStackedWidget;
+    both->addWidget(list);
+    both->addWidget(text);
+    return both;
 }
 
 QPushButton* Sheet::addCancelButton(QWidget* prominent) {

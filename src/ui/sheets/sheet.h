@@ -9,12 +9,15 @@
 #include "ui/widgets/widgets.h"
 
 #include <QDialog>
+#include <initializer_list>
 
 class QHBoxLayout;
+class QStackedWidget;
 class QVBoxLayout;
 
 namespace vantor::ui {
 
+class RecyclingList;
 class ScrollPane;
 
 class Sheet : public QDialog {
@@ -31,10 +34,14 @@ protected:
     // The column that everything but the row of buttons stands in.
     [[nodiscard]] QVBoxLayout* column() const { return m_column; }
 
-    TextLabel* addTitle(const QString& title);
-    TextLabel* addExplanation(const QString& text);
+    // With these at its right.
+    void addTitle(const QString& title, std::initializer_list<QWidget*> beside = {});
+    // Under the title.
+    void addExplanation(const QString& text);
     // A label above its field, both in the column.
     void addField(const QString& label, QWidget* field);
+    // A list in its frame, and the text that stands there while the list is empty: the second of both.
+    static QStackedWidget* listOrText(RecyclingList* list, TextLabel* text);
 
     // The row of buttons at the bottom, empty at first.
     [[nodiscard]] QHBoxLayout* buttons() const { return m_buttons; }
@@ -55,12 +62,14 @@ protected:
 
 private:
     [[nodiscard]] int heightForAll(int width) const;
+    void allowHeight();
     void openAtFirstSize();
     void showNotices();
     void followContents();
 
     ScrollPane* m_pane;
     QVBoxLayout* m_column;
+    QVBoxLayout* m_heading;
     QHBoxLayout* m_buttons;
     TextLabel* m_problem = nullptr;
     QSize m_first{0, 0};

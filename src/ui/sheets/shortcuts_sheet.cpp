@@ -20,7 +20,7 @@ ShortcutsSheet::ShortcutsSheet(QWidget* over) : Sheet(over, "shortcutsSheet", sh
     addTitle(shown("Sneltoetsen"));
     auto* const grid = new QGridLayout;
     grid->setHorizontalSpacing(theme::kSheetMargin);
-    grid->setVerticalSpacing(theme::kHalfStep);
+    grid->setVerticalSpacing(theme::kStep);
     grid->setColumnStretch(1, 1);
     int row = 0;
     for (const auto& each : commandTable()) {

@@ -2,7 +2,7 @@
 
 #include "ui/frame/beside_window.h"
 #include "ui/frame/theme.h"
-#include "ui/widgets/list_row.h"
+#include "ui/sheets/two_line_row.h"
 #include "ui/widgets/recycling_list.h"
 #include "ui/widgets/text.h"
 
@@ -10,7 +10,6 @@
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
 namespace vantor::ui {
@@ -18,47 +17,16 @@ namespace {
 
 constexpr int kWidth = 860;
 constexpr int kHeight = 470;
-constexpr int kTextPadding = 12;
-constexpr int kListRowHeight = 52;
-
-// Two lines of text, and something at their right.
-class TwoLineRow : public ListRow {
-public:
-    ElidedLabel* headline;
-    ElidedLabel* caption;
-
-    TwoLineRow(const char* name, const char* headlineName, const char* captionName, QWidget* atRight) {
-        setObjectName(QLatin1String(name));
-        headline = named(new ElidedLabel(theme::headlineFont(), TextColor::Primary), headlineName);
-        caption = named(new ElidedLabel(theme::captionFont(), TextColor::Secondary), captionName);
-        auto* const texts = new QVBoxLayout;
-        texts->setSpacing(0);
-        texts->addStretch();
-        texts->addWidget(headline);
-        texts->addWidget(caption);
-        texts->addStretch();
-        auto* const row = new QHBoxLayout(this);
-        row->setContentsMargins(kTextPadding, theme::kHalfStep, kTextPadding, theme::kHalfStep);
-        row->setSpacing(theme::kStep);
-        row->addLayout(texts, 1);
-        row->addWidget(atRight);
-    }
-
-    [[nodiscard]] QSize sizeHint() const override {
-        return {200, std::max(kListRowHeight, layout()->minimumSize().height())};
-    }
-};
 
 class VersionRow : public TwoLineRow {
 public:
     TextLabel* counts;
 
-    VersionRow() : VersionRow(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary)) {}
-
-private:
-    explicit VersionRow(TextLabel* label)
-        : TwoLineRow("versionRow", "versionTime", "versionReason", label),
-          counts(named(label, "versionCounts")) {}
+    VersionRow() : TwoLineRow("versionRow", "versionTime", "versionReason") {
+        counts =
+            named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "versionCounts");
+        addAtRight(counts);
+    }
 };
 
 class VersionShootRow : public TwoLineRow {
@@ -66,28 +34,17 @@ public:
     QPushButton* restore;
     int place = 0;
 
-    VersionShootRow() : VersionShootRow(new QPushButton(shown("Haal terug"))) {}
-
-private:
-    explicit VersionShootRow(QPushButton* button)
-        : TwoLineRow("versionShootRow", "versionShootName", "versionShootAbout", button),
-          restore(named(button, "restoreShootButton")) {
+    VersionShootRow() : TwoLineRow("versionShootRow", "versionShootName", "versionShootAbout") {
+        restore = named(new QPushButton(shown("Haal terug")), "restoreShootButton");
         restore->setAutoDefault(false);
+        addAtRight(restore);
     }
 };
-
-QStackedWidget* stackOf(RecyclingList* list, TextLabel* instead) {
-    auto* const stack = new QStackedWidget;
-    stack->addWidget(list);
-    stack->addWidget(instead);
-    instead->setAlignment(Qt::AlignCenter);
-    return stack;
-}
 
 // Gives the list room for all of such a row, of which only its headline and caption may be cut off.
 void makeRoomFor(TwoLineRow& row, RecyclingList& list) {
     row.ensurePolished();
-    for (auto* const cutOff : {row.headline, row.caption})
+    for (auto* const cutOff : {row.headline(), row.caption()})
         cutOff->setText(QString(20, QLatin1Char('m')));
     list.setMinimumWidth(row.layout()->minimumSize().width() + 2 * list.frameWidth() +
                          list.verticalScrollBar()->sizeHint().width());
@@ -107,8 +64,8 @@ VersionsSheet::VersionsSheet(QWidget* over, const Services& services)
     addExplanation(
         shown("Terugzetten kun je ongedaan maken; wat er nu is, blijft zelf ook als versie bewaard."));
     m_versionList = makeVersionList();
-    m_versionStack = stackOf(m_versionList, new TextLabel(shown("Nog geen eerdere versies."),
-                                                          theme::bodyFont(), TextColor::Secondary, true));
+    m_versionStack = listOrText(m_versionList, new TextLabel(shown("Nog geen eerdere versies."),
+                                                             theme::bodyFont(), TextColor::Secondary, true));
     auto* const both = new QHBoxLayout;
     both->setSpacing(theme::kMargin);
     both->addWidget(m_versionStack, 11);
@@ -132,8 +89,8 @@ RecyclingList* VersionsSheet::makeVersionList() {
     rows.fill = [lineAt](QWidget& widget, int place, bool isCurrent) {
         auto& row = static_cast<VersionRow&>(widget);
         const auto line = lineAt(place);
-        row.headline->setText(qstring(line.when));
-        row.caption->setText(qstring(line.what));
+        row.headline()->setText(qstring(line.when));
+        row.caption()->setText(qstring(line.what));
         row.counts->setText(qstring(line.counts));
         row.setCurrent(isCurrent);
     };
@@ -167,8 +124,8 @@ RecyclingList* VersionsSheet::makeShootList() {
         auto& row = static_cast<VersionShootRow&>(widget);
         const auto line = lineOf(shootAt(place), m_services.clock());
         row.place = place;
-        row.headline->setText(qstring(line.name));
-        row.caption->setText(qstring(line.about));
+        row.headline()->setText(qstring(line.name));
+        row.caption()->setText(qstring(line.about));
         row.setCurrent(isCurrent);
     };
     rows.key = [this, shootAt](int place) {
@@ -192,12 +149,14 @@ QWidget* VersionsSheet::makeContentPanel() {
     panel->setAutoFillBackground(true);
     panel->setBackgroundRole(QPalette::Base);
     auto* const heading = new TextLabel(shown("In deze versie"), theme::captionFont(), TextColor::Secondary);
-    heading->setContentsMargins(kTextPadding, theme::kStep, kTextPadding, theme::kStep);
+    heading->setContentsMargins(theme::kPadding, theme::kStep, theme::kPadding, theme::kStep);
     m_shootList = makeShootList();
-    m_shootList->setFrameShape(QFrame::NoFrame);
     m_noShoots =
         named(new TextLabel(QString(), theme::bodyFont(), TextColor::Secondary, true), "noVersionShoots");
-    m_shootStack = stackOf(m_shootList, m_noShoots);
+    m_shootStack = listOrText(m_shootList, m_noShoots);
+    // The panel has one.
+    m_shootList->setFrameShape(QFrame::NoFrame);
+    m_noShoots->setFrameShape(QFrame::NoFrame);
     auto* const all = new QVBoxLayout(panel);
     all->setContentsMargins(1, 1, 1, 1);
     all->setSpacing(0);

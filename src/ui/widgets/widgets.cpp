@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 #include <utility>
 
@@ -323,8 +324,24 @@ QLineEdit* makeField(const char* objectName, const QString& placeholder, const Q
     auto* const field = named(new QLineEdit, objectName, label.isEmpty() ? placeholder : label);
     field->setPlaceholderText(placeholder);
     field->setMinimumWidth(std::max(field->minimumSizeHint().width(),
-                                    field->fontMetrics().horizontalAdvance(placeholder) + theme::kMargin));
+                                    field->fontMetrics().horizontalAdvance(placeholder) + theme::kSheetMargin));
     return field;
+}
+
+void keepRoomOf(QWidget* widget) {
+    auto policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+QVBoxLayout* labelled(const QString& label, QWidget* field) {
+    auto* const above = new TextLabel(label, theme::captionFont(), TextColor::Secondary);
+    above->setBuddy(field);
+    auto* const both = new QVBoxLayout;
+    both->setSpacing(theme::kHalfStep);
+    both->addWidget(above);
+    both->addWidget(field);
+    return both;
 }
 
 } // namespace vantor::ui

@@ -14,6 +14,7 @@
 #include <string_view>
 
 class QBoxLayout;
+class QVBoxLayout;
 
 namespace vantor::ui {
 
@@ -215,5 +216,11 @@ void tellInFull(QWidget* widget, const QString& text);
 // A field with its placeholder, which it is always wide enough for; named by its label or else by that placeholder.
 [[nodiscard]] QLineEdit* makeField(const char* objectName, const QString& placeholder,
                                    const QString& label = {});
+
+// Leaves a widget's room free while it is hidden, so that nothing beside it moves.
+void keepRoomOf(QWidget* widget);
+
+// A label, with what it is of under it.
+[[nodiscard]] QVBoxLayout* labelled(const QString& label, QWidget* field);
 
 } // namespace vantor::ui

@@ -91,7 +91,7 @@ TEST_P(EverySheetTest, IsAsDescribedAndBlocksItsWindow) {
     EXPECT_EQ(textOf(title), sheet.windowTitle());
     EXPECT_TRUE(title.font().bold());
     // That of a code names its set.
-    const double larger = GetParam() == std::string("qrSheet") ? 1.1 : 1.3;
+    const double larger = GetParam() == std::string("qrSheet") ? 1.05 : 1.3;
     EXPECT_GT(title.font().pointSizeF(), larger * ui::theme::bodyFont().pointSizeF());
     expectAsDescribed(sheet, GetParam());
 }
