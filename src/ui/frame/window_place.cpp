@@ -2,17 +2,23 @@
 
 #include <QEvent>
 #include <QScreen>
+#include <charconv>
 
 namespace vantor::ui {
 namespace {
 
 // What the frame of a window takes that has none yet. Title bars are seldom higher.
 constexpr QSize kUsualFrame{10, 40};
+constexpr const char* kPlaceName = "windowPlace";
 
 // A window that is not shown yet is to stand over its parent, and is framed like it.
 const QWidget& shownOf(const QWidget& window) {
     const auto* const parent = window.parentWidget();
     return window.isVisible() || parent == nullptr ? window : *parent->window();
+}
+
+std::string sizeKey(const QWidget& window) {
+    return "vantorprep.windowSize." + window.objectName().toStdString();
 }
 
 void fitScreen(QWidget& window) {
@@ -50,15 +56,44 @@ void allowForScreen(QWidget& window) {
         window.setMinimumHeight(room.height());
 }
 
+std::optional<QSize> rememberedSize(const QWidget& window) {
+    const auto* const store = WindowPlace::storeFor(window);
+    const auto text = store != nullptr ? store->text(sizeKey(window)) : std::nullopt;
+    if (!text)
+        return std::nullopt;
+    QSize size;
+    const char* const end = text->data() + text->size();
+    const auto width = std::from_chars(text->data(), end, size.rwidth());
+    if (width.ec != std::errc() || width.ptr == end ||
+        std::from_chars(width.ptr + 1, end, size.rheight()).ec != std::errc())
+        return std::nullopt;
+    return size;
+}
+
+void rememberSize(const QWidget& window, const QSize& size) {
+    if (auto* const store = WindowPlace::storeFor(window))
+        store->setText(sizeKey(window), std::to_string(size.width()) + "x" + std::to_string(size.height()));
+}
+
 WindowPlace::WindowPlace(QWidget* window, KeyValueStore& store, const QSize& defaultSize)
     : QObject(window),
       m_window(window),
       m_store(store),
       m_key("vantorprep.windowPlace." + window->objectName().toStdString()) {
+    setObjectName(QLatin1String(kPlaceName));
     window->resize(defaultSize);
     if (const auto place = m_store.text(m_key))
         window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*place)));
     window->installEventFilter(this);
+}
+
+KeyValueStore* WindowPlace::storeFor(const QWidget& window) {
+    for (const auto* each = &window; each != nullptr; each = each->parentWidget()) {
+        if (auto* const place =
+                each->findChild<QObject*>(QLatin1String(kPlaceName), Qt::FindDirectChildrenOnly))
+            return &static_cast<WindowPlace*>(place)->m_store;
+    }
+    return nullptr;
 }
 
 bool WindowPlace::eventFilter(QObject*, QEvent* event) {

@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -47,6 +48,12 @@ void Sheet::setVisible(bool visible) {
     QDialog::setVisible(visible);
 }
 
+void Sheet::done(int result) {
+    if (m_users && !windowState().testAnyFlags(Qt::WindowMaximized | Qt::WindowFullScreen))
+        rememberSize(*this, *m_users);
+    QDialog::done(result);
+}
+
 // What happens while a sheet is open is told in it.
 void Sheet::showNotices() {
     for (auto* over = parentWidget(); over != nullptr; over = over->parentWidget()) {
@@ -69,16 +76,18 @@ void Sheet::allowHeight() {
 void Sheet::openAtFirstSize() {
     ensurePolished();
     const QSize room = roomOnScreen(*this);
-    const QSize asked = m_first;
+    const QSize asked = rememberedSize(*this).value_or(m_first);
     const int width = std::min(std::max(asked.width(), layout()->minimumSize().width()), room.width());
     m_heightForAll = heightForAll(width);
     layout()->activate();
     allowForScreen(*this);
     allowHeight();
     resize(width, std::min(std::max(asked.height(), m_heightForAll), room.height()));
+    m_own = size();
 }
 
 void Sheet::followContents() {
+    const QScopedValueRollback adjusting(m_adjusting, true);
     const int needed = heightForAll(width());
     const bool showedAll = height() >= m_heightForAll;
     m_heightForAll = needed;
@@ -88,6 +97,7 @@ void Sheet::followContents() {
         resize(width(), height);
         moveOntoScreen(*this);
     }
+    m_own = size();
 }
 
 void Sheet::addTitle(const QString& title, std::initializer_list<QWidget*> beside) {
@@ -168,8 +178,11 @@ void Sheet::keyPressEvent(QKeyEvent* event) {
 
 void Sheet::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (isVisible())
-        followContents();
+    if (!isVisible())
+        return;
+    if (!m_adjusting && size() != m_own)
+        m_users = size();
+    followContents();
 }
 
 bool Sheet::event(QEvent* event) {

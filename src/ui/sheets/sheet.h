@@ -4,12 +4,14 @@
 // - Its contents scroll where there is less room than they need; its row of buttons always stands below them.
 // - It is never larger than the free part of its screen. Up to there it grows with what is added to it, unless its user has
 //   made it smaller than its contents. It can be made larger as long as something in it can use the room.
+// - It opens as large as its user made it last, or else at its first size, and never smaller than its contents.
 #pragma once
 
 #include "ui/widgets/widgets.h"
 
 #include <QDialog>
 #include <initializer_list>
+#include <optional>
 
 class QHBoxLayout;
 class QStackedWidget;
@@ -23,6 +25,7 @@ class ScrollPane;
 class Sheet : public QDialog {
 public:
     void setVisible(bool visible) override;
+    void done(int result) override;
 
 protected:
     // `objectName` names it for tests; `title` is its window's title too.
@@ -75,6 +78,10 @@ private:
     QSize m_first{0, 0};
     // The height that showed all of it when it was last looked at; 0 before it is shown.
     int m_heightForAll = 0;
+    // While it gives itself a size, the last one that it did, and the last one that its user did.
+    bool m_adjusting = false;
+    QSize m_own;
+    std::optional<QSize> m_users;
 };
 
 // The window that takes what is typed while `window` is open: the sheet or message in front of it, or itself.

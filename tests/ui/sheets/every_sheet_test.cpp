@@ -4,6 +4,9 @@
 #include "ui/frame/theme.h"
 #include "ui/widgets/widgets.h"
 
+#include <QScreen>
+#include <QScrollBar>
+
 namespace vantor::testing {
 namespace {
 
@@ -141,6 +144,53 @@ TEST_P(EverySheetTest, StartsAfreshAtEachOpeningAndLeavesNothingBehind) {
         closeSheets();
     }
     EXPECT_EQ(QApplication::allWidgets().size(), widgets);
+}
+
+class SheetSizeTest : public UiTest {
+protected:
+    // How large it opens where this is what was remembered of it.
+    QSize sizeAfter(const char* name, std::string_view remembered) {
+        m_remembered.setText(keyOf(name), remembered);
+        const QSize size = openWindow(name).size();
+        for (const auto* const bar : sheet(name).findChildren<QScrollBar*>("qt_scrollarea_vscrollbar"))
+            EXPECT_EQ(bar->maximum(), 0) << name;
+        closeSheets();
+        return size;
+    }
+
+    static std::string keyOf(const char* name) { return std::string("vantorprep.windowSize.") + name; }
+};
+
+TEST_F(SheetSizeTest, IsTheUsersUnlessTheSheetNeedsMoreOrItsScreenHasLess) {
+    openMainWithSets(1);
+    for (const auto& [name, canGrow] : {std::pair("catalogSheet", true), std::pair("newShootSheet", false)}) {
+        SCOPED_TRACE(name);
+        const QSize first = openWindow(name).size();
+        sheet(name).resize(first + QSize(60, 40));
+        settle();
+        closeSheets();
+        EXPECT_EQ(openWindow(name).size(), first + QSize(60, canGrow ? 40 : 0));
+        const QSize least = sheet(name).minimumSizeHint();
+        const QSize screen = sheet(name).screen()->availableSize();
+        closeSheets();
+        for (const auto* const nonsense : {"", "x", "640", "640x", "x640"})
+            EXPECT_EQ(sizeAfter(name, nonsense), first) << nonsense;
+        for (const auto* const tooSmall : {"1x1", "0x0", "-5x-5"})
+            EXPECT_EQ(sizeAfter(name, tooSmall).width(), least.width());
+        const QSize largest = sizeAfter(name, "99999x99999");
+        EXPECT_GT(largest.width(), first.width() + 60);
+        EXPECT_EQ(largest.boundedTo(screen), largest);
+    }
+}
+
+TEST_F(SheetSizeTest, IsNotRememberedWhereItsContentsMadeIt) {
+    openMainWithSets(1);
+    const int before = openWindow("newSetSheet").height();
+    for (int i = 0; i < 3; ++i)
+        click(sheet("newSetSheet"), "addItemButton");
+    EXPECT_GT(sheet("newSetSheet").height(), before);
+    closeSheets();
+    EXPECT_EQ(m_remembered.text(keyOf("newSetSheet")), std::nullopt);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheets, EverySheetTest, ::testing::ValuesIn(kSheets),
