@@ -4,6 +4,7 @@
 #include "tests/support/event_loop.h"
 
 #include <gmock/gmock.h>
+#include <sys/prctl.h>
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -14,6 +15,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <csignal>
 #include <limits>
 #include <map>
 #include <memory>
@@ -45,6 +47,8 @@ public:
                    "</listen><policy context='default'><allow send_destination='*'/><allow receive_type='*'/>"
                    "<allow own='*'/></policy></busconfig>");
         file.close();
+        // However the tests end.
+        m_daemon.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
         m_daemon.start(QStringLiteral("dbus-daemon"),
                        {QStringLiteral("--config-file=") + file.fileName(), QStringLiteral("--print-address"),
                         QStringLiteral("--nofork"), QStringLiteral("--nopidfile")});
