@@ -1,8 +1,8 @@
 // vantor-prep: builds the objects that the program is made of, hands each what it needs, and runs.
 
 #include "app/data_folder.h"
-#include "app/desktop_colors.h"
 #include "app/first_process.h"
+#include "app/look_follower.h"
 #include "app/start_arguments.h"
 #include "base/text_lookup.h"
 #include "base/uuid.h"
@@ -13,6 +13,7 @@
 #include "platform/posix/posix_process_lock.h"
 #include "platform/qrencode/qrencode_encoder.h"
 #include "platform/qt/qt_clipboard.h"
+#include "platform/qt/qt_desktop_settings.h"
 #include "platform/qt/qt_dutch_texts.h"
 #include "platform/qt/qt_file_dialogs.h"
 #include "platform/qt/qt_key_value_store.h"
@@ -23,6 +24,7 @@
 #include "ui/frame/beside_window.h"
 #include "ui/frame/confirmation.h"
 #include "ui/frame/shell.h"
+#include "ui/frame/style.h"
 #include "ui/widgets/symbol.h"
 #include "ui/widgets/text.h"
 #include "update/site.h"
@@ -208,7 +210,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(
         QString::fromUtf8(kApplicationId.data(), static_cast<qsizetype>(kApplicationId.size())));
     QApplication::setWindowIcon(ui::logoIcon());
-    applyColorScheme(application);
+    QtDesktopSettings desktop;
     useDutchTexts(application);
 
     std::vector<std::string_view> left(argv + std::min(count, 1), argv + count);
@@ -217,12 +219,14 @@ int main(int argc, char** argv) {
     if (const auto status = answered(start))
         return *status;
     FirstProcess process(lock, meetingPlaces(folder));
-    switch (process.begin(start.files)) {
-    case FirstProcess::Role::Owner:
-        break;
-    case FirstProcess::Role::HandedOver:
+    const auto role = process.begin(start.files);
+    if (role == FirstProcess::Role::HandedOver)
         return 0;
-    case FirstProcess::Role::Unanswered:
+    // So that the first picture is the right one; a desktop that is slower than this is followed when it answers.
+    desktop.awaitAnswers(std::chrono::milliseconds(100));
+    const LookFollower look(desktop, qEnvironmentVariable("VANTOR_COLOR_SCHEME").toStdString(),
+                            ui::applyLook);
+    if (role == FirstProcess::Role::Unanswered) {
         sayThatNobodyAnswers();
         return 1;
     }

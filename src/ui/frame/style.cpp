@@ -303,27 +303,16 @@ QPixmap Style::standardPixmap(StandardPixmap symbol, const QStyleOption* option,
     if (own == nullptr)
         return QProxyStyle::standardPixmap(symbol, option, widget);
     const auto ratio = widget != nullptr ? widget->devicePixelRatioF() : qApp->devicePixelRatio();
-    return symbolPixmap(QString::fromLatin1(own->name), theme::kSymbolSize, own->color(m_palette), ratio);
-}
-
-QPalette Style::standardPalette() const {
-    return m_palette;
-}
-
-void Style::polish(QPalette& palette) {
-    palette = m_palette;
+    return symbolPixmap(QString::fromLatin1(own->name), theme::kSymbolSize, own->color(QApplication::palette()), ratio);
 }
 
 void applyLook(const Look& look) {
-    auto* style = dynamic_cast<Style*>(QApplication::style());
-    if (style == nullptr) {
-        style = new Style;
-        QApplication::setStyle(style);
+    if (dynamic_cast<Style*>(QApplication::style()) == nullptr) {
+        QApplication::setStyle(new Style);
         static const bool kMarked = (markFocus(*qApp), true);
         static_cast<void>(kMarked);
     }
     const auto palette = theme::paletteOf(look);
-    style->setPalette(palette);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
 }

@@ -36,15 +36,6 @@ public:
                                      const QWidget* widget) const override;
     [[nodiscard]] QPixmap standardPixmap(StandardPixmap symbol, const QStyleOption* option,
                                          const QWidget* widget) const override;
-    [[nodiscard]] QPalette standardPalette() const override;
-    // Those of the look that was applied last.
-    void polish(QPalette& palette) override;
-    using QProxyStyle::polish;
-
-    void setPalette(const QPalette& palette) { m_palette = palette; }
-
-private:
-    QPalette m_palette;
 };
 
 // Gives the whole program this look, at once; windows that are open follow.
