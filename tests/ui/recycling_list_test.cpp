@@ -43,6 +43,10 @@ public:
     QPushButton* first;
     QPushButton* second;
     bool current = false;
+    bool painted = false;
+
+protected:
+    void paintEvent(QPaintEvent*) override { painted = true; }
 };
 
 class List : public ::testing::Test {
@@ -289,6 +293,18 @@ TEST_F(List, FocusGoesToTheListWhenItsRowIsGone) {
     m_list.setRowCount(0);
     EXPECT_EQ(m_list.currentRow(), std::nullopt);
     EXPECT_EQ(QApplication::focusWidget(), &m_before) << "elsewhere it is left alone";
+}
+
+TEST_F(List, TheMarkOfTheCurrentRowGoesWithTheFocus) {
+    m_list.setRowCount(3);
+    m_list.setCurrentRow(1);
+    m_list.setFocus();
+    settle();
+    // From here on nothing is left to paint.
+    m_window.repaint();
+    row(1)->painted = false;
+    m_after.setFocus();
+    EXPECT_TRUE(runUntil([&] { return row(1)->painted; }));
 }
 
 TEST_F(List, ClickMakesARowCurrentAndLeavesTheFocus) {

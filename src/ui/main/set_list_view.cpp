@@ -70,7 +70,10 @@ QWidget* SetListView::makeSearchLine() {
         QObject::connect(shortcut, &QShortcut::activated, this, action);
     };
     onKey(Qt::Key_Escape, [this] { m_search->clear(); });
-    onKey(Qt::Key_Down, [this] { m_list->setFocus(); });
+    onKey(Qt::Key_Down, [this] {
+        if (m_list->isVisible())
+            m_list->setFocus();
+    });
 
     auto* const line = new QWidget;
     auto* const row = new QHBoxLayout(line);
@@ -150,6 +153,7 @@ void SetListView::render() {
     m_searchCount->setText(QStringLiteral("%1/%2").arg(m_filtered.size()).arg(sets.size()));
     const int behind = m_clearSearch->width() + m_searchCount->sizeHint().width() + 2 * theme::kStep;
     m_search->setTextMargins(kRoomOfSymbol, 0, searching ? behind : 0, 0);
+    // Before the list is told where to scroll, as it has its size only while it is shown.
     renderPage(!sets.empty());
     const auto count = static_cast<int>(m_filtered.size());
     const auto shownShoot = shoot != nullptr ? std::optional(shoot->id) : std::nullopt;
@@ -165,15 +169,13 @@ void SetListView::render() {
 }
 
 void SetListView::renderPage(bool hasSets) {
-    // First of all, as what it stands for has its size only while it is shown.
-    if (!hasSets)
-        m_pages->setCurrentWidget(m_noSets);
-    else if (!m_filtered.empty())
+    if (!m_filtered.empty()) {
         m_pages->setCurrentWidget(m_list);
-    else
-        m_pages->setCurrentWidget(m_noHits);
+        return;
+    }
     m_noHits->setText(
         shown("Geen sets gevonden met \"%1\"").arg(shownData(trimmed(typed(m_search->text())))));
+    m_pages->setCurrentWidget(hasSets ? m_noHits : m_noSets);
 }
 
 std::optional<int> SetListView::rowOf(const std::optional<Uuid>& id) const {
