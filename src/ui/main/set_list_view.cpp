@@ -22,7 +22,6 @@ namespace {
 
 // How long a scanned row glows, in milliseconds.
 constexpr int kGlow = 900;
-constexpr int kClearButton = 24;
 
 } // namespace
 
@@ -57,9 +56,7 @@ QWidget* SetListView::makeSearchLine() {
     m_search = makeField("searchField", shown("Zoek op naam, model of item..."));
     Commands::tellShortcut(*m_search, m_search->placeholderText(), CommandId::Search);
     m_clearSearch =
-        named(new SymbolButton(QStringLiteral("clear"), shown("Zoekopdracht wissen")), "clearSearchButton");
-    m_clearSearch->setFixedSize(kClearButton, kClearButton);
-    m_clearSearch->setCursor(Qt::ArrowCursor);
+        named(new FieldButton(QStringLiteral("clear"), shown("Zoekopdracht wissen")), "clearSearchButton");
     m_searchCount = named(new CountLabel(theme::captionFont(), TextColor::Secondary), "searchCount");
     // At once: the next keys may already be those that lead to the list and choose in it.
     QObject::connect(m_search, &QLineEdit::textChanged, this, [this] { render(); });
@@ -151,7 +148,8 @@ void SetListView::render() {
     m_clearSearch->setVisible(searching);
     m_searchCount->setVisible(searching);
     m_searchCount->setText(QStringLiteral("%1/%2").arg(m_filtered.size()).arg(sets.size()));
-    const int behind = m_clearSearch->width() + m_searchCount->sizeHint().width() + 2 * theme::kStep;
+    const int behind =
+        m_clearSearch->sizeHint().width() + m_searchCount->sizeHint().width() + 2 * theme::kStep;
     m_search->setTextMargins(kRoomOfSymbol, 0, searching ? behind : 0, 0);
     // Before the list is told where to scroll, as it has its size only while it is shown.
     renderPage(!sets.empty());
