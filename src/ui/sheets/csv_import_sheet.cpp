@@ -61,42 +61,7 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
     setAcceptDrops(true);
     addTitle(texts.title);
     addExplanation(texts.explanation);
-    m_csvText = named(new LargeTextEdit, "csvText", shown("CSV-tekst"));
-    m_csvText->setFont(theme::monospacedFont());
-    m_csvText->setMinimumHeight(kLeastEditorHeight);
-    m_csvText->document()->setDocumentMargin(theme::kStep);
-    m_csvText->setTabChangesFocus(true);
-    m_csvText->setLineWrapMode(QPlainTextEdit::NoWrap);
-    // A dropped file is to be read, not pasted as its address.
-    m_csvText->setAcceptDrops(false);
-    auto* const example =
-        named(new TextLabel(texts.example, theme::monospacedFont(), TextColor::Secondary, true), "example");
-    auto* const group = labelled(shown("CSV-tekst"), m_csvText);
-    if (texts.exampleFirst) {
-        column()->addWidget(example);
-    } else {
-        group->addSpacing(theme::kHalfStep);
-        group->addWidget(example);
-    }
-
-    auto* const choose = named(new QPushButton(shown("Kies bestand...")), "chooseFileButton");
-    choose->setAutoDefault(false);
-    m_resultLabel =
-        named(new TextLabel(QString(), theme::captionFont(), TextColor::Green, true), "importResult");
-    m_resultLabel->hide();
-    m_onlyBeginning =
-        named(new TextLabel(shown("Alleen het begin is te zien"), theme::captionFont(), TextColor::Secondary),
-              "onlyBeginning");
-    m_onlyBeginning->hide();
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(theme::kStep);
-    row->addWidget(choose);
-    row->addWidget(m_resultLabel, 1);
-    row->addStretch();
-    row->addWidget(m_onlyBeginning, 0, Qt::AlignRight);
-    group->addSpacing(theme::kHalfStep);
-    group->addLayout(row);
-    column()->addLayout(group, 1);
+    makeEditor(texts);
     m_import = named(new ProminentButton(shown("Importeer")), "importButton");
     m_import->setAutoDefault(false);
     m_import->setEnabled(false);
@@ -111,9 +76,49 @@ CsvImportSheet::CsvImportSheet(QWidget* over, const char* objectName, const Text
         m_import->setEnabled(!m_csvText->isEmpty());
         m_onlyBeginning->setVisible(m_csvText->holdsMoreThanItShows());
     });
-    QObject::connect(choose, &QPushButton::clicked, this, [this] { chooseFile(); });
     QObject::connect(m_import, &QPushButton::clicked, this, [this] { runImport(); });
     m_csvText->setFocus();
+}
+
+void CsvImportSheet::makeEditor(const Texts& texts) {
+    m_csvText = named(new LargeTextEdit, "csvText", shown("CSV-tekst"));
+    m_csvText->setFont(theme::monospacedFont());
+    m_csvText->setMinimumHeight(kLeastEditorHeight);
+    m_csvText->document()->setDocumentMargin(theme::kStep);
+    m_csvText->setTabChangesFocus(true);
+    m_csvText->setLineWrapMode(QPlainTextEdit::NoWrap);
+    // A dropped file is to be read, not pasted as its address.
+    m_csvText->setAcceptDrops(false);
+    auto* const example =
+        named(new TextLabel(texts.example, theme::monospacedFont(), TextColor::Secondary, true), "example");
+    // In the column itself, which gives what wraps its height before the editor its own.
+    column()->setSpacing(theme::kStep);
+    if (texts.exampleFirst) {
+        column()->addSpacing(theme::kStep);
+        column()->addWidget(example);
+    }
+    column()->addSpacing(theme::kStep);
+    column()->addLayout(labelled(shown("CSV-tekst"), m_csvText), 1);
+    if (!texts.exampleFirst)
+        column()->addWidget(example);
+
+    auto* const choose = named(new QPushButton(shown("Kies bestand...")), "chooseFileButton");
+    choose->setAutoDefault(false);
+    QObject::connect(choose, &QPushButton::clicked, this, [this] { chooseFile(); });
+    m_resultLabel =
+        named(new TextLabel(QString(), theme::captionFont(), TextColor::Green, true), "importResult");
+    m_resultLabel->hide();
+    m_onlyBeginning =
+        named(new TextLabel(shown("Alleen het begin is te zien"), theme::captionFont(), TextColor::Secondary),
+              "onlyBeginning");
+    m_onlyBeginning->hide();
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(theme::kStep);
+    row->addWidget(choose);
+    row->addWidget(m_resultLabel, 1);
+    row->addStretch();
+    row->addWidget(m_onlyBeginning, 0, Qt::AlignRight);
+    column()->addLayout(row);
 }
 
 void CsvImportSheet::chooseFile() {

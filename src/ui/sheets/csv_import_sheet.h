@@ -54,6 +54,7 @@ protected:
 private:
     struct ReadList;
 
+    void makeEditor(const Texts& texts);
     void chooseFile();
     void readFile(const std::filesystem::path& path);
     void runImport();

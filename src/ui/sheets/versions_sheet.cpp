@@ -23,8 +23,7 @@ public:
     TextLabel* counts;
 
     VersionRow() : TwoLineRow("versionRow", "versionTime", "versionReason") {
-        counts =
-            named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "versionCounts");
+        counts = named(new TextLabel(QString(), theme::captionFont(), TextColor::Secondary), "versionCounts");
         addAtRight(counts);
     }
 };
