@@ -60,7 +60,7 @@ void QRGeneratorView::closeEvent(QCloseEvent* event) {
 
 QWidget* QRGeneratorView::makeForm() {
     m_setNumber = makeField("setNumber", shown("1"), shown("Set nummer"));
-    m_setNumber->setFixedWidth(80);
+    fixWidth(m_setNumber, 80, 4);
     m_brand = makeField("brand", shown("bijv. Marvis"), shown("Merk"));
     m_model = makeField("model", shown("Naam model"), shown("Model"));
     m_location = makeField("location", shown("Studio"), shown("Locatie"));

@@ -14,6 +14,7 @@ namespace vantor::ui {
 namespace {
 
 constexpr int kLeastNameCharacters = 12;
+constexpr int kLeastColorCharacters = 8;
 
 } // namespace
 
@@ -92,7 +93,7 @@ void ItemEditor::addLine(const ItemPair& pair) {
     // An item's name is to be read while it is typed.
     name->setMinimumWidth(
         std::max(name->minimumWidth(), kLeastNameCharacters * fontMetrics().averageCharWidth()));
-    color->setFixedWidth(m_style.colorWidth);
+    fixWidth(color, m_style.colorWidth, kLeastColorCharacters);
     name->setText(qstring(pair.name));
     color->setText(qstring(pair.color));
     auto* const row = new QHBoxLayout(widget);

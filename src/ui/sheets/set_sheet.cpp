@@ -48,7 +48,7 @@ SetSheet::SetSheet(QWidget* over, ShootManager& manager, const ProductCatalog& c
 
 void SetSheet::makeForm(const ProductCatalog& catalog) {
     m_setNumber = makeField("setNumberField", QString(), shown("Set nummer"));
-    m_setNumber->setFixedWidth(60);
+    fixWidth(m_setNumber, 60, 4);
     m_brand = makeField("brandField", m_edited ? QString() : shown("bijv. Marvis"), shown("Merk"));
     m_model = makeField("modelField", shown("Naam"), shown("Model"));
     m_location = makeField("locationField", shown("Studio"), shown("Locatie"));

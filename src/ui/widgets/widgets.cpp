@@ -323,9 +323,15 @@ void tellInFull(QWidget* widget, const QString& text) {
 QLineEdit* makeField(const char* objectName, const QString& placeholder, const QString& label) {
     auto* const field = named(new QLineEdit, objectName, label.isEmpty() ? placeholder : label);
     field->setPlaceholderText(placeholder);
-    field->setMinimumWidth(std::max(field->minimumSizeHint().width(),
-                                    field->fontMetrics().horizontalAdvance(placeholder) + theme::kSheetMargin));
+    field->setMinimumWidth(
+        std::max(field->minimumSizeHint().width(),
+                 field->fontMetrics().horizontalAdvance(placeholder) + theme::kSheetMargin));
     return field;
+}
+
+void fixWidth(QLineEdit* field, int width, int characters) {
+    const int text = characters * field->fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    field->setFixedWidth(std::max(width, text + theme::kSheetMargin));
 }
 
 void keepRoomOf(QWidget* widget) {

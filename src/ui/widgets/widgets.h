@@ -217,6 +217,9 @@ void tellInFull(QWidget* widget, const QString& text);
 [[nodiscard]] QLineEdit* makeField(const char* objectName, const QString& placeholder,
                                    const QString& label = {});
 
+// Gives a field one width: this one, or at large fonts as much more as so many characters need.
+void fixWidth(QLineEdit* field, int width, int characters);
+
 // Leaves a widget's room free while it is hidden, so that nothing beside it moves.
 void keepRoomOf(QWidget* widget);
 
