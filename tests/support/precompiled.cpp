@@ -1,2 +1,2 @@
 // Gives precompiled headers a target to belong to.
-int main() {}
+#include "tests/support/precompiled.h"
