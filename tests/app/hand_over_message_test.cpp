@@ -5,7 +5,6 @@
 namespace vantor {
 namespace {
 
-using ::testing::ElementsAre;
 using State = HandOverReading::State;
 
 const HandOverMessage kMessage{{"/a b/\xC3\xA9\n.vantor", "/\xFF\xFE", "/a"}, Timestamp{780000000.123456}};
@@ -18,7 +17,7 @@ TEST(HandOverMessage, KeepsEveryByteOfItsFiles) {
     EXPECT_EQ(reading.message.handedBeforeAt->secondsSinceReference, 780000000.123456);
     const auto none = readHandOver(writeHandOver({}).value());
     EXPECT_EQ(none.state, State::Complete);
-    EXPECT_THAT(none.message.files, ElementsAre());
+    EXPECT_THAT(none.message.files, ::testing::ElementsAre());
     EXPECT_FALSE(none.message.handedBeforeAt);
 }
 

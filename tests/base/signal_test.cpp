@@ -1,7 +1,6 @@
 #include "base/signal.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>

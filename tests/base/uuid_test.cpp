@@ -3,7 +3,6 @@
 #include "tests/support/table.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <set>

@@ -8,8 +8,6 @@ namespace vantor::testing {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
 using Arguments = Program;
 
@@ -23,7 +21,8 @@ TEST_F(Arguments, HelpTellsEveryCallAndEachCallItsOwn) {
           "convert INVOER --output BESTAND", "list INVOER", "parse [BESTAND]"}) {
         EXPECT_THAT(help, HasSubstr("  vantor-prep-cli " + usage + "\n"));
         const auto call = usage.substr(0, usage.find(' '));
-        EXPECT_THAT(done({call, "--help"}), StartsWith("Gebruik: vantor-prep-cli " + usage + "\n"));
+        EXPECT_THAT(done({call, "--help"}),
+                    ::testing::StartsWith("Gebruik: vantor-prep-cli " + usage + "\n"));
         // Whatever else is asked.
         EXPECT_EQ(done({call, "weg.csv", "--help", "--onzin"}), done({call, "--help"}));
         EXPECT_EQ(done({call, "--version"}), kVersion);
@@ -76,7 +75,7 @@ TEST_F(Arguments, MisuseIsNamedAndDoesNothing) {
         SCOPED_TRACE("vantor-prep-cli " + line);
         const auto run = this->run(wordsOf(line));
         EXPECT_EQ(run.status, kMisused);
-        EXPECT_THAT(run.output, IsEmpty());
+        EXPECT_THAT(run.output, ::testing::IsEmpty());
         const auto about = line.empty() || line.starts_with("druk") ? "" : " " + wordsOf(line).front();
         EXPECT_EQ(run.errors,
                   "vantor-prep-cli: " + problem + " (hulp: vantor-prep-cli" + about + " --help)\n");

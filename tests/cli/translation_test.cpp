@@ -12,9 +12,7 @@
 #include "tests/support/table.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <cstdio>
 #include <set>
 #include <string>
 #include <string_view>

@@ -28,7 +28,6 @@
 #include <new>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace {

@@ -36,7 +36,6 @@
 #include <limits>
 #include <map>
 #include <mutex>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>

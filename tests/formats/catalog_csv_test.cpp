@@ -6,17 +6,13 @@
 #include "tests/support/table.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-
-#include <set>
 
 namespace vantor {
 namespace {
 
 using testing::differences;
 using ::testing::ElementsAre;
-using testing::Ignoring;
 using ::testing::IsEmpty;
 using testing::TextCase;
 
@@ -128,7 +124,7 @@ rc::Gen<Product> writableProduct() {
 
 RC_GTEST_PROP(CatalogCsvProperty, ReadsBackWhatItWrites, ()) {
     const auto products = *testing::fewOf<std::vector<Product>>(writableProduct());
-    RC_ASSERT(differences(read(writeCatalogCSV(products)), products, Ignoring::Identity) == "");
+    RC_ASSERT(differences(read(writeCatalogCSV(products)), products, testing::Ignoring::Identity) == "");
 }
 
 RC_GTEST_PROP(CatalogCsvProperty, NoBytesAreACrash, ()) {

@@ -5,7 +5,6 @@
 #include "tests/support/read_file.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

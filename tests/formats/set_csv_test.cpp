@@ -7,7 +7,6 @@
 #include "tests/support/table.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <limits>
@@ -19,8 +18,6 @@ namespace {
 using namespace std::string_literals;
 using testing::differences;
 using ::testing::ElementsAre;
-using testing::Ignoring;
-using ::testing::IsEmpty;
 using testing::kMorning;
 using testing::summary;
 using testing::TextCase;
@@ -51,7 +48,7 @@ TEST(ReadSetCsv, ReadsTheDocumentedExample) {
 TEST(ReadSetCsv, GivesNothingForAHeaderAlone) {
     for (const auto* text :
          {"", "\n\n", " \t\n\u00A0", "Set;Merk", "Set;Merk\n\n  \n\t\r\n", "\uFEFF\n\nSet;Merk\n"}) {
-        EXPECT_THAT(summaries(text), IsEmpty()) << text;
+        EXPECT_THAT(summaries(text), ::testing::IsEmpty()) << text;
         EXPECT_FALSE(readSetCSV(text, kMorning).hasLines) << text;
     }
     EXPECT_TRUE(readSetCSV("Set;Merk\nx", kMorning).hasLines);
@@ -210,7 +207,7 @@ RC_GTEST_PROP(SetCsvProperty, ReadsBackWhatItWrites, ()) {
     for (auto& set : shoot.sets)
         set.taggedCount = 0;
     RC_ASSERT(differences(sets, std::vector<SetData>(shoot.sets.begin(), shoot.sets.end()),
-                          Ignoring::Identity) == "");
+                          testing::Ignoring::Identity) == "");
 }
 
 RC_GTEST_PROP(SetCsvProperty, NoBytesAreACrash, ()) {

@@ -5,14 +5,12 @@
 #include "tests/support/table.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 namespace vantor {
 namespace {
 
 using testing::differences;
-using ::testing::ElementsAre;
 using testing::TextCase;
 
 constexpr auto kExample =
@@ -72,7 +70,7 @@ TEST(LegacyProduct, TakesItsBrandFromItsClientOnlyWhenItHasNone) {
 TEST(CatalogJson, WithoutBrandsHasNoneAndOfEqualKeysTheLastHolds) {
     const auto read = readCatalog(R"({"clients":["a","b"],"products":[],"clients":["c"]})").value();
     EXPECT_TRUE(read.brands.empty());
-    EXPECT_THAT(read.clients, ElementsAre("c"));
+    EXPECT_THAT(read.clients, ::testing::ElementsAre("c"));
     EXPECT_TRUE(readCatalog(R"({"products":[],"clients":[],"brands":null})"));
 }
 

@@ -13,7 +13,6 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
@@ -33,7 +32,6 @@ namespace {
 
 using ::testing::DoubleNear;
 using ::testing::ElementsAre;
-using ::testing::Eq;
 using ::testing::HasSubstr;
 using testing::noorderlicht;
 using ::testing::Optional;
@@ -357,7 +355,7 @@ TEST_F(BulkQRPDFExporterTest, TellsHowLargeModulesAre) {
                                       edges.push_back(edge);
                                   }));
         EXPECT_THAT(reported, ElementsAre("1", "99", ""));
-        EXPECT_THAT(edges, ElementsAre(Optional(DoubleNear(smallCode, 1e-5)), Eq(std::nullopt),
+        EXPECT_THAT(edges, ElementsAre(Optional(DoubleNear(smallCode, 1e-5)), ::testing::Eq(std::nullopt),
                                        Optional(DoubleNear(largeCode, 1e-5))));
     }
 }

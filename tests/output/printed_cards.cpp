@@ -7,7 +7,6 @@
 #include "tests/support/temporary_folder.h"
 
 #include <array>
-#include <cmath>
 #include <string>
 
 namespace vantor::testing {

@@ -7,14 +7,12 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <ctime>
 #include <fstream>
 #include <functional>
 #include <regex>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vantor {
@@ -23,7 +21,6 @@ namespace {
 using testing::EnvironmentVariable;
 using ::testing::HasSubstr;
 using ::testing::Not;
-using testing::runCommand;
 using testing::StringSink;
 
 constexpr double kWidth = 595.28;
@@ -76,7 +73,7 @@ public:
 
     // What a tool prints that is called with these options and then the document, and perhaps more.
     [[nodiscard]] std::string seenBy(const std::string& tool, const std::string& more = "") const {
-        const auto result = runCommand(tool + " " + path() + " " + more);
+        const auto result = testing::runCommand(tool + " " + path() + " " + more);
         EXPECT_EQ(result.status, 0) << tool << ": " << result.output;
         return result.output;
     }

@@ -19,7 +19,6 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTimer>
-#include <QToolButton>
 #include <algorithm>
 #include <deque>
 #include <fstream>
@@ -34,7 +33,6 @@ namespace vantor {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::TemporaryFolder;
 
 using Path = std::optional<fs::path>;
 
@@ -145,7 +143,7 @@ protected:
         return answerTo([&](auto onAnswer) { dialogs.askWhatToOpen({&window}, types, onAnswer); });
     }
 
-    TemporaryFolder folder;
+    testing::TemporaryFolder folder;
     QtFileDialogs dialogs;
     QWidget window;
     User user;

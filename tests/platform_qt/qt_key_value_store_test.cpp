@@ -12,13 +12,11 @@
 namespace vantor {
 namespace {
 
-using testing::TemporaryFolder;
-
 constexpr const char* kKey = "vantorprep.updateChecker.lastCheckDate";
 
 class QtKeyValueStoreTest : public ::testing::Test {
 protected:
-    TemporaryFolder folder;
+    testing::TemporaryFolder folder;
     std::filesystem::path file = folder / "instellingen.ini";
 };
 

@@ -2,7 +2,6 @@
 #include "tests/support/recording_desktop.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QDesktopServices>
 #include <QUrl>

@@ -17,7 +17,6 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::kMorning;
 
 // What a person does, what it is about, and a text for it.
@@ -265,7 +264,7 @@ TEST_F(DocumentTest, TellsWhatHasChangedOnceAllIsAsItSays) {
     shoots.activateSet(set);
     ASSERT_EQ(told.size(), 1U);
     EXPECT_THAT(told[0].aspects, ElementsAre(Aspect::ActiveSetId, Aspect::ActiveShootId, Aspect::Shoots));
-    EXPECT_THAT(told[0].shootsWithOtherSets, IsEmpty());
+    EXPECT_THAT(told[0].shootsWithOtherSets, ::testing::IsEmpty());
     newSet("2");
     EXPECT_THAT(told[1].shootsWithOtherSets, ElementsAre(*shoots.activeShootId()));
     EXPECT_FALSE(told[1].shootList);

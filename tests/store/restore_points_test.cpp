@@ -26,7 +26,6 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 namespace fs = std::filesystem;
@@ -118,7 +117,7 @@ TEST_F(RestorePointsTest, AreKeptBeforeWhatTakesOrBringsMuchAndBeforeTheFirstCha
     };
     {
         Running first(m_files, m_clock.clock());
-        EXPECT_THAT(names(), IsEmpty()) << "there was nothing to keep before the first shoot";
+        EXPECT_THAT(names(), ::testing::IsEmpty()) << "there was nothing to keep before the first shoot";
         first.catalog.addBrand("Élan");
     }
     EXPECT_THAT(names(), SizeIs(1));

@@ -10,7 +10,6 @@ namespace {
 
 using testing::differences;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 // Shoot files and CSV, in and out of the store.
 class ShootExchange : public testing::ShootManagerFixture {
@@ -109,7 +108,7 @@ TEST_F(ShootExchange, CsvWithoutAnyUsableLineOrForAnUnknownShootAddsNothingAndOf
         EXPECT_EQ(savesOf([&] { EXPECT_EQ(m_manager.importCSV("x;y\n1;2\n3;4", shootId), 0); }), 1U);
     }
     EXPECT_EQ(savesOf([&] { EXPECT_EQ(m_manager.importCSV("Set;Merk\n1;x\n2;y", Uuid::random()), 2); }), 1U);
-    EXPECT_THAT(numbers(a), IsEmpty());
+    EXPECT_THAT(numbers(a), ::testing::IsEmpty());
 }
 
 TEST_F(ShootExchange, CsvThatIsExportedComesBackInReverse) {

@@ -19,7 +19,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::Pair;
 
 const std::filesystem::path kPath = "/home/anna/.local/share/Vantor/shoots.json";
@@ -188,7 +187,7 @@ TEST_F(StoreFileTest, WhatStartsManyTimesInOneSecondLosesTheOldestFilesSetAside)
             << "none takes the place of another";
     }
     EXPECT_THAT(stored(), Contains(Pair(::testing::_, "garbage 6")));
-    EXPECT_THAT(stored(), Not(Contains(Pair(::testing::_, "garbage 0"))));
+    EXPECT_THAT(stored(), ::testing::Not(Contains(Pair(::testing::_, "garbage 0"))));
 }
 
 TEST_F(StoreFileTest, KnowsWhatSomethingElseHasChangedAndBlamesNobodyForItsOwnSaves) {

@@ -18,7 +18,6 @@
 namespace vantor {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace fs = std::filesystem;
@@ -39,7 +38,7 @@ protected:
 };
 
 TEST_F(StoreFolderTest, ClearsBothFoldersOfUnfinishedSavesAndTriesEveryFiveSecondsToSaveWhatIsNot) {
-    EXPECT_THAT(m_files.cleared, ElementsAre(kFolder, kFolder / "versions"));
+    EXPECT_THAT(m_files.cleared, ::testing::ElementsAre(kFolder, kFolder / "versions"));
     EXPECT_THAT(m_files.reads, IsEmpty());
     int told = 0;
     const auto connection = m_folder.savingChanged().connect([&] { ++told; });

@@ -6,7 +6,6 @@
 #include "model/shoot_fields.h"
 
 #include <bit>
-#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <sstream>

@@ -21,7 +21,6 @@
 #include "ui/widgets/recycling_list.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QAction>

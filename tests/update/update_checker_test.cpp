@@ -5,7 +5,6 @@
 #include "update/update_checker.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <memory>
@@ -20,10 +19,6 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using testing::ManualTimer;
-using testing::MemoryKeyValueStore;
-using testing::ScriptedHttpClient;
-using testing::StandingClock;
 
 using Text = std::optional<std::string>;
 using Change = UpdateChecker::Change;
@@ -71,10 +66,10 @@ protected:
         EXPECT_EQ(checker.downloadURL(), url);
     }
 
-    ScriptedHttpClient client;
-    MemoryKeyValueStore defaults;
-    ManualTimer timer;
-    StandingClock clock{kNow};
+    testing::ScriptedHttpClient client;
+    testing::MemoryKeyValueStore defaults;
+    testing::ManualTimer timer;
+    testing::StandingClock clock{kNow};
 };
 
 TEST_F(UpdateCheckerTest, AsksItsEndpointWithinLimitsAndNothingBeforeItIsToldTo) {

@@ -11,7 +11,6 @@ namespace vantor {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::numberedId;
 
 SetList sets(unsigned count) {
@@ -55,7 +54,7 @@ TEST(BulkExportSelection, StartsWithEverySetOnLargeCardsAndWithOneMissingSelects
     EXPECT_EQ(selection.selectedCount(), 6U);
     EXPECT_TRUE(selection.allSelected());
     selection.toggleAll();
-    EXPECT_THAT(selectedNumbers(selection), IsEmpty());
+    EXPECT_THAT(selectedNumbers(selection), ::testing::IsEmpty());
     EXPECT_FALSE(selection.canExport());
 }
 

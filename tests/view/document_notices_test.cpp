@@ -6,7 +6,6 @@
 #include "view/document_notices.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vantor::testing {
 namespace {
