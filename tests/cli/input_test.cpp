@@ -85,14 +85,12 @@ TEST_F(Input, ThatCannotBeReadIsNamedWithTheReasonAndLeavesEarlierOutputAsItWas)
         write("kaarten.pdf", "van gisteren");
         write("uit.json", "van gisteren");
         const auto before = names();
-        for (const auto& arguments :
-             std::vector<std::vector<std::string>>{{"list", file},
-                                                   {"cards", file, "--output", "kaarten.pdf"},
-                                                   {"cards", file, "--output", "nieuw.pdf"},
-                                                   {"qr", file, "--output", "codes"},
-                                                   {"convert", file, "--output", "uit.json"},
-                                                   {"convert", file, "--output", "nieuw.csv"}})
-            expectFailure(arguments, file + ": " + problem);
+        expectFailure({"list", file}, file + ": " + problem);
+        using Call = std::pair<const char*, const char*>;
+        for (const auto& [call, output] :
+             {Call{"cards", "kaarten.pdf"}, Call{"cards", "nieuw.pdf"}, Call{"qr", "codes"},
+              Call{"convert", "uit.json"}, Call{"convert", "nieuw.csv"}})
+            expectFailure({call, file, "--output", output}, file + ": " + problem);
         EXPECT_EQ(names(), before);
         EXPECT_EQ(read("kaarten.pdf") + read("uit.json"), "van gisterenvan gisteren");
         fs::remove(at(file));

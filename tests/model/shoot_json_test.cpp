@@ -206,12 +206,9 @@ TYPED_TEST(ShootJsonFields, TakeAValueOfTheirTypeAndNothingElse) {
             const auto [at, length] = valueOf(json, field.key);
             return read(json.replace(at, length, value)).has_value();
         };
-        for (const auto& [kind, value] : {std::pair{'t', "\"text\""},
-                                          {'n', "1.25"},
-                                          {'l', "[]"},
-                                          {'-', "{}"},
-                                          {'-', "true"},
-                                          {'-', "false"}})
+        using Kind = std::pair<char, const char*>;
+        for (const auto& [kind, value] : {Kind{'t', "\"text\""}, Kind{'n', "1.25"}, Kind{'l', "[]"},
+                                          Kind{'-', "{}"}, Kind{'-', "true"}, Kind{'-', "false"}})
             EXPECT_EQ(isRead(value), kind == kKind<Value>) << value;
         for (const auto* value : {"", "x", "'a'", "\"", "[", "]", "{", "}", ",", ":", "1 2", "nulll", "NaN",
                                   "\"\xFF\"", R"("\ud800")", R"("\udc00")", "[1,]", "[[]", "{\"a\"}"})

@@ -14,10 +14,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <span>
 #include <sstream>
@@ -153,16 +155,17 @@ protected:
 TEST_F(BulkQRPDFExporterTest, FillsPagesAndBeginsAnotherForTheRest) {
     EXPECT_THAT(kAllDensities, ElementsAre(BulkQRDensity::large, BulkQRDensity::compact));
     using Counts = std::vector<std::size_t>;
-    for (const auto& [density, count, cardsOnPages] :
-         std::vector<std::tuple<BulkQRDensity, std::size_t, Counts>>{{BulkQRDensity::large, 1, {1}},
-                                                                     {BulkQRDensity::large, 4, {4}},
-                                                                     {BulkQRDensity::large, 5, {4, 1}},
-                                                                     {BulkQRDensity::large, 8, {4, 4}},
-                                                                     {BulkQRDensity::large, 9, {4, 4, 1}},
-                                                                     {BulkQRDensity::compact, 1, {1}},
-                                                                     {BulkQRDensity::compact, 9, {9}},
-                                                                     {BulkQRDensity::compact, 10, {9, 1}},
-                                                                     {BulkQRDensity::compact, 18, {9, 9}}}) {
+    struct Case {
+        BulkQRDensity density;
+        Counts cardsOnPages;
+    };
+    for (const auto& [density, cardsOnPages] :
+         {Case{BulkQRDensity::large, {1}}, Case{BulkQRDensity::large, {4}},
+          Case{BulkQRDensity::large, {4, 1}}, Case{BulkQRDensity::large, {4, 4}},
+          Case{BulkQRDensity::large, {4, 4, 1}}, Case{BulkQRDensity::compact, {1}},
+          Case{BulkQRDensity::compact, {9}}, Case{BulkQRDensity::compact, {9, 1}},
+          Case{BulkQRDensity::compact, {9, 9}}}) {
+        const auto count = std::accumulate(cardsOnPages.begin(), cardsOnPages.end(), std::size_t{0});
         const auto sets = numberedSets(count);
         draw(sets, density);
         EXPECT_EQ(recording.width, 595.28);
@@ -177,9 +180,7 @@ TEST_F(BulkQRPDFExporterTest, FillsPagesAndBeginsAnotherForTheRest) {
                 headlines.push_back(text);
         }
         EXPECT_EQ(cards, cardsOnPages) << count;
-        ASSERT_EQ(headlines.size(), count);
-        for (std::size_t i = 0; i < count; ++i)
-            EXPECT_EQ(headlines[i], sets[i].headline());
+        EXPECT_TRUE(std::ranges::equal(headlines, sets, {}, {}, &SetData::headline)) << count;
     }
 }
 
@@ -250,10 +251,8 @@ TEST_F(BulkQRPDFExporterTest, WritesWhatIsKnownAndDropsEmptyLines) {
         std::vector<std::string> lines;
     };
     for (const auto& [number, brand, model, location, items, lines] : std::vector<Case>{
-             {"12", "Marvis", "", "", {}, {"Set 12 — Marvis"}},
              {"12", "", "", "", {}, {"Set 12"}},
              {"", "Marvis", "", "", {}, {"Marvis"}},
-             {"", "", "Anna", "", {}, {"Anna"}},
              {"", "", "", "Studio", {}, {"Studio"}},
              {"1", "", "Anna", "Studio", {}, {"Set 1", "Anna · Studio"}},
              {"1", "", "", "", {{"jurk", ""}}, {"Set 1", "jurk"}},
@@ -312,8 +311,9 @@ TEST_F(BulkQRPDFExporterTest, LeavesTheCellEmptyWhereATextIsTooLong) {
     const auto& page =
         draw({setOf("1", ""), tooLong, setOf("3", "\xFF"), setOf("4", ""), tooLong}, BulkQRDensity::large);
     // The others stay in their places.
-    EXPECT_THAT(page.written.str(), HasSubstr("code 127.0000 at 97.3200 570.7925\nSet 1,"));
-    EXPECT_THAT(page.written.str(), HasSubstr("code 127.0000 at 370.9600 173.8475\nSet 4,"));
+    for (const auto* const card :
+         {"code 127.0000 at 97.3200 570.7925\nSet 1,", "code 127.0000 at 370.9600 173.8475\nSet 4,"})
+        EXPECT_THAT(page.written.str(), HasSubstr(card));
     EXPECT_EQ(page.codes.size(), 2U);
     ASSERT_EQ(recording.pages.size(), 2U);
     EXPECT_TRUE(recording.pages[1].codes.empty() && recording.pages[1].pieces.empty());

@@ -4,6 +4,7 @@
 #include "tests/support/gray_picture.h"
 #include "tests/support/read_file.h"
 #include "tests/support/string_sink.h"
+#include "tests/support/table.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -266,19 +267,10 @@ TEST(CairoPdfCanvas, DrawsPicturesUprightIntoTheirRectangle) {
 }
 
 TEST(CairoPdfCanvas, DrawsEveryScript) {
-    const std::vector<std::string> texts{"🧥👗👩‍🎨🇳🇱",
-                                         "李娜 上衣",
-                                         "فستان أحمر",
-                                         "שמלה",
-                                         "पोशाक",
-                                         "ชุด",
-                                         "\u0301\u0302",
-                                         "e\u0301\u0302\u0303",
-                                         "a\tb\x01\x7F\u200B\u202E\uFEFF",
-                                         "\U000F0000\U0010FFFF\uFFFF",
-                                         "𝔘𝔫𝔦𝔠𝔬𝔡𝔢",
-                                         " ",
-                                         ""};
+    const auto texts = testing::tableOf<std::string>("🧥👗👩‍🎨🇳🇱", "李娜 上衣", "فستان أحمر",
+                                                     "שמלה", "पोशाक", "ชุด", "\u0301\u0302",
+                                                     "e\u0301\u0302\u0303", "a\tb\x01\x7F\u200B\u202E\uFEFF",
+                                                     "\U000F0000\U0010FFFF\uFFFF", "𝔘𝔫𝔦𝔠𝔬𝔡𝔢", " ", "");
     const Document document({[&](PdfCanvas& canvas) {
         for (std::size_t i = 0; i < texts.size(); ++i) {
             const auto y = 800 - 40 * static_cast<double>(i);

@@ -29,9 +29,9 @@ using Access = FileStore::Access;
 using Reason = FileFailure::Reason;
 using Names = std::set<std::string>;
 
-void makeFile(const fs::path& path, std::string_view bytes) {
+void makeFile(const fs::path& path, std::string_view bytes, mode_t mode = 0644) {
     std::ofstream(path, std::ios::binary) << bytes;
-    ASSERT_TRUE(fs::is_regular_file(path));
+    ASSERT_EQ(::chmod(path.c_str(), mode), 0);
 }
 
 mode_t modeOf(const fs::path& path) {
@@ -115,37 +115,38 @@ TEST_F(PosixFileStoreTest, TellsMissingFromUnreadableAndWaitsForNoOtherEndOfAPip
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     fs::create_symlink("itself", folder / "itself");
     fs::create_symlink("nowhere", folder / "dangling");
-    const std::vector<std::pair<fs::path, ReadFailure>> cases{
-        {folder / "nothing", ReadFailure::Missing},
-        {folder / "no folder/nothing", ReadFailure::Missing},
-        {folder / "dangling", ReadFailure::Missing},
-        {folder.path(), ReadFailure::Unreadable},
-        {folder / "file/below", ReadFailure::Unreadable},
-        {folder / "itself", ReadFailure::Unreadable},
-        {folder / "pipe", ReadFailure::Unreadable},
-        {folder / std::string(256, 'n'), ReadFailure::Unreadable},
-        {"/dev/null", ReadFailure::Unreadable},
-    };
-    for (const auto& [path, failure] : cases) {
+    const auto expectFailure = [this](const fs::path& path, ReadFailure failure) {
         const auto result = store.read(path);
         EXPECT_EQ(result.bytes, std::nullopt) << path;
         EXPECT_EQ(result.failure, failure) << path;
-    }
+    };
+    for (const auto* const missing : {"nothing", "no folder/nothing", "dangling"})
+        expectFailure(folder / missing, ReadFailure::Missing);
+    for (const auto& unreadable : {std::string("."), std::string("file/below"), std::string("itself"),
+                                   std::string("pipe"), std::string(256, 'n'), std::string("/dev/null")})
+        expectFailure(folder / unreadable, ReadFailure::Unreadable);
     fs::permissions(folder.path(), fs::perms::all);
     fs::permissions(folder / "file", fs::perms::none);
     const AsOrdinaryUser user;
     EXPECT_EQ(store.read(folder / "file").failure, ReadFailure::Unreadable) << "what is not allowed";
 }
 
-TEST_F(PosixFileStoreTest, MakesNewFileWithThePermissionsThatTheUserWants) {
+TEST_F(PosixFileStoreTest, MakesFilesWithThePermissionsThatTheUserWantsAndKeepsThoseOfOldOnes) {
     const auto before = ::umask(027);
-    EXPECT_TRUE(store.replace(folder / "file", "bytes"));
+    EXPECT_TRUE(store.replace(folder / "new", "bytes"));
     EXPECT_TRUE(store.replace(folder / "empty", ""));
     ::umask(before);
-    EXPECT_EQ(readFile(folder / "file"), "bytes");
+    EXPECT_EQ(readFile(folder / "new"), "bytes");
     EXPECT_TRUE(fs::is_empty(folder / "empty"));
-    EXPECT_EQ(folder.names(), (Names{"empty", "file"}));
-    EXPECT_EQ(modeOf(folder / "file"), 0640);
+    EXPECT_EQ(folder.names(), (Names{"empty", "new"}));
+    EXPECT_EQ(modeOf(folder / "new"), 0640);
+    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U, 0200U}) {
+        makeFile(folder / "file", "old", mode);
+        EXPECT_TRUE(store.replace(folder / "file", "new"));
+        EXPECT_EQ(modeOf(folder / "file"), mode);
+        EXPECT_EQ(readFile(folder / "file"), "new");
+        fs::remove(folder / "file");
+    }
 }
 
 TEST_F(PosixFileStoreTest, ReplacesTheWholeFile) {
@@ -160,20 +161,8 @@ TEST_F(PosixFileStoreTest, ReplacesTheWholeFile) {
     EXPECT_EQ(old, "old and longer than the new");
 }
 
-TEST_F(PosixFileStoreTest, KeepsPermissions) {
-    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U, 0200U}) {
-        makeFile(folder / "file", "old");
-        ASSERT_EQ(::chmod((folder / "file").c_str(), mode), 0);
-        EXPECT_TRUE(store.replace(folder / "file", "new"));
-        EXPECT_EQ(modeOf(folder / "file"), mode);
-        EXPECT_EQ(readFile(folder / "file"), "new");
-        fs::remove(folder / "file");
-    }
-}
-
 TEST_F(PosixFileStoreTest, LetsNobodyButTheOwnerAtWhatIsTheOwnersOnly) {
     makeFile(folder / "old", "old");
-    ASSERT_EQ(::chmod((folder / "old").c_str(), 0644), 0);
     for (const auto* const name : {"old", "new"}) {
         EXPECT_TRUE(store.replace(folder / name, "bytes", Access::OwnerOnly));
         EXPECT_EQ(modeOf(folder / name), 0600) << name;
@@ -187,8 +176,7 @@ TEST_F(PosixFileStoreTest, LetsNobodyButTheOwnerAtWhatIsTheOwnersOnly) {
 }
 
 TEST_F(PosixFileStoreTest, HidesWhatIsBeingWrittenAsTheOldFileDid) {
-    makeFile(folder / "file", "old");
-    ASSERT_EQ(::chmod((folder / "file").c_str(), 0600), 0);
+    makeFile(folder / "file", "old", 0600);
     Names during;
     mode_t mode = 07777;
     EXPECT_TRUE(store.replace(folder / "file", [&](ByteSink& sink) {
@@ -300,9 +288,8 @@ TEST_F(PosixFileStoreTest, OldFileStaysWhenTheDiskIsFull) {
 }
 
 TEST_F(PosixFileStoreTest, RefusesFilesAndFoldersThatMayNotBeWritten) {
-    makeFile(folder / "file", "old");
     for (const auto& [fileMode, folderMode] : {std::pair(0444U, 0777U), {0666U, 0555U}}) {
-        ASSERT_EQ(::chmod((folder / "file").c_str(), fileMode), 0);
+        makeFile(folder / "file", "old", fileMode);
         ASSERT_EQ(::chmod(folder.path().c_str(), folderMode), 0);
         const AsOrdinaryUser user;
         EXPECT_TRUE(store.replace(folder / "file", "new").failedFor(Reason::NotPermitted));
@@ -316,8 +303,7 @@ TEST_F(PosixFileStoreTest, RefusesFilesAndFoldersThatMayNotBeWritten) {
 
 // A folder that may not be read cannot be synced.
 TEST_F(PosixFileStoreTest, SaysThatTheNewContentIsInPlaceButMayNotLast) {
-    makeFile(folder / "file", "old");
-    ASSERT_EQ(::chmod((folder / "file").c_str(), 0666), 0);
+    makeFile(folder / "file", "old", 0666);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0333), 0);
     FileResult result;
     {
@@ -392,20 +378,14 @@ TEST_F(PosixFileStoreTest, RefusesPlacesThatNoFileCanTake) {
     fs::create_directory(folder / "folder");
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     const auto names = folder.names();
-    const std::vector<std::pair<fs::path, Reason>> places{
-        {folder / "pipe", Reason::NotAFile},
-        {folder / "folder", Reason::NotAFile},
-        {folder / "folder/", Reason::NotAFile},
-        {folder / "no folder/file", Reason::Missing},
-        {folder / "file/below", Reason::Missing},
-        {folder / "new/", Reason::NotAFile},
-        {folder.path(), Reason::NotAFile},
-        {folder / std::string(256, 'n'), Reason::NameTooLong},
-        {"/dev/null", Reason::NotAFile},
-        {"/dev/full", Reason::NotAFile},
-        {"", Reason::NotAFile},
-    };
-    for (const auto& [place, reason] : places) {
+    using Place = std::pair<fs::path, Reason>;
+    for (const auto& [place, reason] :
+         {Place{folder / "pipe", Reason::NotAFile}, Place{folder / "folder", Reason::NotAFile},
+          Place{folder / "folder/", Reason::NotAFile}, Place{folder / "no folder/file", Reason::Missing},
+          Place{folder / "file/below", Reason::Missing}, Place{folder / "new/", Reason::NotAFile},
+          Place{folder.path(), Reason::NotAFile}, Place{folder / std::string(256, 'n'), Reason::NameTooLong},
+          Place{"/dev/null", Reason::NotAFile}, Place{"/dev/full", Reason::NotAFile},
+          Place{"", Reason::NotAFile}}) {
         EXPECT_TRUE(store.replace(place, "new").failedFor(reason)) << place;
         EXPECT_EQ(folder.names(), names) << place;
     }
@@ -460,7 +440,6 @@ TEST_F(PosixFileStoreTest, MakesFoldersAboveFoldersButNoneWhereAFileIs) {
 
 TEST_F(PosixFileStoreTest, SetsAFileAsideForItsOwnerOnly) {
     makeFile(folder / "file", "bytes");
-    ASSERT_EQ(::chmod((folder / "file").c_str(), 0644), 0);
     fs::create_symlink("aside", folder / "link");
     EXPECT_TRUE(store.setAside(folder / "file", folder / "aside"));
     EXPECT_EQ(readFile(folder / "aside"), "bytes");

@@ -192,15 +192,11 @@ TEST_F(QtFileDialogsTest, ShowsAndSavesAProposalAsItStands) {
 }
 
 TEST_F(QtFileDialogsTest, AddsTheExtensionWhereItIsMissing) {
-    for (const auto& [typed, saved] : {std::pair("naam", "naam.txt"),
-                                       {"naam.txt", "naam.txt"},
-                                       {"naam.TXT", "naam.TXT"},
-                                       {"naam.text", "naam.text"},
-                                       {"naam.csv", "naam.csv.txt"},
-                                       {"14.3.26", "14.3.26.txt"},
-                                       {"naamtxt", "naamtxt.txt"},
-                                       {"naam.", "naam..txt"},
-                                       {"\"naam\"", "\"naam\".txt"}}) {
+    using Names = std::pair<const char*, const char*>;
+    for (const auto& [typed, saved] :
+         {Names{"naam", "naam.txt"}, Names{"naam.txt", "naam.txt"}, Names{"naam.TXT", "naam.TXT"},
+          Names{"naam.text", "naam.text"}, Names{"naam.csv", "naam.csv.txt"}, Names{"14.3.26", "14.3.26.txt"},
+          Names{"naamtxt", "naamtxt.txt"}, Names{"naam.", "naam..txt"}, Names{"\"naam\"", "\"naam\".txt"}}) {
         user.whenSaving(saveAs(in(typed)));
         EXPECT_EQ(askToSave("voorstel.txt", kText), folder / saved);
     }

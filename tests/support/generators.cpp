@@ -1,6 +1,7 @@
 #include "tests/support/generators.h"
 
 #include "base/text.h"
+#include "tests/support/table.h"
 
 #include <cmath>
 #include <concepts>
@@ -29,19 +30,9 @@ std::string utf8(char32_t c) {
 rc::Gen<std::string> character() {
     static const auto kTelling = [] {
         using namespace std::string_view_literals;
-        std::vector<std::string> all{"\r\n",
-                                     ";\u0301",
-                                     "\u0600;",
-                                     "\"\u0301",
-                                     ":\u200D",
-                                     "/\u0301",
-                                     ",\u0301",
-                                     "e\u0301",
-                                     "ij",
-                                     "naam",
-                                     "Set",
-                                     "\U0001F469\u200D\U0001F3A8",
-                                     "\U0001F1F3\U0001F1F1"};
+        auto all = tableOf<std::string>("\r\n", ";\u0301", "\u0600;", "\"\u0301", ":\u200D", "/\u0301",
+                                        ",\u0301", "e\u0301", "ij", "naam", "Set",
+                                        "\U0001F469\u200D\U0001F3A8", "\U0001F1F3\U0001F1F1");
         for (const char32_t c :
              U";:/,\"\n\r\t\v\f\u0085\u2028\u2029 \u00A0\u3000\u0301\u200D\u0600\u0903\uFE0F\uFEFF\u200B"
              U"é\\{}[]\u001F\u007Fİß\U0001F469\uFFFD\uFFFF\u1F88\0"sv)

@@ -375,17 +375,10 @@ void UiTest::announceVersion(const std::string& version, const std::string& url)
 }
 
 QWidget& UiTest::openWindow(const std::string& name) {
-    static const std::map<std::string, const char*> kButtons = {{"newShootSheet", "newShootButton"},
-                                                                {"newSetSheet", "newSetButton"},
-                                                                {"importSheet", "importButton"},
-                                                                {"bulkExportSheet", "bulkExportButton"},
-                                                                {"clientsSheet", "clientsButton"},
-                                                                {"catalogSheet", "catalogButton"},
-                                                                {"editSetSheet", "editButton"},
-                                                                {"qrSheet", "qrButton"},
-                                                                {"editProductSheet", "editProductButton"},
-                                                                {"catalogImportSheet", "importButton"},
-                                                                {"confirmation", "deleteShootButton"}};
+    // Where it is not called like its sheet.
+    static const std::map<std::string, std::string> kButtons{{"editSetSheet", "editButton"},
+                                                             {"catalogImportSheet", "importButton"},
+                                                             {"confirmation", "deleteShootButton"}};
     if (m_main == nullptr)
         openMain();
     if (name == "main")
@@ -393,12 +386,13 @@ QWidget& UiTest::openWindow(const std::string& name) {
     const bool isOfProducts = name == "editProductSheet" || name == "catalogImportSheet";
     if (isOfProducts && !isOpen("catalogSheet"))
         openWindow("catalogSheet");
+    const auto subject = name.substr(0, name.find("Sheet"));
+    const auto button = kButtons.contains(name) ? kButtons.at(name) : subject + "Button";
+    const auto& from = isOfProducts ? sheet("catalogSheet") : static_cast<QWidget&>(main());
     if (name == "versionsSheet" || name == "shortcutsSheet")
-        give(name == "versionsSheet" ? "versions" : "shortcuts");
+        give(subject.c_str());
     else
-        click(*allVisible<QAbstractButton>(
-                   isOfProducts ? sheet("catalogSheet") : static_cast<QWidget&>(main()), kButtons.at(name))
-                   .at(0));
+        click(*allVisible<QAbstractButton>(from, button.c_str()).at(0));
     settleReads();
     return awaitSheet(name.c_str());
 }

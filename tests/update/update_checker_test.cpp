@@ -92,16 +92,12 @@ TEST_F(UpdateCheckerTest, AsksItsEndpointWithinLimitsAndNothingBeforeItIsToldTo)
 }
 
 TEST_F(UpdateCheckerTest, GivesNoNoticeOfAnUnusableMemoryAndLeavesItAsItIs) {
-    for (const auto& [version, url] : std::vector<std::pair<Text, Text>>{{"3", std::nullopt},
-                                                                         {std::nullopt, kDownload},
-                                                                         {"3", "http:// geen adres"},
-                                                                         {"3", ""},
-                                                                         {"3", "file:///tmp/prep"},
-                                                                         {"3", "javascript:alert(1)"},
-                                                                         {"3", " https://vantor.example/"},
-                                                                         {"1.9.9.0", kDownload},
-                                                                         {"1.9.8", kDownload},
-                                                                         {"", kDownload}}) {
+    using Left = std::pair<Text, Text>;
+    for (const auto& [version, url] :
+         {Left{"3", std::nullopt}, Left{std::nullopt, kDownload}, Left{"3", "http:// geen adres"},
+          Left{"3", ""}, Left{"3", "file:///tmp/prep"}, Left{"3", "javascript:alert(1)"},
+          Left{"3", " https://vantor.example/"}, Left{"1.9.9.0", kDownload}, Left{"1.9.8", kDownload},
+          Left{"", kDownload}}) {
         SCOPED_TRACE(version.value_or("(no version)") + " at " + url.value_or("(no address)"));
         remember(version, url);
         expectKnown(*makeChecker(), std::nullopt, std::nullopt);
@@ -127,17 +123,11 @@ TEST_F(UpdateCheckerTest, StartsWithACheckAndRepeatsItEverySixHoursHoweverOftenI
 
 TEST_F(UpdateCheckerTest, AsksSixHoursAfterTheLastAnswer) {
     constexpr double kYear = 31'536'000;
-    for (const auto& [seconds, questions] : {std::pair{0.0, 0},
-                                             {1.0, 0},
-                                             {21'599.5, 0},
-                                             {21'600.0, 1},
-                                             {21'600.5, 1},
-                                             {kYear, 1},
-                                             // The clock was set back.
-                                             {-3'600.0, 0},
-                                             {-kYear, 0},
-                                             // As far as a moment that is none.
-                                             {std::numeric_limits<double>::quiet_NaN(), 1}}) {
+    using Asked = std::pair<double, int>;
+    // The clock may have been set back too, and the moment be none.
+    for (const auto& [seconds, questions] :
+         {Asked{0, 0}, Asked{1, 0}, Asked{21'599.5, 0}, Asked{21'600, 1}, Asked{21'600.5, 1}, Asked{kYear, 1},
+          Asked{-3'600, 0}, Asked{-kYear, 0}, Asked{std::numeric_limits<double>::quiet_NaN(), 1}}) {
         client.questions = 0;
         defaults.setDate(kDateKey, kNow);
         clock.set(later(kNow, seconds));
