@@ -9,6 +9,7 @@
 #include <QLayout>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QUrl>
 #include <algorithm>
@@ -233,6 +234,7 @@ TEST_F(MainWindow, ShowsTwoWholeRowsAtItsLeastSize) {
     main().resize(1, 1);
     settle();
     EXPECT_EQ(main().size(), QSize(700, 500));
+    EXPECT_EQ(find<QScrollArea>(main(), "mainPane").verticalScrollBar()->maximum(), 0) << "all of it fits";
     const auto& list = find<ui::RecyclingList>(main(), "setList");
     EXPECT_GE(list.viewport()->visibleRegion().boundingRect().height(), 2 * list.rowHeight());
     EXPECT_FALSE(find(main(), "scannerField").visibleRegion().isEmpty());
