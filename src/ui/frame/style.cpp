@@ -303,7 +303,8 @@ QPixmap Style::standardPixmap(StandardPixmap symbol, const QStyleOption* option,
     if (own == nullptr)
         return QProxyStyle::standardPixmap(symbol, option, widget);
     const auto ratio = widget != nullptr ? widget->devicePixelRatioF() : qApp->devicePixelRatio();
-    return symbolPixmap(QString::fromLatin1(own->name), theme::kSymbolSize, own->color(QApplication::palette()), ratio);
+    return symbolPixmap(QString::fromLatin1(own->name), theme::kSymbolSize,
+                        own->color(QApplication::palette()), ratio);
 }
 
 void applyLook(const Look& look) {
