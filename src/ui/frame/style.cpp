@@ -159,6 +159,15 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
         if (widget != nullptr)
             return paintPushButtonLabel(*painter, as<QStyleOptionButton>(option), widget);
         break;
+    case CE_ComboBoxLabel: {
+        // The toolkit would cut off what does not fit.
+        auto box = as<QStyleOptionComboBox>(option);
+        const auto room =
+            subControlRect(CC_ComboBox, &box, SC_ComboBoxEditField, widget).width() - theme::kStep;
+        const int symbol = box.currentIcon.isNull() ? 0 : box.iconSize.width() + theme::kHalfStep;
+        box.currentText = box.fontMetrics.elidedText(box.currentText, Qt::ElideRight, room - symbol);
+        return QProxyStyle::drawControl(element, &box, painter, widget);
+    }
     case CE_ToolButtonLabel:
         if (const auto* const button = dynamic_cast<const SymbolButton*>(widget))
             return paintSymbolButton(*painter, *option, *button);
