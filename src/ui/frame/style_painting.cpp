@@ -42,7 +42,7 @@ QColor groundOf(const QStyleOption& option, const QColor& usual) {
 QColor accentGround(const QStyleOption& option) {
     const auto& palette = option.palette;
     if (!has(option, QStyle::State_Enabled))
-        return theme::hairline(palette);
+        return theme::hovered(palette);
     const auto accent = theme::accent(palette);
     if (isPressed(option))
         return theme::mixed(Qt::black, accent, 0.16);
