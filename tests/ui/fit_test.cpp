@@ -34,7 +34,9 @@ QSize leastOf(const QWidget& widget) {
     if (const auto* const label = qobject_cast<const QLabel*>(&widget))
         return label->wordWrap() ? QSize(1, label->heightForWidth(label->width())) : label->sizeHint();
     if (const auto* const field = qobject_cast<const QLineEdit*>(&widget))
-        return {field->fontMetrics().horizontalAdvance(field->placeholderText()) + 20,
+        return {std::max(field->fontMetrics().horizontalAdvance(field->placeholderText()),
+                         field->fontMetrics().horizontalAdvance(QStringLiteral("1234"))) +
+                    20,
                 field->minimumSizeHint().height()};
     if (qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
         qobject_cast<const QComboBox*>(&widget) != nullptr ||
