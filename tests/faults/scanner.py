@@ -302,11 +302,11 @@ class Attack:
             raise RuntimeError(f"found no button for the {name}")
 
         self.buttons = {}
-        first_row = 78 + find("set sheet", "Nieuwe Set", (left, at["Y"] + 139), (0, 10))
-        find("code sheet", "QR-code", (right - 200, first_row), (8, 0))
-        find("question", "Vantor Prep", (right - 31, at["Y"] + 98), (0, 8))
+        first_row = 94 + find("set sheet", "Nieuwe Set", (left, at["Y"] + 180), (0, 10))
+        find("code sheet", "QR-code", (right - 194, first_row), (8, 0))
+        find("question", "Vantor Prep", (right - 32, at["Y"] + 123), (0, 8))
         # That of the second row.
-        self.buttons["activation"] = right - 60, first_row + 56
+        self.buttons["activation"] = right - 60, first_row + 60
 
     # --- the cards
 
